@@ -1,0 +1,15 @@
+# se_test(<name> SOURCES <files> [LIBRARIES <targets>] [DEPENDS <targets>]): a GoogleTest program in bin/,
+# each of its tests a CTest test of its own, so that each runs in a fresh process.
+include(GoogleTest)
+
+function(se_test name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES;DEPENDS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE
+    se_build_flags se_test_support ${ARG_LIBRARIES} GTest::gtest GTest::gtest_main)
+  target_precompile_headers(${name} REUSE_FROM se_test_support)
+  if(ARG_DEPENDS)
+    add_dependencies(${name} ${ARG_DEPENDS})
+  endif()
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120 PROPERTIES TIMEOUT 300)
+endfunction()
