@@ -1,0 +1,83 @@
+// Fatal checks. A check that fails makes one level-1 record with tag "check"; once it has reached the sink
+// the process ends. If the "check" tag is filtered out, a failed check reports nothing and execution goes
+// on. The operands are evaluated once; further text may be streamed into the record.
+// Threads: any. rt-safe as long as the check holds.
+#pragma once
+
+#include <locale>
+#include <memory>
+#include <sstream>
+#include <string>
+
+#include "common/export.h"
+#include "common/logging.h"
+#include "common/record_sites.h"
+
+namespace quill {
+
+// [any] The message of a failed comparison: text (a vs. b), in default stream formatting. The caller owns it.
+// A null `text` puts the stream into its failure state: the message is empty.
+template <class A, class B>
+std::string* MakeCheckOpString(const A& a, const B& b, const char* text) {
+    std::ostringstream message;
+    message.imbue(std::locale::classic());
+    if (text == nullptr) {
+        message.setstate(std::ios::badbit);
+    } else {
+        message << text;
+    }
+    message << " (" << a << " vs. " << b << ")";
+    return new std::string(message.str());
+}
+
+namespace check_internal {
+
+#define QUILL_DEFINE_CHECK_OP(name, op)                                              \
+    template <class A, class B>                                                      \
+    std::unique_ptr<std::string> name(const A& a, const B& b, const char* text) {    \
+        if (a op b) return nullptr;                                                  \
+        return std::unique_ptr<std::string>(::quill::MakeCheckOpString(a, b, text)); \
+    }
+QUILL_DEFINE_CHECK_OP(equal, ==)
+QUILL_DEFINE_CHECK_OP(notEqual, !=)
+QUILL_DEFINE_CHECK_OP(less, <)
+QUILL_DEFINE_CHECK_OP(lessOrEqual, <=)
+QUILL_DEFINE_CHECK_OP(greater, >)
+QUILL_DEFINE_CHECK_OP(greaterOrEqual, >=)
+#undef QUILL_DEFINE_CHECK_OP
+
+}  // namespace check_internal
+}  // namespace quill
+
+// Whether it holds is asked before whether the record would be kept.
+#define QUILL_CHECK_RECORD(holds_, site_)             \
+    (holds_) || !::quill::isLoggerEnabled(1, "check") \
+        ? (void)0                                     \
+        : QUILL_STREAM_INTO_RECORD(1, "check", (site_).source, (site_).line)
+
+#define QUILL_CHECK_TEXT(site_, condition_, text_) \
+    QUILL_WITH_CALL_SITE                           \
+    QUILL_CHECK_RECORD(condition_, site_) << "Check failed " text_ " "
+
+#define QUILL_CHECK_OP_TEXT(site_, compare_, a_, b_, text_)                                         \
+    QUILL_WITH_CALL_SITE                                                                            \
+    QUILL_WITH(const auto quill_check_message__ = ::quill::check_internal::compare_(a_, b_, text_)) \
+    QUILL_CHECK_RECORD(quill_check_message__ == nullptr, site_)                                     \
+        << "Check failed: " << *quill_check_message__ << " "
+
+#define QUILL_HERE (::quill::RecordSite{__FILE__, __LINE__})
+
+// The _AT forms carry the identity of a record that hosts recognise (common/record_sites.h).
+#define QUILL_CHECK(condition) QUILL_CHECK_TEXT(QUILL_HERE, condition, #condition)
+#define QUILL_CHECK_AT(site, condition) QUILL_CHECK_TEXT(site, condition, #condition)
+
+#define QUILL_CHECK_EQ(a, b) QUILL_CHECK_OP_TEXT(QUILL_HERE, equal, a, b, #a " == " #b)
+#define QUILL_CHECK_NE(a, b) QUILL_CHECK_OP_TEXT(QUILL_HERE, notEqual, a, b, #a " != " #b)
+#define QUILL_CHECK_LT(a, b) QUILL_CHECK_OP_TEXT(QUILL_HERE, less, a, b, #a " < " #b)
+#define QUILL_CHECK_LE(a, b) QUILL_CHECK_OP_TEXT(QUILL_HERE, lessOrEqual, a, b, #a " <= " #b)
+#define QUILL_CHECK_GT(a, b) QUILL_CHECK_OP_TEXT(QUILL_HERE, greater, a, b, #a " > " #b)
+#define QUILL_CHECK_GE(a, b) QUILL_CHECK_OP_TEXT(QUILL_HERE, greaterOrEqual, a, b, #a " >= " #b)
+
+#define QUILL_CHECK_EQ_AT(site, a, b) QUILL_CHECK_OP_TEXT(site, equal, a, b, #a " == " #b)
+#define QUILL_CHECK_LE_AT(site, a, b) QUILL_CHECK_OP_TEXT(site, lessOrEqual, a, b, #a " <= " #b)
+#define QUILL_CHECK_GT_AT(site, a, b) QUILL_CHECK_OP_TEXT(site, greater, a, b, #a " > " #b)

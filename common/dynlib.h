@@ -1,0 +1,63 @@
+// Shared libraries: opening one by path and resolving its symbols.
+// Threads: any. None of it is rt-safe.
+#pragma once
+
+#include <locale>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "common/check.h"
+#include "common/export.h"
+
+namespace quill {
+
+using DynLibHandle = void*;  // null: no library
+
+// [any] Opens the library at `path` with all of its references bound. fails: null, without a record.
+QUILL_COMMON_EXPORT DynLibHandle loadDynamicLibrary(const std::string& path);
+
+// [any] The address of the symbol that the library itself exports under exactly this name. fails: null,
+// without a record, when it exports none; a name that only one of its dependencies exports counts as none.
+QUILL_COMMON_EXPORT void* getSymbolAddress(DynLibHandle handle, const std::string& name);
+
+// [any] The elements of a range in order, written through a string stream in the C locale with `separator`
+// between them.
+template <class Iterator>
+std::string join(Iterator begin, Iterator end, const char* separator) {
+    std::ostringstream text;
+    text.imbue(std::locale::classic());
+    for (Iterator element = begin; element != end; ++element) {
+        if (element != begin) text << separator;
+        text << *element;
+    }
+    return text.str();
+}
+
+// [any] Sets *sym to the symbol, null included; reports nothing.
+template <class T>
+void getSymbol(T* sym, DynLibHandle lib, const char* name) {
+    *sym = reinterpret_cast<T>(getSymbolAddress(lib, name));
+}
+
+// [any] Sets *sym to the symbol, whatever *sym held before. fails: fatal, naming the symbol.
+template <class T>
+void getSymbolOrDie(T* sym, DynLibHandle lib, const char* name) {
+    getSymbol(sym, lib, name);
+    QUILL_CHECK_AT(record_sites::kSymbolByName, *sym) << "Symbol " << name << " not found!";
+}
+
+// [any] Sets *sym to the first of the names that the library exports. Kept on purpose: a *sym that is not
+// null on entry counts as found and stays, so that a caller may resolve a preferred symbol beforehand.
+// fails: fatal, naming all of the names.
+template <class T>
+void getSymbolOrDie(T* sym, DynLibHandle lib, const std::vector<const char*>& names) {
+    for (const char* name : names) {
+        if (*sym) break;
+        getSymbol(sym, lib, name);
+    }
+    QUILL_CHECK_AT(record_sites::kSymbolByList, *sym)
+        << "Symbols " << join(names.begin(), names.end(), ",") << " not found!";
+}
+
+}  // namespace quill

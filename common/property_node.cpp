@@ -1,0 +1,105 @@
+// The tree: names, children, lookup, listeners. The accessors of values are in property_access.cpp.
+#include "common/property_node.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace quill {
+namespace {
+
+// Takes the next component off the front of the path; empty when none is left.
+std::string_view takeComponent(std::string_view& path) {
+    const size_t begin = path.find_first_not_of('/');
+    if (begin == std::string_view::npos) return {};
+    const size_t end = std::min(path.find('/', begin), path.size());
+    const std::string_view component = path.substr(begin, end - begin);
+    path.remove_prefix(end);
+    return component;
+}
+
+std::string pathOfChild(const std::string& parent, std::string_view name) {
+    std::string path;
+    path.reserve(parent.size() + 1 + name.size());
+    if (!parent.empty()) path.append(parent).append("/");
+    return path.append(name);
+}
+
+}  // namespace
+
+PropertyNode::PropertyNode(std::string full_name, std::string_view name)
+    : full_name_(std::move(full_name)), name_(name) {}
+
+PropertyNodePtr PropertyNode::createRoot() {
+    return PropertyNodePtr(new PropertyNode({}, {}));
+}
+
+// Branches are taken apart in a loop: a path may have more components than the stack has room for.
+PropertyNode::~PropertyNode() {
+    std::vector<PropertyNodePtr> doomed;
+    giveUpChildren(doomed);
+    while (!doomed.empty()) {
+        const PropertyNodePtr node = std::move(doomed.back());
+        doomed.pop_back();
+        if (node.use_count() == 1) node->giveUpChildren(doomed);
+    }
+}
+
+void PropertyNode::giveUpChildren(std::vector<PropertyNodePtr>& to) {
+    const std::lock_guard lock(children_mutex_);
+    for (auto& [name, child] : children_) to.push_back(std::move(child));
+    children_.clear();
+}
+
+std::vector<PropertyNodePtr> PropertyNode::children() const {
+    const std::lock_guard lock(children_mutex_);
+    std::vector<PropertyNodePtr> result;
+    result.reserve(children_.size());
+    for (const auto& [name, child] : children_) result.push_back(child);
+    return result;
+}
+
+PropertyNodePtr PropertyNode::getNode(const std::string& path, bool create) {
+    PropertyNode* const node = find(path, create);
+    return node == nullptr ? nullptr : node->shared_from_this();
+}
+
+bool PropertyNode::exists(const std::string& path) {
+    return find(path, false) != nullptr;
+}
+
+// Plain pointers suffice on the way: nodes are never removed from a tree that somebody holds.
+PropertyNode* PropertyNode::find(std::string_view path, bool create) {
+    PropertyNode* node = this;
+    for (auto name = takeComponent(path); !name.empty() && node != nullptr; name = takeComponent(path)) {
+        node = node->child(name, create);
+    }
+    return node;
+}
+
+PropertyNode* PropertyNode::child(std::string_view name, bool create) {
+    const std::lock_guard lock(children_mutex_);
+    const auto place = children_.lower_bound(name);
+    if (place != children_.end() && place->first == name) return place->second.get();
+    if (!create) return nullptr;
+    const PropertyNodePtr made(new PropertyNode(pathOfChild(full_name_, name), name));
+    children_.emplace_hint(place, made->name_, made);
+    return made.get();
+}
+
+uint64_t PropertyNode::addListener(PropertyListener listener) {
+    const Lock lock(this, nullptr);
+    if (listeners_ == nullptr) listeners_ = std::make_unique<PropertyListeners>();
+    return listeners_->add(std::move(listener));
+}
+
+void PropertyNode::removeListener(uint64_t id) {
+    const Lock lock(this, nullptr);
+    if (listeners_ != nullptr) listeners_->remove(id);
+}
+
+void PropertyNode::fireChangedOnData(PropertyNodeData::SharedDataLock& /*lock*/,
+                                     const PropertyChangeInfo& info) {
+    if (listeners_ != nullptr && !listeners_->empty()) listeners_->deliver(*this, info);
+}
+
+}  // namespace quill

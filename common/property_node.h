@@ -1,0 +1,137 @@
+// A node of the host's property tree: a name, a value with metadata, children, listeners.
+//
+// Threads: every function may be called from any thread; none is rt-safe. A node's accessors hold its lock
+// for their whole run, so that each is atomic; the thread that has the lock may take it again. Finding and
+// creating nodes takes none of these locks and never waits for a listener.
+//
+// Listeners run on the thread that made the change, with the node's lock held. So that no two threads wait
+// for each other: a listener uses its own node and nodes whose full name comes later in byte order (its
+// descendants among them), never an earlier one; and nobody calls a node while holding a lock that one of its
+// listeners takes. Whoever holds a SharedDataLock keeps to the same order. The accessors raise their soft
+// assertions under the lock too, so all this goes for assertion handlers and log sinks as for listeners.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "common/export.h"
+#include "common/property_listeners.h"
+#include "common/property_node_data.h"
+#include "common/property_value.h"
+
+namespace quill {
+
+class PropertyNode;
+using PropertyNodePtr = std::shared_ptr<PropertyNode>;
+
+// T is one of the five value types throughout; any other is an undefined reference when linking.
+class QUILL_COMMON_EXPORT PropertyNode : public std::enable_shared_from_this<PropertyNode> {
+  public:
+    static PropertyNodePtr createRoot();
+    ~PropertyNode();
+    PropertyNode(const PropertyNode&) = delete;
+    PropertyNode& operator=(const PropertyNode&) = delete;
+
+    // --- The tree. Nodes are never removed: a node lives as long as its parent, or longer if somebody holds
+    // it.
+
+    // [any] The last component of the path; the root's is empty.
+    const std::string& name() const { return name_; }
+
+    // [any] The path from the root, "diags/basic/x"; the root's is empty.
+    std::string getFullName() const { return full_name_; }
+
+    // [any] The children in name order (bytes).
+    std::vector<PropertyNodePtr> children() const;
+
+    // [any] The node at `path` below this one. Components are separated by "/", empty ones are skipped: "" is
+    // this node. Made with its missing ancestors when `create` is true. Finding allocates nothing.
+    // fails: null when absent and not to be created.
+    PropertyNodePtr getNode(const std::string& path, bool create);
+
+    // [any] Whether there is a node at `path`. Allocates nothing.
+    bool exists(const std::string& path);
+
+    // --- The value. A new node has none.
+
+    // [any] The value as a T, converted through text if it is of another type. fails: soft assertion; a node
+    // without a value gives T{}, a text that T cannot take what its extraction left.
+    template <class T>
+    T get();
+
+    // [any] out: the value as a T; a node without a value receives the default first, which is a change.
+    template <class T>
+    void get(T& out, T defaultValue);
+
+    // [any] Sets value and type, whatever "read_only" says. Returns 0 when the node holds this value of this
+    // type already, else the change counter once the listeners have been told.
+    template <class T>
+    unsigned long set(T value);
+
+    // [any] A copy of the value, empty when there is none.
+    PropertyValue value();
+
+    // [any] Keeps the default, and makes it the value of a node that has none, which is a change.
+    void setDefaultValue(const PropertyValue& value);
+    PropertyValue defaultValue();
+
+    // [any] The door for people: takes a text for the node's present type, a string if it has no value.
+    // fails: false with a sentence in `error` (which may be null), nothing changed, when the node's
+    // "read_only" is true or the type cannot hold the whole text, surrounding blanks aside.
+    bool setFromText(const std::string& text, std::string* error);
+
+    // --- Metadata: named values beside the value. They share the change counter.
+
+    // [any] As set<T>, for one entry.
+    template <class T>
+    unsigned long setMeta(const std::string& name, T value);
+
+    // [any] fails: false, `out` untouched, when there is no such entry. Kept on purpose: asking leaves an
+    // empty entry of that name behind, which hasMeta does not count.
+    template <class T>
+    bool getMeta(const std::string& name, T& out);
+
+    // [any] Whether the entry exists and is not empty.
+    bool hasMeta(const std::string& name);
+
+    // --- Listeners
+
+    // [any] Calls the listener for every later change, in the order of the counter. Returns its number, never
+    // 0. From a listener: the change under way is not told to the new one.
+    uint64_t addListener(PropertyListener listener);
+
+    // [any] Once this has returned the listener is not called again; unknown numbers are ignored. Waits for a
+    // call under way on another thread. From a listener, its own removal included: the call under way ends in
+    // peace.
+    void removeListener(uint64_t id);
+
+    // [any] Tells the listeners of a change that was made under `lock`. While a change of this node is being
+    // told, the new one waits for its turn.
+    void fireChangedOnData(PropertyNodeData::SharedDataLock& lock, const PropertyChangeInfo& info);
+
+  private:
+    friend class PropertyNodeData::SharedDataLock;
+    using Lock = PropertyNodeData::SharedDataLock;
+    // The keys lie in the children themselves.
+    using Children = std::map<std::string_view, PropertyNodePtr>;
+
+    PropertyNode(std::string full_name, std::string_view name);
+    PropertyNode* find(std::string_view path, bool create);
+    PropertyNode* child(std::string_view name, bool create);
+    void giveUpChildren(std::vector<PropertyNodePtr>& to);
+    void countChange(Lock& lock, int32_t kind, const std::string& name, const PropertyValue& value);
+
+    const std::string full_name_;
+    const std::string name_;
+    mutable std::mutex children_mutex_;  // held for single steps; no other lock is taken under it
+    Children children_;
+    PropertyNodeData data_;
+    std::unique_ptr<PropertyListeners> listeners_;  // under the data lock; null until the first is added
+};
+
+}  // namespace quill
