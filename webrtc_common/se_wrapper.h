@@ -1,0 +1,20 @@
+// libse_wrapper: everything that a host includes. This file only gathers the others.
+#pragma once
+
+#include "webrtc_common/convolve/convolve.h"
+#include "webrtc_common/fftpack/fftpack.h"
+#include "webrtc_common/se_wrapper/diags/catalogue.h"
+#include "webrtc_common/se_wrapper/dsp/aec_convolution.h"
+#include "webrtc_common/se_wrapper/dsp/complex_multiply.h"
+#include "webrtc_common/se_wrapper/dsp/compute_rfir.h"
+#include "webrtc_common/se_wrapper/dsp/deinterleave.h"
+#include "webrtc_common/se_wrapper/dsp/fft_context.h"
+#include "webrtc_common/se_wrapper/dsp/fft_hooks.h"
+#include "webrtc_common/se_wrapper/dsp/interpolate.h"
+#include "webrtc_common/se_wrapper/dsp/simple_fft.h"
+#include "webrtc_common/se_wrapper/engine/library_property.h"
+#include "webrtc_common/se_wrapper/engine/load.h"
+#include "webrtc_common/se_wrapper/engine/process_block.h"
+#include "webrtc_common/se_wrapper/engine/saved_routines.h"
+#include "webrtc_common/se_wrapper/engine/start_up.h"
+#include "webrtc_common/se_wrapper/table/engine_table.h"

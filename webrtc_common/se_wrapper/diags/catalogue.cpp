@@ -1,0 +1,36 @@
+#include "webrtc_common/se_wrapper/diags/catalogue.h"
+
+#include <algorithm>
+
+#include "common/dynlib.h"
+#include "common/string_printf.h"
+#include "webrtc_common/se_wrapper/records.h"
+#include "webrtc_common/se_wrapper/table/engine_table.h"
+
+namespace quill::media::se_wrapper {
+
+std::string getDiagPropertyName(int index) {
+    static constexpr const char* kLevelWords[] = {"basic", "intermediate", "advanced", "debug"};
+    const char* const name = SEDiagGetName(index);
+    const int level = SEDiagGetLevel(index);
+    return stringPrintf("diags/%s/%s", kLevelWords[std::clamp(level, 0, 3)], name);
+}
+
+int getDiagIndexOrDie(const std::vector<std::string>& names) {
+    for (const std::string& name : names) {
+        const int index = SEDiagGetIndex(name.c_str());
+        if (index >= 0) return index;
+    }
+    SE_WRAPPER_LOG(1) << "Could not find Signal Essence Diags: " << join(names.begin(), names.end(), ",");
+    return 0;
+}
+
+int32_t defaultSEDiagGetLevel(int32_t index) {
+    return SEDiagGet(index)->level;
+}
+
+const char* defaultSEDiagGetHelp(int32_t index) {
+    return SEDiagGet(index)->help;
+}
+
+}  // namespace quill::media::se_wrapper

@@ -1,0 +1,52 @@
+#include "webrtc_common/se_wrapper/engine/load.h"
+
+#include "common/config.h"
+#include "common/cpu_info.h"
+#include "common/dynlib.h"
+#include "common/file.h"
+#include "webrtc_common/convolve/convolve.h"
+#include "webrtc_common/se_wrapper/engine/hooks.h"
+#include "webrtc_common/se_wrapper/engine/library_property.h"
+#include "webrtc_common/se_wrapper/engine/resolve.h"
+#include "webrtc_common/se_wrapper/records.h"
+#include "webrtc_common/se_wrapper/table/engine_table.h"
+
+namespace quill::media::se_wrapper {
+namespace {
+
+constexpr const char* kHarborBuild = "se_lib_harborv006";
+constexpr const char* kBeamFormingBuild = "se_lib_beamv1.14";
+
+void openChosenBuild() {
+    if (!p_signal_essence_library.get().empty()) {
+        openSignalEssenceDynamicLibrary(p_signal_essence_library.get());
+        return;
+    }
+    const std::string name = p_config_is_harbor.get() ? kHarborBuild : kBeamFormingBuild;
+    openSignalEssenceDynamicLibrary(name);
+    p_signal_essence_library.node()->set<std::string>(name);
+}
+
+}  // namespace
+
+void openSignalEssenceDynamicLibrary(const std::string& name) {
+    if (MMIfInit != nullptr) return;
+
+    const std::string path = File::joinPath(File::joinPath(getExePath(), "selibs"), name);
+    const DynLibHandle se_lib = loadDynamicLibrary(path);
+    QUILL_CHECK_AT(record_sites::kLibraryNotOpened, se_lib) << "Could not open shared library at " << path;
+
+    resolveEngineTable(se_lib);
+    applyEngineGroupRules();
+
+    SE_WRAPPER_LOG_AT(record_sites::kLibraryLoaded, 4)
+        << "Successfully loaded Signal Essence Library. " << MMIfGetVersionString();
+}
+
+void initSignalEssenceOptimForTests() {
+    openChosenBuild();
+    saveEngineRoutines();
+    selectConvolveKernels(CPUInfo());
+}
+
+}  // namespace quill::media::se_wrapper

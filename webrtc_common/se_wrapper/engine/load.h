@@ -1,0 +1,24 @@
+// Loading the engine: which build, from where, once.
+// Threads: [setup], before any audio; nothing is locked. A loaded engine stays for the life of the process.
+#pragma once
+
+#include <string>
+
+#include "webrtc_common/se_wrapper/export.h"
+
+namespace quill::media::se_wrapper {
+
+// [setup] Loads the engine build of this file name from the folder "selibs" beside the executable and fills
+// the interface table. Does nothing, whatever the name, when an engine is loaded already.
+// fails: fatal when there is no such library, when it lacks an entry point that every build must have, or
+// when it has only a part of a group of optional ones.
+SE_WRAPPER_EXPORT void openSignalEssenceDynamicLibrary(const std::string& name);
+
+// [setup] Chooses the build (p_signal_essence_library; when that is empty, by device model, and the choice is
+// written back), loads it, keeps the engine's own routines aside (saved_routines.h) and selects the
+// convolution kernels for this processor. The engine's routines stay in place. Kept on purpose: calling it
+// again after others have been installed keeps those aside instead, for nothing guards that step.
+// needs: bound static properties. fails: as openSignalEssenceDynamicLibrary.
+SE_WRAPPER_EXPORT void initSignalEssenceOptimForTests();
+
+}  // namespace quill::media::se_wrapper

@@ -1,0 +1,27 @@
+// The microphone path: one block of interleaved capture audio in, one block of mono out.
+// Threads: audio, one block at a time, never while an engine is being set up. No state of its own.
+#pragma once
+
+#include <cstdint>
+
+#include "webrtc_common/se_wrapper/dsp/block_size.h"
+#include "webrtc_common/se_wrapper/export.h"
+
+namespace quill::media::se_wrapper {
+
+// Lets the engine turn the seven microphones of a block into one mono signal, or passes one of them through.
+// in:     interleaved, BLOCK_SIZE frames of `numChannels` int16 samples, of which the engine gets channels
+//         1 to 7 unchanged, in the order of kMicrophoneChannels; samples, the frames of the block.
+//         enabled false: the engine is not called, so it does not advance, and `output` is channel 7.
+// out:    output, BLOCK_SIZE samples, int16.
+// reads:  as deinterleaveMicrophones does.
+// needs:  an engine that has been set up, when enabled; numChannels at least 8; samples == BLOCK_SIZE.
+//         Pointers are not checked.
+// fails:  fatal, "BLOCK_SIZE == samples" and "skipChannels > -1". With the "check" tag filtered out it goes
+//         on with BLOCK_SIZE frames, whatever `samples` says; with fewer than 8 channels it then reads past
+//         the frames' ends, and the output is of no use.
+// [audio] rt-safe, as far as the engine is
+SE_WRAPPER_EXPORT void processBlock(uint32_t numChannels, const int16_t* interleaved, uint32_t samples,
+                                    int16_t* output, bool enabled);
+
+}  // namespace quill::media::se_wrapper
