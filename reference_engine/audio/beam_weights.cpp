@@ -1,0 +1,42 @@
+#include "reference_engine/audio/beam_weights.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace reference_engine {
+namespace {
+
+// At most 1 when neither a coefficient nor a sum overflows in Q15.
+double loadOf(const double (&taps)[kBeamTaps]) {
+    double largest = 0, sum = 0;
+    for (double tap : taps) {
+        largest = std::max(largest, std::abs(tap));
+        sum += std::abs(tap);
+    }
+    return std::max(largest * 32768 / 32767, sum / 1.99);
+}
+
+double loadOf(const BeamDesign& design) {
+    double load = 0;
+    for (const auto& microphone : design.taps) {
+        for (const auto& taps : microphone) load = std::max(load, loadOf(taps));
+    }
+    return load;
+}
+
+}  // namespace
+
+void quantise(const BeamDesign& design, BeamWeights* weights) {
+    weights->shift = static_cast<int>(std::floor(-std::log2(loadOf(design))));
+    const double scale = std::ldexp(32768.0, weights->shift);
+    for (int m = 0; m < kMicrophones; ++m) {
+        for (int location = 0; location < kLocations; ++location) {
+            for (int k = 0; k < kBeamTaps; ++k) {
+                weights->coeffs[m][location * kBeamTaps + k] =
+                    static_cast<int16_t>(std::lround(design.taps[m][location][k] * scale));
+            }
+        }
+    }
+}
+
+}  // namespace reference_engine

@@ -1,0 +1,141 @@
+// Arithmetic of the engine's own, in single precision: a 16-bit transform would blur the phases of weak bins,
+// and the look direction must not depend on whose DFT stands in the hooks.
+// The noise floor is the least smoothed power of the last 1.5 to 3 seconds (Martin: Noise power spectral
+// density estimation based on optimal smoothing and minimum statistics, IEEE Transactions on Speech and Audio
+// Processing 9(5), 2001), without that paper's correction of the bias: the threshold above it allows for
+// that.
+#include "reference_engine/audio/direction_search.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "reference_engine/audio/geometry.h"
+#include "reference_engine/audio/meters.h"
+
+namespace reference_engine {
+namespace {
+
+constexpr float kPowerSmoothing = 0.8f;  // of the old value
+constexpr int kFloorBlocks = 150;        // after which the older half of the minima is dropped
+
+// A bin counts where it stands this far above the noise floor (a minimum, well below the mean), and above
+// what came just before: the attacks of a sound arrive before its reflections do.
+constexpr float kAboveFloor = 12.0f;
+constexpr float kAboveTail = 1.0f;
+
+constexpr float kLeastActivity = 0.05f;              // share of such bins that makes a block count
+constexpr float kAdaptation = 0.12f;                 // towards a block in which every bin counts
+constexpr float kHuge = 1e30f;                       // more than any power
+constexpr float kTiny = 1e-3f;                       // against division by zero; samples are integers
+constexpr float kNoDirection = 1.0f / kMicrophones;  // response of noise independent in each microphone
+
+uint64_t meanEnergyOf(const MicrophoneBlock& block) {
+    uint64_t energy = 0;
+    for (const auto& microphone : block) energy += energyOf(microphone);
+    return energy / kMicrophones;
+}
+
+}  // namespace
+
+void DirectionSearch::init() {
+    fft_.init(kFrame);
+    for (int i = 0; i < kFrame; ++i) {
+        window_[i] = static_cast<float>(0.5 - 0.5 * std::cos(2 * M_PI * (i + 0.5) / kFrame));
+    }
+    for (int d = 0; d < kLocations; ++d) {
+        for (int m = 0; m < kMicrophones; ++m) {
+            const double lead = leadOf(m, azimuthOf(d));
+            for (int k = 0; k < kBins; ++k) {
+                const double angle = -2 * M_PI * (kFirstBin + k) * kSampleRate / kFrame * lead;
+                steer_re_[d][m][k] = static_cast<float>(std::cos(angle));
+                steer_im_[d][m][k] = static_cast<float>(std::sin(angle));
+            }
+        }
+    }
+    for (auto& frame : frames_) std::fill(std::begin(frame), std::end(frame), 0.0f);
+    std::fill(std::begin(smoothed_), std::end(smoothed_), 0.0f);
+    std::fill(std::begin(least_), std::end(least_), kHuge);
+    std::fill(std::begin(least_before_), std::end(least_before_), kHuge);
+    floor_age_ = 0;
+    restart();
+}
+
+void DirectionSearch::restart() {
+    std::fill(std::begin(response_), std::end(response_), kNoDirection);
+    active_ = false;
+}
+
+void DirectionSearch::update(const MicrophoneBlock& block, uint64_t gate) {
+    analyse(block);
+    const float activity = weighBins();
+    active_ = activity > kLeastActivity && meanEnergyOf(block) >= gate;
+    if (!active_) return;
+    const float step = kAdaptation * activity;
+    for (int d = 0; d < kLocations; ++d) response_[d] += step * (powerFrom(d) - response_[d]);
+}
+
+void DirectionSearch::analyse(const MicrophoneBlock& block) {
+    std::fill(std::begin(power_), std::end(power_), 0.0f);
+    for (int m = 0; m < kMicrophones; ++m) {
+        float* frame = frames_[m];
+        std::copy(frame + kBlock, frame + kFrame, frame);
+        std::copy(block[m], block[m] + kBlock, frame + kFrame - kBlock);
+
+        float windowed[kFrame];
+        Complex bins[kFrame / 2 + 1];
+        for (int i = 0; i < kFrame; ++i) windowed[i] = frame[i] * window_[i];
+        fft_.forward(windowed, bins);
+        for (int k = 0; k < kBins; ++k) {
+            const float re = bins[kFirstBin + k].real();
+            const float im = bins[kFirstBin + k].imag();
+            const float power = re * re + im * im;
+            const float to_unit = 1.0f / std::sqrt(power + kTiny);
+            phase_re_[m][k] = re * to_unit;
+            phase_im_[m][k] = im * to_unit;
+            power_[k] += power / kMicrophones;
+        }
+    }
+}
+
+// Returns the mean weight: the share of the band in which there is sound.
+float DirectionSearch::weighBins() {
+    float sum = 0;
+    for (int k = 0; k < kBins; ++k) {
+        const float before = smoothed_[k];
+        smoothed_[k] = std::max(kTiny, kPowerSmoothing * before + (1 - kPowerSmoothing) * power_[k]);
+        least_[k] = std::min(least_[k], smoothed_[k]);
+        const float floor = std::min(least_[k], least_before_[k]);
+        const float threshold = std::max(kAboveFloor * floor, kAboveTail * before);
+        weight_[k] = power_[k] > threshold ? 1 - threshold / power_[k] : 0.0f;
+        sum += weight_[k];
+    }
+    if (++floor_age_ == kFloorBlocks) {
+        std::copy(std::begin(least_), std::end(least_), least_before_);
+        std::copy(std::begin(smoothed_), std::end(smoothed_), least_);
+        floor_age_ = 0;
+    }
+    return sum / kBins;
+}
+
+// needs: a bin whose weight is not 0.
+float DirectionSearch::powerFrom(int location) const {
+    float re[kBins] = {};
+    float im[kBins] = {};
+    for (int m = 0; m < kMicrophones; ++m) {
+        const float* steer_re = steer_re_[location][m];
+        const float* steer_im = steer_im_[location][m];
+        for (int k = 0; k < kBins; ++k) {
+            re[k] += phase_re_[m][k] * steer_re[k] - phase_im_[m][k] * steer_im[k];
+            im[k] += phase_re_[m][k] * steer_im[k] + phase_im_[m][k] * steer_re[k];
+        }
+    }
+    float power = 0;
+    float weights = 0;
+    for (int k = 0; k < kBins; ++k) {
+        power += weight_[k] * (re[k] * re[k] + im[k] * im[k]);
+        weights += weight_[k];
+    }
+    return power / (weights * kMicrophones * kMicrophones);
+}
+
+}  // namespace reference_engine

@@ -1,0 +1,48 @@
+// A feed-forward peak limiter with hold and smooth release (Giannoulis, Massberg, Reiss: Digital dynamic
+// range compressor design, Journal of the Audio Engineering Society 60(6), 2012). A peak at the very start of
+// a block has nothing before it to ramp down in: there the gain drops at once.
+#include "reference_engine/audio/limiter.h"
+
+#include <cmath>
+
+#include "reference_engine/routines/fixed_point.h"
+
+namespace reference_engine {
+namespace {
+
+constexpr float kAttack = 1.0f / 32;     // of gain a sample, ahead of a peak
+constexpr int kHold = 320;               // samples; a period of 50 Hz
+constexpr float kRelease = 1.0f / 1600;  // of the way back a sample: a time constant of 100 ms
+constexpr float kNearUnity = 0.9999f;
+
+// Gain that fits a sample into 16 bits.
+float fittingGain(int32_t sample) {
+    if (sample > 32767) return 32767.0f / static_cast<float>(sample);
+    if (sample < -32768) return -32768.0f / static_cast<float>(sample);
+    return 1;
+}
+
+}  // namespace
+
+void Limiter::process(const int32_t* in, int16_t* out) {
+    float allowed[kBlock];
+    float next = 1;
+    for (int i = kBlock - 1; i >= 0; --i) {
+        next = std::min(fittingGain(in[i]), next + kAttack);
+        allowed[i] = next;
+    }
+    for (int i = 0; i < kBlock; ++i) {
+        if (allowed[i] <= gain_) {
+            gain_ = allowed[i];
+            hold_ = kHold;
+        } else if (hold_ > 0) {
+            --hold_;
+        } else {
+            gain_ = std::min(gain_ + kRelease * (1 - gain_), allowed[i]);
+            if (gain_ > kNearUnity) gain_ = 1;
+        }
+        out[i] = gain_ == 1 ? saturate16(in[i]) : saturate16(std::lround(static_cast<float>(in[i]) * gain_));
+    }
+}
+
+}  // namespace reference_engine

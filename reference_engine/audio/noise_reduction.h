@@ -1,0 +1,33 @@
+// Lowers stationary noise in the one signal that the beam former leaves. Bypassed, it is a pure delay of the
+// same length; switching over is faded and the noise is followed all the while. Threads: init [setup];
+// process [audio] rt-safe.
+#pragma once
+
+#include "reference_engine/audio/noise_floor.h"
+#include "reference_engine/audio/spectral_frame.h"
+#include "reference_engine/audio/spectral_gain.h"
+#include "reference_engine/settings.h"
+
+namespace reference_engine {
+
+class NoiseReduction {
+  public:
+    void init();
+
+    // in, out: kBlock samples; out lags in by kSpectralDelay. in: `echo`, power of the echo that is still in the
+    // frame that ends with this block, one a bin.
+    void process(const int16_t* in, const float (&echo)[kSpectralBins], const Settings& settings,
+                 int16_t* out);
+
+  private:
+    void weigh(Spectrum& spectrum) const;
+
+    SpectralAnalysis analysis_;
+    SpectralSynthesis synthesis_;
+    NoiseFloor floor_;
+    SpectralGain gain_;
+    DelayLine<kSpectralDelay> line_;
+    bool bypassed_ = false;  // at the end of the last block
+};
+
+}  // namespace reference_engine

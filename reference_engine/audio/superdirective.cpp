@@ -1,0 +1,136 @@
+// Superdirective weights (Bitzer, Simmer: Superdirective microphone arrays, in: Microphone Arrays, Springer
+// 2001) against spherically isotropic noise, regularised by a white noise of the microphones (Cox, Zeskind,
+// Owen: Robust adaptive beamforming, IEEE Transactions on Acoustics, Speech and Signal Processing 35(10),
+// 1987). All taps are found at once, as the least mean square of diffuse noise, sensor noise and distortion
+// of the look direction over the whole band, so no spectrum is cut to the length of the filters. The diffuse
+// noise is pink: low frequencies, where a small array has to work against itself, get only as much
+// directivity as pays.
+#include "reference_engine/audio/superdirective.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstdlib>
+#include <vector>
+
+#include "reference_engine/audio/geometry.h"
+#include "reference_engine/audio/linear_solve.h"
+
+namespace reference_engine {
+namespace {
+
+constexpr int kUnknowns = kMicrophones * kBeamTaps;
+constexpr int kFrequencies = 320;  // from 0 to half the sampling rate
+constexpr double kStep = 0.5 * kSampleRate / kFrequencies;
+
+// Shares of the three parts. Total diffuse noise is 1 at a microphone, that of each sensor 1 too: the weights
+// gain 4.4 dB or more in pink diffuse noise and keep 7.2 dB of the 8.5 dB that averaging gains in sensor
+// noise. A tenth of the sensor noise would gain 1 dB in the one and lose 2 dB in the other.
+constexpr double kSensorNoise = 1;
+constexpr double kDistortion = 300;
+constexpr double kTopDistortion = 30;    // above kTop, where fractional delays are hard to make
+constexpr double kTop = 7000;            // Hz
+constexpr double kLowestPink = 20;       // Hz
+constexpr double kHighPassCorner = 130;  // Hz; below, noise does not reach the beam former
+
+// A symmetric system; only the lower triangle is filled.
+struct System {
+    std::vector<double> matrix = std::vector<double>(kUnknowns * kUnknowns);
+    std::vector<double> target = std::vector<double>(kUnknowns);
+
+    double& at(int row, int column) { return matrix[static_cast<size_t>(row * kUnknowns + column)]; }
+};
+
+double frequency(int index) {
+    return (index + 0.5) * kStep;
+}
+
+// Radians a sample.
+double angle(int index) {
+    return 2 * M_PI * frequency(index) / kSampleRate;
+}
+
+double sinc(double x) {
+    return std::abs(x) < 1e-9 ? 1.0 : std::sin(x) / x;
+}
+
+// Power of pink noise in one step behind the high-pass; before it, all steps from kLowestPink up sum to 1.
+double diffusePower(int index) {
+    const double f = frequency(index);
+    const double x = std::pow(f / kHighPassCorner, 2);
+    return kStep / f / std::log(0.5 * kSampleRate / kLowestPink) * std::pow(x / (1 + x), 2);
+}
+
+// Autocorrelation of the noise that two microphones share, at lags of whole samples.
+void noiseCorrelation(int m, int n, double (&correlation)[kBeamTaps]) {
+    const double seconds = delayBetween(m, n);
+    for (int index = 0; index < kFrequencies; ++index) {
+        double power = diffusePower(index) * sinc(2 * M_PI * frequency(index) * seconds);
+        if (m == n) power += kSensorNoise / kFrequencies;
+        for (int lag = 0; lag < kBeamTaps; ++lag) correlation[lag] += power * std::cos(angle(index) * lag);
+    }
+}
+
+void addNoise(System& system) {
+    for (int m = 0; m < kMicrophones; ++m) {
+        for (int n = 0; n <= m; ++n) {
+            double correlation[kBeamTaps] = {};
+            noiseCorrelation(m, n, correlation);
+            for (int i = 0; i < kBeamTaps; ++i) {
+                for (int k = 0; k < kBeamTaps; ++k) {
+                    system.at(m * kBeamTaps + i, n * kBeamTaps + k) += correlation[std::abs(i - k)];
+                }
+            }
+        }
+    }
+}
+
+// Squared deviation from a pure delay of kBeamDelay for sound from `azimuth`.
+void addDistortion(double azimuth, System& system) {
+    for (int index = 0; index < kFrequencies; ++index) {
+        const double share = (frequency(index) < kTop ? kDistortion : kTopDistortion) / kFrequencies;
+        double re[kUnknowns], im[kUnknowns];
+        for (int m = 0; m < kMicrophones; ++m) {
+            for (int k = 0; k < kBeamTaps; ++k) {
+                const double late =
+                    kBeamTaps - 1 - k - leadOf(m, azimuth) * kSampleRate - kBeamDelay;  // samples
+                re[m * kBeamTaps + k] = std::cos(angle(index) * late);
+                im[m * kBeamTaps + k] = std::sin(angle(index) * late);
+            }
+        }
+        for (int row = 0; row < kUnknowns; ++row) {
+            system.target[static_cast<size_t>(row)] += share * re[row];
+            for (int column = 0; column <= row; ++column) {
+                system.at(row, column) += share * (re[row] * re[column] + im[row] * im[column]);
+            }
+        }
+    }
+}
+
+// The array looks the same every 60 degrees: microphone `m` seen after a turn of that many steps.
+int turned(int m, int steps) {
+    constexpr int kCircle = kMicrophones - 1;
+    return m == 0 ? 0 : 1 + (m - 1 + steps) % kCircle;
+}
+
+}  // namespace
+
+void designSuperdirective(BeamDesign* design) {
+    constexpr int kDistinct = 2;  // towards a microphone and between two; all others are turned ones
+    System noise;
+    addNoise(noise);
+    for (int location = 0; location < kDistinct; ++location) {
+        System system = noise;
+        addDistortion(azimuthOf(location), system);
+        solvePositiveDefinite(system.matrix, system.target);
+        for (int steps = 0; steps < kLocations / kDistinct; ++steps) {
+            for (int m = 0; m < kMicrophones; ++m) {
+                const double* taps = &system.target[static_cast<size_t>(m * kBeamTaps)];
+                std::copy(taps, taps + kBeamTaps,
+                          design->taps[turned(m, steps)][location + kDistinct * steps]);
+            }
+        }
+    }
+}
+
+}  // namespace reference_engine

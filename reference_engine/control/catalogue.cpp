@@ -1,0 +1,197 @@
+#include "reference_engine/control/catalogue.h"
+
+#include <cstring>
+#include <iterator>
+
+#include "reference_engine/audio/noise_test.h"
+#include "reference_engine/build.h"
+#include "reference_engine/settings.h"
+
+namespace reference_engine {
+namespace {
+
+enum Level : int32_t { kBasic, kIntermediate, kAdvanced, kDebug };
+
+struct Range {
+    double lowest = 0;
+    double highest = 0;
+};
+
+constexpr Range kSwitch = {0, 1};
+constexpr Range kQ10 = {0, 32767};
+constexpr Range kAny40 = {-549755813888.0, 549755813887.0};
+
+constexpr const char* kLookModeLabels[kLookModes] = {"All directions", "Forward", "Narrow forward",
+                                                     "One direction"};
+constexpr const char* kOutputSourceLabels[kOutputSources] = {"Beam", "Centre microphone"};
+constexpr const char* kNoiseTestLabels[NoiseTest::kStates] = {"Idle", "Running", "Done"};
+
+// The type of a diagnostic is the type of the field that it names.
+constexpr SEDiagType_t typeOf(const int16_t*) {
+    return kSEDiagInt16;
+}
+constexpr SEDiagType_t typeOf(const uint16_t*) {
+    return kSEDiagUInt16;
+}
+constexpr SEDiagType_t typeOf(const int32_t*) {
+    return kSEDiagInt32;
+}
+constexpr SEDiagType_t typeOf(const uint32_t*) {
+    return kSEDiagUInt32;
+}
+constexpr SEDiagType_t typeOf(const int64_t*) {
+    return kSEDiagInt40;
+}
+constexpr SEDiagType_t typeOf(const uint64_t*) {
+    return kSEDiagUInt40;
+}
+constexpr SEDiagType_t typeOf(const float*) {
+    return kSEDiagFloat32;
+}
+
+SEDiag_t row(const char* name, Level level, SEDiagType_t type, SEDiagRW_t rw, void* value, int32_t len,
+             const char* help) {
+    SEDiag_t diag = {};
+    std::strncpy(diag.name, name, sizeof diag.name - 1);
+    diag.value = value;
+    diag.type = type;
+    diag.len = len;
+    diag.level = level;
+    diag.rw = rw;
+    diag.help = help;
+    return diag;
+}
+
+template <class T>
+SEDiag_t setting(const char* name, Level level, T& field, Range range, const char* help,
+                 SEDiagRW_t rw = kSEDiagReadWrite) {
+    SEDiag_t diag = row(name, level, typeOf(&field), rw, &field, 1, help);
+    diag.lowest = range.lowest;
+    diag.highest = range.highest;
+    return diag;
+}
+
+template <class T>
+SEDiag_t reading(const char* name, Level level, T& field, const char* help) {
+    return row(name, level, typeOf(&field), kSEDiagRead, &field, 1, help);
+}
+
+template <class T, size_t N>
+SEDiag_t readings(const char* name, Level level, T (&field)[N], const char* help) {
+    return row(name, level, typeOf(field), kSEDiagRead, field, static_cast<int32_t>(N), help);
+}
+
+template <size_t N>
+SEDiag_t choice(const char* name, Level level, SEDiagRW_t rw, int32_t& field, const char* const (&labels)[N],
+                const char* help) {
+    SEDiag_t diag = row(name, level, kSEDiagEnum, rw, &field, 1, help);
+    diag.labels = labels;
+    diag.label_count = static_cast<int32_t>(N);
+    diag.highest = static_cast<double>(N - 1);
+    return diag;
+}
+
+Settings& set = g_settings;
+Readings& get = g_readings;
+
+SEDiag_t g_rows[] = {
+    // Receive path.
+    setting(kReceiveGainName, kBasic, set.receive_gain_q10, kQ10,
+            "Gain of the far end on its way to the loudspeaker, 1024 = 1"),
+    reading("sercv_far_end_energy", kAdvanced, get.far_end_energy,
+            "Sum of squares of the last block that the loudspeaker got"),
+
+    // Look direction.
+    choice("mmfx_look_mode", kBasic, kSEDiagReadWrite, set.look_mode, kLookModeLabels,
+           "Sector in which the location search looks for the talker"),
+    setting("mmfx_rear_rejection_db", kIntermediate, set.rear_rejection_db, {0, 40},
+            "Decibels by which the output is lowered while sound comes from outside the sector"),
+    setting("mmfx_bypass_location_search", kIntermediate, set.bypass_location_search, kSwitch,
+            "1: look where mmfx_force_location_index says instead of searching"),
+    setting("mmfx_force_location_index", kIntermediate, set.force_location_index, {0, kLocations - 1},
+            "Location to look at while the search is bypassed; azimuth in steps of 30 degrees"),
+    setting("mmfx_force_location_confidence", kIntermediate, set.force_location_confidence, {0, 32767},
+            "Confidence to report while the search is bypassed"),
+    setting("mmfx_switch_hold_blocks", kAdvanced, set.switch_hold_blocks, {0, 1000},
+            "Blocks of sound for which another direction must be ahead before the beam turns to it"),
+    setting("mmfx_search_gate_energy", kAdvanced, set.search_gate_energy, {0, 171798691840.0},
+            "Sum of squares over a block, mean of the microphones, below which the search does not listen"),
+    setting("mmfx_restart_search", kAdvanced, set.restart_search, kSwitch,
+            "1: forget what the search has heard; done at the next block", kSEDiagWrite),
+    reading("mmfx_location", kBasic, get.location, "Location that the beam looks at"),
+    reading("mmfx_look_azimuth_deg", kBasic, get.look_azimuth_deg, "The same in degrees from microphone 1"),
+    reading("mmfx_location_confidence", kBasic, get.confidence,
+            "How far that direction stands out from all others, 0 to 32767"),
+    readings("mmfx_azimuth_deg", kDebug, get.azimuth_deg, "Azimuth of each location in degrees"),
+    readings("mmfx_response", kAdvanced, get.response,
+             "What the search hears from each location; 1: all sound comes from there"),
+    readings("mmfx_blocks_at_location", kDebug, get.blocks_at_location,
+             "Blocks for which the beam has looked at each location"),
+    readings("mmfx_steering_delay_ns", kDebug, get.steering_delay_ns,
+             "Nanoseconds by which the beam delays each microphone against the centre"),
+    readings("mmfx_beam_peak", kDebug, get.beam_peak, "Largest magnitude in the last block of each beam"),
+    readings("mmfx_beam_energy", kDebug, get.beam_energy, "Sum of squares of the last block of each beam"),
+    readings("mmfx_beam_correlation", kDebug, get.beam_correlation,
+             "Sum of products of the last block of each beam with the centre microphone"),
+
+    // Echo canceller.
+    reading("seaec_enhancement_db", kBasic, get.echo_enhancement_db,
+            "Decibels by which the microphones are lowered while the far end sounds, over a second of it"),
+    reading("seaec_tail_ms", kAdvanced, get.echo_tail_ms, "Longest echo that is cancelled, milliseconds"),
+    readings("seaec_path_energy", kDebug, get.echo_path_energy,
+             "Energy of the echo path from each 20 ms to the next, mean of the microphones"),
+
+    // Microphones.
+    readings("semic_level_dbfs", kBasic, get.microphone_dbfs, "Level of each microphone in the last block"),
+    readings("semic_energy", kAdvanced, get.microphone_energy,
+             "Sum of squares of the last block of each microphone"),
+    readings("semic_peak", kIntermediate, get.microphone_peak,
+             "Largest magnitude in the last block of each microphone"),
+    readings("semic_clipped", kAdvanced, get.microphone_clipped,
+             "Samples of the last block at the ends of the range, for each microphone"),
+    readings("semic_clipped_total", kIntermediate, get.microphone_clipped_total,
+             "The same since the engine was initialised"),
+    readings("semic_correlation", kDebug, get.microphone_correlation,
+             "Sum of products of the last block of each microphone with the centre one"),
+
+    // Output.
+    choice("seout_source", kBasic, kSEDiagReadWrite, set.output_source, kOutputSourceLabels,
+           "What goes to the output"),
+    setting("seout_gain_q10", kBasic, set.output_gain_q10, {0, 32767}, "Gain of the output, 1024 = 1"),
+    setting("seout_unmute_at_sample", kAdvanced, set.unmute_at_sample, kAny40,
+            "Count of sesys_sample_clock before which the output is silent"),
+    reading("seout_level_dbfs", kBasic, get.output_dbfs, "Level of the last output block"),
+    reading("seout_correlation", kDebug, get.output_correlation,
+            "Sum of products of the last output block with the centre microphone"),
+    readings("seout_block", kDebug, get.output_block, "The last output block"),
+
+    // Noise reduction and echo control.
+    setting("senr_echo_safety_factor_q10", kIntermediate, set.echo_safety_factor_q10, kQ10,
+            "Factor on the expected residual echo that the noise reduction takes away too, 1024 = 1"),
+    setting("senr_nf_weight_factor_q10", kAdvanced, set.nf_weight_factor_q10, kQ10,
+            "Weight of the noise floor of each band, 1024 = 1"),
+    setting("senr_nf_fullband_weight_factor_q10", kAdvanced, set.nf_fullband_weight_factor_q10, kQ10,
+            "Weight of the noise floor of the whole band, 1024 = 1"),
+
+    // Noise test and clocks.
+    setting("sent_blocks", kIntermediate, set.noise_test_blocks, {1, 60000},
+            "Blocks of 10 ms over which the noise test measures"),
+    choice("sent_state", kIntermediate, kSEDiagRead, get.noise_test_state, kNoiseTestLabels,
+           "Whether a noise test is under way"),
+    row("sent_levels_dbfs", kAdvanced, kSEDiagFloat32, kSEDiagRead, &get.noise_test, 180,
+        "The last noise test: 30 rows of 250 Hz, one level for each microphone of the circle"),
+    reading("sesys_sample_clock", kDebug, get.sample_clock, "Samples since the engine was initialised"),
+    reading("sesys_blocks", kBasic, get.blocks, "Blocks since the engine was initialised"),
+};
+
+}  // namespace
+
+int32_t catalogueSize() {
+    return static_cast<int32_t>(std::size(g_rows));
+}
+
+SEDiag_t* catalogueRow(int32_t index) {
+    return index >= 0 && index < catalogueSize() ? &g_rows[index] : nullptr;
+}
+
+}  // namespace reference_engine

@@ -1,0 +1,116 @@
+#include "reference_engine/control/engine.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "reference_engine/audio/geometry.h"
+#include "reference_engine/audio/meters.h"
+
+namespace reference_engine {
+
+Settings g_settings;
+Readings g_readings;
+Engine g_engine;
+
+void Engine::init() {
+    g_settings = Settings{};
+    g_readings = Readings{};
+    for (int d = 0; d < kLocations; ++d) {
+        g_readings.azimuth_deg[d] = static_cast<uint16_t>(360 * d / kLocations);
+    }
+    g_readings.echo_tail_ms = kEchoTaps * 1000 / kSampleRate;
+    high_pass_.init();
+    echo_canceller_.init();
+    residual_echo_.init();
+    search_.init();
+    look_.init();
+    beam_former_.init();
+    noise_reduction_.init();
+    output_.init();
+    receive_path_.init();
+    noise_test_.init(&g_readings.noise_test);
+    ready_ = true;
+}
+
+void Engine::processMicrophones(const int16_t* centre, const int16_t* circle, int16_t* out) {
+    if (!ready_) {
+        std::fill(out, out + kBlock, int16_t{0});
+        return;
+    }
+    MicrophoneBlock microphones;
+    std::copy(centre, centre + kBlock, microphones[0]);
+    std::copy(circle, circle + (kMicrophones - 1) * kBlock, microphones[1]);
+    noise_test_.process(microphones, g_settings.noise_test_blocks, &g_readings.noise_test);
+
+    MicrophoneBlock filtered, clean;
+    high_pass_.process(microphones, filtered);
+    cancelEcho(filtered, clean);
+    search(clean);
+
+    Beams beams;
+    beam_former_.process(clean, beams);
+    int16_t selected[kBlock], reduced[kBlock];
+    output_.select(beam_former_, beams, look_.location(), g_settings, selected);
+    noise_reduction_.process(selected, residual_echo_.power(), g_settings, reduced);
+    output_.play(reduced, look_.soundFromOutside(), g_settings, g_readings.sample_clock, out);
+    report(microphones, beams, out);
+}
+
+void Engine::processReceivePath(const int16_t* in, int16_t* out) {
+    if (!ready_) {
+        std::copy(in, in + kBlock, out);
+        return;
+    }
+    receive_path_.process(in, out, g_settings.receive_gain_q10);
+    g_readings.far_end_energy = energyOf(receive_path_.played());
+}
+
+void Engine::startNoiseTest() {
+    if (!ready_) return;
+    noise_test_.start();
+    g_readings.noise_test_state = noise_test_.state();
+}
+
+void Engine::cancelEcho(const MicrophoneBlock& in, MicrophoneBlock& out) {
+    int16_t far_end[kBlock];
+    high_pass_.processFarEnd(receive_path_.played(), far_end);
+    receive_path_.endBlock();
+    echo_canceller_.process(far_end, in, out);
+    g_readings.echo_enhancement_db = echo_canceller_.enhancementDb();
+    std::copy(std::begin(echo_canceller_.pathEnergy()), std::end(echo_canceller_.pathEnergy()),
+              g_readings.echo_path_energy);
+    residual_echo_.update(echo_canceller_.residual());
+    if (g_settings.aec_bypass != 0) std::copy(in[0], in[0] + kMicrophones * kBlock, out[0]);
+}
+
+void Engine::search(const MicrophoneBlock& block) {
+    if (g_settings.restart_search != 0) {
+        search_.restart();
+        g_settings.restart_search = 0;
+    }
+    search_.update(block, g_settings.search_gate_energy);
+    look_.update(search_, g_settings);
+}
+
+void Engine::report(const MicrophoneBlock& microphones, const Beams& beams, const int16_t* out) {
+    const int location = look_.location();
+    meterMicrophones(microphones, &g_readings);
+    meterBeams(beams, beam_former_.centre(), &g_readings);
+    g_readings.location = static_cast<uint16_t>(location);
+    g_readings.look_azimuth_deg = g_readings.azimuth_deg[location];
+    g_readings.confidence = look_.confidence();
+    std::copy(std::begin(search_.response()), std::end(search_.response()), g_readings.response);
+    ++g_readings.blocks_at_location[location];
+    for (int m = 0; m < kMicrophones; ++m) {
+        g_readings.steering_delay_ns[m] =
+            static_cast<int32_t>(std::lround(leadOf(m, azimuthOf(location)) * 1e9));
+    }
+    std::copy(out, out + kBlock, g_readings.output_block);
+    g_readings.output_dbfs = dbfsOf(energyOf(out));
+    g_readings.output_correlation = correlationOf(out, beam_former_.centre());
+    g_readings.noise_test_state = noise_test_.state();
+    g_readings.sample_clock += kBlock;
+    ++g_readings.blocks;
+}
+
+}  // namespace reference_engine

@@ -1,0 +1,46 @@
+// The engine as a whole: what a block goes through, in order, and the state that outlives it. There is one,
+// as the C interface has no handle. Threads: one call at a time; init [setup], the paths [audio] rt-safe.
+#pragma once
+
+#include "reference_engine/audio/beam_former.h"
+#include "reference_engine/audio/direction_search.h"
+#include "reference_engine/audio/echo_canceller.h"
+#include "reference_engine/audio/high_pass.h"
+#include "reference_engine/audio/look_direction.h"
+#include "reference_engine/audio/noise_reduction.h"
+#include "reference_engine/audio/noise_test.h"
+#include "reference_engine/audio/output.h"
+#include "reference_engine/audio/receive_path.h"
+#include "reference_engine/audio/residual_echo.h"
+#include "reference_engine/settings.h"
+
+namespace reference_engine {
+
+class Engine {
+  public:
+    void init();
+    void processMicrophones(const int16_t* centre, const int16_t* circle, int16_t* out);
+    void processReceivePath(const int16_t* in, int16_t* out);
+    void startNoiseTest();
+
+  private:
+    void cancelEcho(const MicrophoneBlock& in, MicrophoneBlock& out);
+    void search(const MicrophoneBlock& block);
+    void report(const MicrophoneBlock& microphones, const Beams& beams, const int16_t* out);
+
+    bool ready_ = false;
+    HighPass high_pass_;
+    EchoCanceller echo_canceller_;
+    ResidualEcho residual_echo_;
+    DirectionSearch search_;
+    LookDirection look_;
+    BeamFormer beam_former_;
+    NoiseReduction noise_reduction_;
+    Output output_;
+    ReceivePath receive_path_;
+    NoiseTest noise_test_;
+};
+
+extern Engine g_engine;
+
+}  // namespace reference_engine
