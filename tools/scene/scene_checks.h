@@ -1,0 +1,11 @@
+// What a scene can be: the range of each option.
+#pragma once
+
+#include "tools/scene/scene.h"
+
+namespace se_scene {
+
+// fails: std::invalid_argument names the first option that is out of its range, and the range.
+void checkOptions(const SceneOptions& options);
+
+}  // namespace se_scene

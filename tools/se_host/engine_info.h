@@ -1,0 +1,43 @@
+// What `se_host info` tells: the loaded engine, the processor, the kernels, the properties.
+// Threads: one.
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "tools/se_host/session.h"
+
+namespace se_host {
+
+struct Presence {
+    std::string name;
+    bool present;
+};
+
+struct PropertyLine {
+    std::string path;
+    std::string type;
+    std::string value;
+    bool read_only;
+};
+
+struct EngineInfo {
+    std::string build;
+    std::string version;
+    std::vector<Presence> capabilities;
+    std::vector<Presence> optional_entry_points;
+    std::vector<Presence> processor_features;
+    std::string convolution_kernels;
+    std::vector<std::string> builds;  // that could be loaded instead
+    std::vector<PropertyLine> properties;
+};
+
+// needs: a loaded engine.
+EngineInfo gatherInfo(const Session& session);
+
+// A few lines, the last one ended.
+std::string toText(const EngineInfo& info);
+nlohmann::ordered_json toJson(const EngineInfo& info);
+
+}  // namespace se_host

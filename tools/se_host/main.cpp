@@ -1,0 +1,78 @@
+// se_host: the command-line host. Parses, runs one subcommand and turns whatever goes wrong into one line and
+// an exit code: 0 done, 1 failure, 2 wrong usage.
+// Threads: one.
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "tools/se_host/errors.h"
+#include "tools/se_host/fatal_record.h"
+#include "tools/se_host/info_command.h"
+#include "tools/se_host/one_line.h"
+#include "tools/se_host/process_command.h"
+#include "tools/se_host/scene_command.h"
+#include "tools/se_host/temporary_file.h"
+
+namespace {
+
+constexpr int kFailure = 1;
+constexpr int kWrongUsage = 2;
+
+constexpr const char* kDescription =
+    "Sends recordings of a microphone array through an acoustic engine: eight or more channels in, the\n"
+    "talker's voice out. Channels 1 to 7 are the microphones; 16 kHz, other rates are resampled.\n";
+
+constexpr const char* kExamples =
+    "Examples:\n"
+    "  se_host scene meeting.wav --azimuth 60       a simulated recording to try it with\n"
+    "  se_host process meeting.wav talker.wav       through the engine\n"
+    "  se_host info                                 the engine and what it can do\n"
+    "'se_host COMMAND --help' explains a command.";
+
+int complain(const std::string& text, int exit_code) {
+    std::cerr << "se_host: " << se_host::oneLine(text) << std::endl;
+    return exit_code;
+}
+
+// What the parser says, or the word that it took for a command, and where to read on.
+std::string usageText(const CLI::App& app, const CLI::ParseError& error) {
+    const std::vector<CLI::App*> commands = app.get_subcommands();
+    if (!commands.empty()) {
+        return std::string(error.what()) + "; see 'se_host " + commands.front()->get_name() + " --help'";
+    }
+    const std::vector<std::string> words = app.remaining();
+    const std::string text = words.empty() ? error.what() : "no command or option '" + words.front() + "'";
+    return text + "; see 'se_host --help'";
+}
+
+int parseAndRun(CLI::App& app, int argc, char** argv) {
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::Success& help) {
+        app.exit(help);
+    } catch (const CLI::ParseError& error) {
+        return complain(usageText(app, error), kWrongUsage);
+    } catch (const se_host::UsageError& error) {
+        return complain(error.what(), kWrongUsage);
+    } catch (const std::exception& error) {
+        return complain(error.what(), kFailure);
+    }
+    std::cout.flush();
+    return std::cout ? 0 : complain("cannot write to standard output; is there space left?", kFailure);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    se_host::installRecordSink();
+    se_host::removeTemporaryFilesOnSignals();
+    CLI::App app(kDescription, "se_host");
+    app.set_version_flag("--version", "se_host " SE_HOST_VERSION);
+    app.footer(kExamples);
+    app.require_subcommand(1);
+    se_host::addProcessCommand(app);
+    se_host::addSceneCommand(app);
+    se_host::addInfoCommand(app);
+    return parseAndRun(app, argc, argv);
+}

@@ -1,0 +1,29 @@
+// The run through the engine, block by block, as a conferencing client does it every 10 ms.
+// Threads: one; the engine's audio thread for the time of the run.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "tools/se_host/recording.h"
+
+namespace se_host {
+
+// Where the engine believes the talker to be.
+struct Direction {
+    static constexpr int kDegreesPerLocation = 30;
+
+    uint16_t location;   // azimuth in steps, counter-clockwise seen from above
+    int16_t confidence;  // 0 to 32767
+};
+
+struct Processed {
+    std::vector<int16_t> output;        // mono, as long as the recording was before its padding
+    std::vector<Direction> directions;  // one a block; empty when the engine was bypassed
+    double processing_seconds = 0;
+};
+
+// needs: a started engine. `bypass`: the raw microphone of channel 7 instead of the engine's output.
+Processed process(const Recording& recording, bool bypass, bool show_progress);
+
+}  // namespace se_host
