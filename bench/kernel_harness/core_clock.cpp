@@ -1,0 +1,34 @@
+#include "bench/kernel_harness/core_clock.h"
+
+#include <chrono>
+#include <cstdint>
+
+namespace kernel_harness {
+namespace {
+
+// Every x86-64 core of today multiplies 64-bit integers in three cycles. Additions would not do: some cores
+// take several dependent ones in one cycle.
+constexpr int kCyclesPerMultiplication = 3;
+constexpr int kMultiplications = 16 * 1500;
+
+}  // namespace
+
+double now() {
+    const auto time = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration<double>(time).count();
+}
+
+double secondsPerCycle() {
+    uint64_t x = 3;
+    const double begin = now();
+    for (int i = 0; i < kMultiplications / 16; ++i) {
+        __asm__ volatile(
+            ".rept 16\n\t"
+            "imul %0, %0\n\t"
+            ".endr"
+            : "+r"(x));
+    }
+    return (now() - begin) / (kMultiplications * kCyclesPerMultiplication);
+}
+
+}  // namespace kernel_harness

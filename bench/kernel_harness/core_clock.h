@@ -1,0 +1,13 @@
+// The core's clock, measured: the time-stamp counter and the wall run at rates of their own.
+// Threads: one.
+#pragma once
+
+namespace kernel_harness {
+
+// Seconds on a clock that never goes back.
+double now();
+
+// Seconds that one core cycle takes at this moment. Runs for about 20 microseconds.
+double secondsPerCycle();
+
+}  // namespace kernel_harness

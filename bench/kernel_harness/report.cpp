@@ -1,0 +1,85 @@
+#include "bench/kernel_harness/report.h"
+
+#include <cstdio>
+#include <iostream>
+
+namespace kernel_harness {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+std::string described(const quill::test::Numbers& numbers) {
+    std::string text;
+    for (const auto& [name, value] : numbers) {
+        text += (text.empty() ? "" : " ") + name + "=" + std::to_string(value);
+    }
+    return text;
+}
+
+void printRow(const Selected& row, const char* text) {
+    std::printf("%-24s %-10s %s\n", row.function->name.c_str(), row.variant->name.c_str(), text);
+    std::fflush(stdout);
+}
+
+}  // namespace
+
+Report::Report(uint32_t seed, bool json) : json_(json), document_{{"seed", seed}} {
+    if (!json_) std::printf("seed %u\n", seed);
+}
+
+void Report::add(const char* list, const Selected& row, Json more) {
+    Json entry = {{"function", row.function->name}, {"variant", row.variant->name}};
+    entry.update(more);
+    document_[list].push_back(std::move(entry));
+}
+
+void Report::listed(const Selected& row) {
+    add("variants", row, {{"runs", row.runs}});
+    if (!json_) printRow(row, row.runs ? "runs here" : missing(*row.variant).c_str());
+}
+
+void Report::skipped(const Selected& row) {
+    add("checks", row, {{"skipped", missing(*row.variant)}});
+    if (!json_) printRow(row, ("skipped: " + missing(*row.variant)).c_str());
+}
+
+void Report::passed(const Selected& row, int problems) {
+    add("checks", row, {{"passed", true}, {"problems", problems}});
+    if (!json_) printRow(row, (std::to_string(problems) + " problems, all right").c_str());
+}
+
+void Report::failed(const Selected& row, const std::string& text, const std::string& repeat_command) {
+    add("checks", row, {{"passed", false}, {"text", text}, {"repeat", repeat_command}});
+    if (!json_) printRow(row, ("WRONG: " + text + "\n  again with: " + repeat_command).c_str());
+}
+
+void Report::timed(const Selected& row, const quill::test::Numbers& numbers, const Measurement& m) {
+    Json numbers_given = Json::object();
+    for (const auto& [name, value] : numbers) numbers_given[name] = value;
+    const double per_sample = m.cycles / m.samples;
+    const double per_cycle = m.multiply_adds / m.cycles;
+    add("timings", row,
+        {{"case", numbers_given},
+         {"nanoseconds", m.nanoseconds},
+         {"cycles", m.cycles},
+         {"cycles_per_sample", per_sample},
+         {"multiply_adds_per_cycle", per_cycle}});
+    if (json_) return;
+    if (!table_begun_) {
+        std::printf("%-24s %-10s %-58s %10s %8s %10s %8s\n", "function", "variant", "case", "cycles", "GHz",
+                    "cycles/smp", "MAC/cyc");
+        table_begun_ = true;
+    }
+    char multiply_adds[32] = "-";
+    if (m.multiply_adds > 0) std::snprintf(multiply_adds, sizeof multiply_adds, "%.2f", per_cycle);
+    std::printf("%-24s %-10s %-58s %10.1f %8.2f %10.3f %8s\n", row.function->name.c_str(),
+                row.variant->name.c_str(), described(numbers).c_str(), m.cycles, m.cycles / m.nanoseconds,
+                per_sample, multiply_adds);
+    std::fflush(stdout);
+}
+
+void Report::finish() const {
+    if (json_) std::cout << document_.dump(2) << std::endl;
+}
+
+}  // namespace kernel_harness
