@@ -1,0 +1,149 @@
+// Listeners that are added and removed while listeners are being called.
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <optional>
+#include <utility>
+
+#include "tests/common/property_node/change_recorder.h"
+
+namespace quill {
+namespace {
+
+using test::ChangeRecorder;
+using test::Counters;
+
+class ComingAndGoing : public testing::Test {
+  protected:
+    const PropertyNodePtr node_ = PropertyNode::createRoot();
+
+    // Runs `action` in a listener at the first change.
+    template <class Action>
+    void atFirstChange(Action action) {
+        node_->addListener([action](PropertyNode& node, const PropertyChangeInfo& info) {
+            if (info.counter == 1) action(node);
+        });
+    }
+};
+
+TEST_F(ComingAndGoing, OneThatIsAddedSeesLaterChangesOnly) {
+    std::optional<ChangeRecorder> added;
+    atFirstChange([&](PropertyNode& node) { added.emplace(node); });
+    node_->set(1);
+    EXPECT_TRUE(added->changes().empty());
+    node_->set(2);
+    EXPECT_EQ(added->counters(), Counters{2});
+}
+
+TEST_F(ComingAndGoing, OneThatIsAddedSeesTheChangesMadeAfterItInTheSameCall) {
+    std::optional<ChangeRecorder> added;
+    atFirstChange([&](PropertyNode& node) {
+        node.set(2);
+        added.emplace(node);
+        node.set(3);
+    });
+    node_->set(1);
+    EXPECT_EQ(added->counters(), Counters{3});
+}
+
+TEST_F(ComingAndGoing, OneThatIsRemovedDoesNotSeeLaterChanges) {
+    uint64_t id = 0;
+    atFirstChange([&](PropertyNode& node) { node.removeListener(id); });
+    const ChangeRecorder removed(*node_);
+    id = removed.id();
+    node_->set(1);
+    node_->set(2);
+    EXPECT_TRUE(removed.changes().empty());
+}
+
+TEST_F(ComingAndGoing, OneThatIsRemovedDoesNotSeeChangesThatWaited) {
+    const ChangeRecorder removed(*node_);
+    atFirstChange([&](PropertyNode& node) {
+        node.set(2);
+        node.removeListener(removed.id());
+    });
+    node_->set(1);
+    EXPECT_EQ(removed.counters(), Counters{1});
+}
+
+TEST_F(ComingAndGoing, OneMayRemoveItselfAndLivesUntilItsCallEnds) {
+    const auto captured = std::make_shared<int>(7);
+    uint64_t id = 0;
+    int seen = 0;
+    id = node_->addListener([captured, &id, &seen](PropertyNode& node, const PropertyChangeInfo&) {
+        node.removeListener(id);
+        seen += *captured;
+    });
+    node_->set(1);
+    node_->set(2);
+    EXPECT_EQ(seen, 7);
+    EXPECT_EQ(captured.use_count(), 1);
+}
+
+TEST_F(ComingAndGoing, WhatOneThatRemovedItselfCapturedMayRemoveTheNextWhileItDies) {
+    struct RemovesAtDeath {
+        ~RemovesAtDeath() { node.removeListener(id); }
+        PropertyNode& node;
+        const uint64_t& id;
+    };
+    uint64_t own = 0;
+    uint64_t next = 0;
+    std::shared_ptr<RemovesAtDeath> held(new RemovesAtDeath{*node_, next});
+    own = node_->addListener([held = std::move(held), &own](PropertyNode& node, const PropertyChangeInfo&) {
+        node.removeListener(own);
+    });
+    const ChangeRecorder removed(*node_);
+    next = removed.id();
+    const ChangeRecorder kept(*node_);
+    node_->set(1);
+    EXPECT_TRUE(removed.changes().empty());
+    EXPECT_EQ(kept.counters(), Counters{1});
+}
+
+TEST_F(ComingAndGoing, AllMayBeRemovedAtOnce) {
+    std::vector<uint64_t> ids;
+    int calls = 0;
+    for (int i = 0; i < 3; ++i) {
+        ids.push_back(node_->addListener([&](PropertyNode& node, const PropertyChangeInfo&) {
+            ++calls;
+            for (const uint64_t id : ids) node.removeListener(id);
+            node.set(99);
+        }));
+    }
+    node_->set(1);
+    node_->set(2);
+    EXPECT_EQ(calls, 1);
+}
+
+TEST_F(ComingAndGoing, ReplacingOneselfDoesNotGoOnForEver) {
+    int calls = 0;
+    uint64_t id = 0;
+    PropertyListener again = [&](PropertyNode& node, const PropertyChangeInfo&) {
+        ++calls;
+        node.removeListener(id);
+        id = node.addListener(again);
+    };
+    id = node_->addListener(again);
+    node_->set(1);
+    EXPECT_EQ(calls, 1);
+    node_->set(2);
+    EXPECT_EQ(calls, 2);
+}
+
+TEST_F(ComingAndGoing, WhatARemovedOneCapturedMayUseTheNodeWhileItDies) {
+    struct SetsAtDeath {
+        explicit SetsAtDeath(PropertyNode& n) : node(n) {}
+        ~SetsAtDeath() { node.removeListener(node.addListener({})); }
+        PropertyNode& node;
+    };
+    const auto captured = std::make_shared<SetsAtDeath>(*node_);
+    const uint64_t id = node_->addListener(
+        [held = std::make_shared<SetsAtDeath>(*node_)](PropertyNode&, const PropertyChangeInfo&) {});
+    node_->removeListener(id);
+    const ChangeRecorder seen(*node_);
+    node_->set(1);
+    EXPECT_EQ(seen.counters(), Counters{1});
+}
+
+}  // namespace
+}  // namespace quill

@@ -1,0 +1,54 @@
+// The echo estimate comes from the routine in the hook, whichever that is.
+#include "tests/reference_engine/echo_scene.h"
+
+using namespace reference_engine_test;
+
+namespace {
+
+int g_calls = 0;
+int g_taps = 0;
+
+// Exact as the engine's own is, in another order.
+void backwards(int16_t* coeffs, int16_t* signal, int32_t* out, int32_t shift_right, int32_t num_out,
+               int32_t num_taps, int32_t shift_left) {
+    ++g_calls;
+    g_taps = num_taps;
+    for (int i = 0; i < num_out; ++i) {
+        uint32_t sum = shift_right == 0 ? 0 : 1u << (shift_right - 1);
+        for (int k = num_taps - 1; k >= 0; --k) sum += static_cast<uint32_t>(coeffs[k] * signal[i + k]);
+        const int32_t shifted = static_cast<int32_t>(sum) >> shift_right;
+        out[i] = static_cast<int32_t>(static_cast<uint32_t>(shifted) << shift_left);
+    }
+}
+
+// As if the room were silent.
+void nothing(int16_t*, int16_t*, int32_t* out, int32_t, int32_t num_out, int32_t, int32_t) {
+    std::fill(out, out + num_out, 0);
+}
+
+class EchoHooks : public EchoTest {};
+INSTANTIATE_FOR_EACH_BUILD(EchoHooks);
+
+}  // namespace
+
+TEST_P(EchoHooks, PredictTheEchoOfEveryMicrophone) {
+    *engine.AecConvolution = backwards;
+    process(Samples(10 * kBlock, 0), std::vector<Samples>(kMicrophones, Samples(10 * kBlock, 0)));
+    EXPECT_EQ(g_calls, 70);
+    EXPECT_EQ(g_taps % 8, 0);
+    EXPECT_EQ(g_taps / 16, engine.SEDiagGetUInt16(engine.diag("seaec_tail_ms")));
+}
+
+TEST_P(EchoHooks, GiveTheSameOutputToTheBitWhoeverIsExact) {
+    const se_scene::Scene scene = makeScene(echoOptions(GetParam(), 1));
+    const Samples own = cancelled(scene);
+    *engine.AecConvolution = backwards;
+    EXPECT_EQ(cancelled(scene), own);
+}
+
+TEST_P(EchoHooks, AreWhatTheEstimateRestsOn) {
+    const se_scene::Scene scene = makeScene(echoOptions(GetParam(), 1));
+    const Samples echo = bypassed(scene);
+    *engine.AecConvolution = nothing;
+    EXPECT_EQ(cancelled(scene), echo);
+}

@@ -1,0 +1,58 @@
+// The SSSE3 and the AVX build give the same bits.
+#include <gtest/gtest.h>
+
+#include <random>
+#include <vector>
+
+#include "tests/kernel_check/problem.h"
+#include "tests/kernel_check/reference_convolve.h"
+#include "webrtc_common/convolve/convolve.h"
+
+namespace quill::test {
+namespace {
+
+class ConvolveBuilds : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        if (!CPUInfo().has_avx) GTEST_SKIP() << "this processor has no avx";
+    }
+    // Calls `compare` with inputs of every pair of lengths and contents.
+    template <class Compare>
+    static void forEachInput(Compare compare) {
+        std::mt19937 random(11);
+        for (const int num_out : kLengths) {
+            for (const int num_taps : kLengths) {
+                for (const Filler& filler : kFillers) {
+                    std::vector<int16_t> coeffs(wholeEights(num_taps));
+                    std::vector<int16_t> signal(signalExtent(num_out, num_taps));
+                    filler.fill(coeffs.data(), coeffs.size(), random);
+                    filler.fill(signal.data(), signal.size(), random);
+                    compare(coeffs.data(), signal.data(), num_out, num_taps);
+                }
+            }
+        }
+    }
+};
+
+TEST_F(ConvolveBuilds, NarrowTheSameSums) {
+    forEachInput([](const int16_t* coeffs, const int16_t* signal, int num_out, int num_taps) {
+        std::vector<int16_t> ssse3(wholeEights(num_out));
+        std::vector<int16_t> avx(wholeEights(num_out));
+        convolve_i16_i16_SSSE3(coeffs, signal, ssse3.data(), num_out, num_taps);
+        convolve_i16_i16_AVX(coeffs, signal, avx.data(), num_out, num_taps);
+        ASSERT_EQ(ssse3, avx);
+    });
+}
+
+TEST_F(ConvolveBuilds, ShiftTheSameSums) {
+    forEachInput([](const int16_t* coeffs, const int16_t* signal, int num_out, int num_taps) {
+        std::vector<int32_t> ssse3(wholeEights(num_out));
+        std::vector<int32_t> avx(wholeEights(num_out));
+        convolve_i16_i32_SSSE3(coeffs, signal, ssse3.data(), 5, num_out, num_taps, 2);
+        convolve_i16_i32_AVX(coeffs, signal, avx.data(), 5, num_out, num_taps, 2);
+        ASSERT_EQ(ssse3, avx);
+    });
+}
+
+}  // namespace
+}  // namespace quill::test

@@ -1,0 +1,20 @@
+// The checks of tests/kernel_check for one correlation kernel at a time, whether or not it stands in a table.
+#pragma once
+
+#include <string>
+
+#include "tests/kernel_check/functions.h"
+
+namespace quill::test {
+
+// Empty when the kernel does on the problem of this seed and these numbers what the reference does, its
+// buffers and all that stands around them compared; else what it does wrong, the numbers and the seed.
+std::string difference(ConvolveI16I16* kernel, uint32_t seed, const Numbers& given = {});
+std::string difference(ConvolveI16I32* kernel, uint32_t seed, const Numbers& given = {});
+
+// The first difference over all pairs of kLengths and all pairs of fillers; places and shifts change from
+// problem to problem. Empty when there is none.
+std::string firstDifference(ConvolveI16I16* kernel);
+std::string firstDifference(ConvolveI16I32* kernel);
+
+}  // namespace quill::test
