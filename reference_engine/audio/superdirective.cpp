@@ -38,7 +38,9 @@ struct System {
     std::vector<double> matrix = std::vector<double>(kUnknowns * kUnknowns);
     std::vector<double> target = std::vector<double>(kUnknowns);
 
-    double& at(int row, int column) { return matrix[static_cast<size_t>(row * kUnknowns + column)]; }
+    double& at(int row, int column) {
+        return matrix[size_t{kUnknowns} * static_cast<size_t>(row) + static_cast<size_t>(column)];
+    }
 };
 
 double frequency(int index) {
@@ -125,7 +127,7 @@ void designSuperdirective(BeamDesign* design) {
         solvePositiveDefinite(system.matrix, system.target);
         for (int steps = 0; steps < kLocations / kDistinct; ++steps) {
             for (int m = 0; m < kMicrophones; ++m) {
-                const double* taps = &system.target[static_cast<size_t>(m * kBeamTaps)];
+                const double* taps = &system.target[size_t{kBeamTaps} * static_cast<size_t>(m)];
                 std::copy(taps, taps + kBeamTaps,
                           design->taps[turned(m, steps)][location + kDistinct * steps]);
             }
