@@ -1,4 +1,5 @@
-// The echo that the canceller leaves is taken away by the noise reduction, as far as the safety factor says.
+// The echo that the canceller leaves is taken away by the noise reduction, as far as the safety factor says,
+// and the talker is not.
 #include "tests/reference_engine/echo_scene.h"
 
 using namespace reference_engine_test;
@@ -26,4 +27,17 @@ TEST_P(ResidualEcho, IsLowerTheHigherTheSafetyFactor) {
     EXPECT_GT(decibels(none / little), 1);
     EXPECT_GT(decibels(little / unity), 1);
     EXPECT_GT(decibels(none / unity), 6);
+}
+
+// The talker speaks in the fifth second, over the echo; before him the echo is alone.
+TEST_P(ResidualEcho, IsTakenAwayWithoutTheTalker) {
+    se_scene::SceneOptions options = echoOptions(GetParam(), 6);
+    options.talker_level_dbfs = -26;
+    options.talker_start_s = 4;
+    const se_scene::Scene scene = makeScene(options);
+    const Samples out = processed(scene, 1024);
+    const Samples canceller_alone = cancelled(scene);
+    const Samples talker = talkerAlone(scene);
+    EXPECT_LT(decibels(powerOf(between(out, 2, 4)) / powerOf(between(canceller_alone, 2, 4))), -6);
+    EXPECT_NEAR(decibels(powerOf(between(out, 4.2, 6)) / powerOf(between(talker, 4.2, 6))), 0, 3);
 }

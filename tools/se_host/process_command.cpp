@@ -10,6 +10,7 @@
 #include "tools/se_host/errors.h"
 #include "tools/se_host/print_json.h"
 #include "tools/se_host/resample.h"
+#include "tools/se_host/second_run.h"
 #include "tools/se_host/summary.h"
 #include "webrtc_common/se_wrapper.h"
 
@@ -23,12 +24,15 @@ constexpr const char* kExamples =
     "  se_host process meeting.wav talker.wav\n"
     "  se_host process meeting.wav talker.wav --far-end-channel 0\n"
     "  se_host process meeting.flac talker.wav --far-end loudspeaker.wav --json > run.json\n"
-    "  se_host process meeting.wav talker.wav --engine se_lib_harborv006\n";
+    "  se_host process meeting.wav talker.wav --engine se_lib_harborv006\n"
+    "  se_host process call.wav talker.wav --far-end-channel 0 --parts call --compare-routines\n";
 
 struct ProcessOptions {
     RecordingOptions recording;
     EngineOptions engine;
     std::string output;
+    std::string parts;  // prefix of the recording's parts; empty: not known
+    bool compare_routines = false;
     bool bypass = false;
     bool quiet = false;
     bool json = false;
@@ -57,7 +61,7 @@ std::vector<Level> levelsOf(const Recording& recording) {
 }
 
 Summary summarise(const ProcessOptions& options, const Session& session, const Recording& recording,
-                  const Processed& processed) {
+                  const std::optional<SceneParts>& parts, const Processed& processed) {
     Summary summary;
     summary.input = options.recording.input;
     summary.output = options.output;
@@ -76,7 +80,14 @@ Summary summarise(const ProcessOptions& options, const Session& session, const R
     summary.output_level = levelOf(processed.output);
     summary.directions = processed.directions;
     summary.talker = findTalker(processed.directions);
+    if (parts) summary.effect = effectOf(*parts, processed.output);
     return summary;
+}
+
+Comparison comparisonOf(const Processed& ours, const Processed& own) {
+    Comparison comparison = compare(ours.output, own.output);
+    comparison.processing_seconds = own.processing_seconds;
+    return comparison;
 }
 
 void print(const Summary& summary, const ProcessOptions& options) {
@@ -90,16 +101,22 @@ void print(const Summary& summary, const ProcessOptions& options) {
 void run(const ProcessOptions& options) {
     refuseToOverwrite(options.recording.input, options.output);
     refuseToOverwrite(options.recording.far_end_file, options.output);
+    std::optional<SecondRun> second_run;
+    if (options.compare_routines) second_run.emplace(options.engine, options.recording, options.bypass);
     // What fails soon comes before what takes long.
     TemporaryFile output(options.output);
     const Session session = startSession(options.engine);
     const Recording recording = readRecording(options.recording);
+    std::optional<SceneParts> parts;
+    if (!options.parts.empty()) parts = readSceneParts(options.parts, recording);
 
     const bool show_progress = !options.quiet && ::isatty(STDERR_FILENO) != 0;
     const Processed processed = process(recording, options.bypass, show_progress);
+    Summary summary = summarise(options, session, recording, parts, processed);
+    if (second_run) summary.engine_routines = comparisonOf(processed, second_run->finish(recording.frames));
     writeWav(output, kEngineSampleRate, 1, processed.output);
     output.commit();
-    print(summarise(options, session, recording, processed), options);
+    print(summary, options);
 }
 
 void addOptions(CLI::App& command, ProcessOptions& options) {
@@ -117,6 +134,14 @@ void addOptions(CLI::App& command, ProcessOptions& options) {
                                              "What the loudspeaker played: a channel of IN, counted from 0");
     channel->type_name("N")->excludes(file);
     command.add_flag("--bypass", options.bypass, "Write the raw microphone of channel 7 instead");
+    command
+        .add_option("--parts", options.parts,
+                    "What the parts of a simulated recording are, as 'se_host scene --parts PREFIX' wrote "
+                    "them: how much the engine lowers echo and noise is told")
+        ->type_name("PREFIX");
+    command.add_flag("--compare-routines", options.compare_routines,
+                     "Process once more with the engine's own routines: their speed, and how far the output "
+                     "differs");
     addEngineChoice(command, options.engine);
     addEngineSettings(command, options.engine);
     command.add_flag("--quiet", options.quiet, "No progress bar, and no summary unless --json asks for it");

@@ -25,6 +25,13 @@ quill::PropertyNodePtr makeTree(const EngineOptions& options) {
     return root;
 }
 
+void installExactRoutines() {
+    *se::Interp1toNCore_FcnHook = se::interp1ToNCore;
+    *se::AecConvolution_FcnHook = se::aecConvolution;
+    *se::ComputeRFir_FcnHook = se::computeRFir;
+    *se::VCMul_i16_FcnHook = se::vcmul_i16;
+}
+
 }  // namespace
 
 Session loadSession(const EngineOptions& options) {
@@ -41,7 +48,8 @@ Session loadSession(const EngineOptions& options) {
 
 Session startSession(const EngineOptions& options) {
     Session session = loadSession(options);
-    if (options.engine_routines) {
+    if (options.routines != Routines::kOurs) {
+        if (options.routines == Routines::kEngineDft) installExactRoutines();
         se::MMIfInit(0);
         return session;
     }

@@ -1,6 +1,8 @@
 #include "tools/se_host/summary.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstdlib>
 
 #include "common/string_printf.h"
 #include "tools/se_host/resample.h"
@@ -45,9 +47,33 @@ std::string talkerText(const Summary& summary) {
                         100 * summary.talker->share, summary.talker->confidence);
 }
 
-std::string speedText(const Summary& summary) {
-    return stringPrintf("%.2f s, %.0f times as fast as spoken (real-time factor %.4f)",
-                        summary.processing_seconds, 1 / summary.realTimeFactor(), summary.realTimeFactor());
+std::string speedText(const Summary& summary, double processing_seconds) {
+    const double factor = summary.realTimeFactor(processing_seconds);
+    return stringPrintf("%.2f s, %.0f times as fast as spoken (real-time factor %.4f)", processing_seconds,
+                        1 / factor, factor);
+}
+
+std::string differenceText(const Comparison& comparison) {
+    if (comparison.largest_difference == 0) return "the same output";
+    return stringPrintf("the output differs by at most %d (%.0f dB below it)", comparison.largest_difference,
+                        -comparison.difference_db);
+}
+
+std::string comparisonText(const Summary& summary) {
+    return "the engine's own: " + speedText(summary, summary.engine_routines->processing_seconds) + "; " +
+           differenceText(*summary.engine_routines);
+}
+
+std::string loweredText(const std::optional<double>& db, const char* when, const char* never) {
+    return db ? stringPrintf("lowered by %.1f dB %s", *db, when) : std::string(never);
+}
+
+std::string effectText(const Effect& effect) {
+    return line("echo", loweredText(effect.echo_lowered_db, "while nobody speaks", "none to measure")) +
+           line("noise", loweredText(effect.noise_lowered_db, "in pauses", "no pause to measure it in")) +
+           line("voice", effect.talker_changed_db
+                             ? stringPrintf("changed by %+.1f dB", *effect.talker_changed_db)
+                             : std::string("never without echo"));
 }
 
 Json levelJson(const Level& level) {
@@ -78,6 +104,23 @@ Json talkerJson(const Summary& summary) {
             {"confidence", summary.talker->confidence}};
 }
 
+Json effectJson(const Summary& summary) {
+    if (!summary.effect) return nullptr;
+    const auto numberOrNull = [](const std::optional<double>& db) { return db ? Json(*db) : Json(nullptr); };
+    return {{"echo_return_loss_enhancement_db", numberOrNull(summary.effect->echo_lowered_db)},
+            {"noise_reduction_db", numberOrNull(summary.effect->noise_lowered_db)},
+            {"talker_change_db", numberOrNull(summary.effect->talker_changed_db)}};
+}
+
+Json comparisonJson(const Summary& summary) {
+    if (!summary.engine_routines) return nullptr;
+    const Comparison& own = *summary.engine_routines;
+    return {{"processing_seconds", own.processing_seconds},
+            {"real_time_factor", summary.realTimeFactor(own.processing_seconds)},
+            {"largest_difference", own.largest_difference},
+            {"difference_db", own.largest_difference == 0 ? Json(nullptr) : Json(own.difference_db)}};
+}
+
 Json directionsJson(const Summary& summary) {
     Json directions = Json::array();
     for (const Direction& direction : summary.directions) {
@@ -88,6 +131,19 @@ Json directionsJson(const Summary& summary) {
 
 }  // namespace
 
+Comparison compare(const std::vector<int16_t>& output, const std::vector<int16_t>& other) {
+    Comparison comparison{};
+    double power = 0, difference_power = 0;
+    for (size_t i = 0; i < output.size(); ++i) {
+        const int difference = output[i] - other[i];
+        comparison.largest_difference = std::max(comparison.largest_difference, std::abs(difference));
+        difference_power += static_cast<double>(difference) * difference;
+        power += static_cast<double>(output[i]) * output[i];
+    }
+    comparison.difference_db = 10 * std::log10(difference_power / power);
+    return comparison;
+}
+
 std::string toText(const Summary& summary) {
     std::string text = summary.input + " -> " + summary.output + "\n";
     text += line("engine", engineText(summary));
@@ -96,7 +152,10 @@ std::string toText(const Summary& summary) {
     text += line("level", inAndOutText(summary, &Level::rms_dbfs));
     text += line("pauses", inAndOutText(summary, &Level::pause_dbfs));
     if (!summary.bypass) text += line("talker", talkerText(summary));
-    return text + line("took", speedText(summary));
+    if (summary.effect) text += effectText(*summary.effect);
+    text += line("took", speedText(summary, summary.processing_seconds));
+    if (summary.engine_routines) text += line("routines", comparisonText(summary));
+    return text;
 }
 
 Json toJson(const Summary& summary) {
@@ -111,9 +170,11 @@ Json toJson(const Summary& summary) {
             {"sample_rate", kEngineSampleRate},
             {"file_sample_rate", summary.file_sample_rate},
             {"processing_seconds", summary.processing_seconds},
-            {"real_time_factor", summary.realTimeFactor()},
+            {"real_time_factor", summary.realTimeFactor(summary.processing_seconds)},
             {"levels", levelsJson(summary)},
             {"talker", talkerJson(summary)},
+            {"effect", effectJson(summary)},
+            {"engine_routines", comparisonJson(summary)},
             {"directions", directionsJson(summary)}};
 }
 

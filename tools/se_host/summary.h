@@ -10,10 +10,21 @@
 #include "tools/se_host/levels.h"
 #include "tools/se_host/processing.h"
 #include "tools/se_host/recording.h"
+#include "tools/se_host/scene_parts.h"
 #include "tools/se_host/session.h"
 #include "tools/se_host/talker.h"
 
 namespace se_host {
+
+// A run with the engine's own routines, beside the one with ours.
+struct Comparison {
+    double processing_seconds;
+    int largest_difference;  // between the outputs, in steps of 16 bits
+    double difference_db;    // power of the difference over that of the output; minus infinity: none
+};
+
+// Of two outputs of one length; `processing_seconds` is left to the caller.
+Comparison compare(const std::vector<int16_t>& output, const std::vector<int16_t>& other);
 
 struct Summary {
     std::string input;
@@ -36,9 +47,11 @@ struct Summary {
     Level output_level{};
     std::vector<Direction> directions;
     std::optional<Talker> talker;
+    std::optional<Effect> effect;  // when the recording's parts are known
+    std::optional<Comparison> engine_routines;
 
-    // Processing time over the time that the sound lasts: below 1 is faster than it is spoken.
-    double realTimeFactor() const { return processing_seconds / seconds; }
+    // Time taken over the time that the sound lasts: below 1 is faster than it is spoken.
+    double realTimeFactor(double processing) const { return processing / seconds; }
 };
 
 // A few lines, the last one ended.
