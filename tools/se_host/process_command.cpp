@@ -9,6 +9,7 @@
 #include "tools/se_host/engine_options.h"
 #include "tools/se_host/errors.h"
 #include "tools/se_host/print_json.h"
+#include "tools/se_host/process_picture.h"
 #include "tools/se_host/resample.h"
 #include "tools/se_host/second_run.h"
 #include "tools/se_host/summary.h"
@@ -27,11 +28,14 @@ constexpr const char* kExamples =
     "  se_host process meeting.wav talker.wav --engine se_lib_harborv006\n"
     "  se_host process call.wav talker.wav --far-end-channel 0 --parts call --compare-routines\n";
 
+constexpr int kCentreMicrophone = 1;  // channel
+
 struct ProcessOptions {
     RecordingOptions recording;
     EngineOptions engine;
     std::string output;
     std::string parts;  // prefix of the recording's parts; empty: not known
+    std::string plot;   // picture; empty: none
     bool compare_routines = false;
     bool bypass = false;
     bool quiet = false;
@@ -84,6 +88,12 @@ Summary summarise(const ProcessOptions& options, const Session& session, const R
     return summary;
 }
 
+std::vector<int16_t> centreMicrophoneOf(const Recording& recording) {
+    std::vector<int16_t> samples = channelOf(recording.microphones, kCentreMicrophone);
+    samples.resize(recording.frames);
+    return samples;
+}
+
 Comparison comparisonOf(const Processed& ours, const Processed& own) {
     Comparison comparison = compare(ours.output, own.output);
     comparison.processing_seconds = own.processing_seconds;
@@ -101,10 +111,17 @@ void print(const Summary& summary, const ProcessOptions& options) {
 void run(const ProcessOptions& options) {
     refuseToOverwrite(options.recording.input, options.output);
     refuseToOverwrite(options.recording.far_end_file, options.output);
+    refuseToOverwrite(options.recording.input, options.plot);
+    refuseToOverwrite(options.recording.far_end_file, options.plot);
+    if (options.plot == options.output) {
+        throw UsageError("'" + options.output + "' would be written twice; give the picture its own name");
+    }
     std::optional<SecondRun> second_run;
     if (options.compare_routines) second_run.emplace(options.engine, options.recording, options.bypass);
     // What fails soon comes before what takes long.
     TemporaryFile output(options.output);
+    std::optional<Picture> picture;
+    if (!options.plot.empty()) picture.emplace(options.plot);
     const Session session = startSession(options.engine);
     const Recording recording = readRecording(options.recording);
     std::optional<SceneParts> parts;
@@ -115,6 +132,10 @@ void run(const ProcessOptions& options) {
     Summary summary = summarise(options, session, recording, parts, processed);
     if (second_run) summary.engine_routines = comparisonOf(processed, second_run->finish(recording.frames));
     writeWav(output, kEngineSampleRate, 1, processed.output);
+    if (picture) {
+        drawProcess(*picture, centreMicrophoneOf(recording), processed.output);
+        picture->commit();
+    }
     output.commit();
     print(summary, options);
 }
@@ -133,6 +154,9 @@ void addOptions(CLI::App& command, ProcessOptions& options) {
     auto* const channel = command.add_option("--far-end-channel", options.recording.far_end_channel,
                                              "What the loudspeaker played: a channel of IN, counted from 0");
     channel->type_name("N")->excludes(file);
+    command
+        .add_option("--plot", options.plot, "Draw levels and spectra, before and after: a PNG or SVG file")
+        ->type_name("PICTURE");
     command.add_flag("--bypass", options.bypass, "Write the raw microphone of channel 7 instead");
     command
         .add_option("--parts", options.parts,
