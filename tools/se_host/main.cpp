@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "tools/se_host/check_engine_command.h"
 #include "tools/se_host/errors.h"
 #include "tools/se_host/fatal_record.h"
 #include "tools/se_host/info_command.h"
@@ -74,5 +75,6 @@ int main(int argc, char** argv) {
     se_host::addProcessCommand(app);
     se_host::addSceneCommand(app);
     se_host::addInfoCommand(app);
+    se_host::addCheckEngineCommand(app);
     return parseAndRun(app, argc, argv);
 }
