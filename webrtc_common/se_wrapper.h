@@ -3,7 +3,10 @@
 
 #include "webrtc_common/convolve/convolve.h"
 #include "webrtc_common/fftpack/fftpack.h"
+#include "webrtc_common/se_wrapper/diags/apply.h"
 #include "webrtc_common/se_wrapper/diags/catalogue.h"
+#include "webrtc_common/se_wrapper/diags/print_array.h"
+#include "webrtc_common/se_wrapper/diags/publish.h"
 #include "webrtc_common/se_wrapper/dsp/aec_convolution.h"
 #include "webrtc_common/se_wrapper/dsp/complex_multiply.h"
 #include "webrtc_common/se_wrapper/dsp/compute_rfir.h"

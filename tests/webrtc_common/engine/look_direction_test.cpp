@@ -22,4 +22,17 @@ TEST(LookDirection, IsSearchedByAnEngineWithoutBeamForming) {
     EXPECT_EQ(1, started.engine.count("MMIfSetAutoLocationSearch"));
 }
 
+// The entry point itself decides, whatever the flag says of its group.
+TEST(LookDirection, GoesByTheEntryPointAlone) {
+    const StartableEngine started;
+    initSignalEssence();
+    g_has_beam_forming = false;
+    initSignalEssence();
+    EXPECT_EQ(2, started.engine.count("MMIfLookInAllDirectionsIncludingRear"));
+    g_has_beam_forming = true;
+    MMIfLookInAllDirectionsIncludingRear_Optional = nullptr;
+    initSignalEssence();
+    EXPECT_EQ(1, started.engine.count("MMIfSetAutoLocationSearch"));
+}
+
 }  // namespace
