@@ -2,12 +2,11 @@
 
 #include <unistd.h>
 
-#include <filesystem>
 #include <iostream>
 #include <memory>
 
 #include "tools/se_host/engine_options.h"
-#include "tools/se_host/errors.h"
+#include "tools/se_host/output_paths.h"
 #include "tools/se_host/print_json.h"
 #include "tools/se_host/resample.h"
 #include "tools/se_host/summary.h"
@@ -33,13 +32,6 @@ struct ProcessOptions {
     bool quiet = false;
     bool json = false;
 };
-
-void refuseToOverwrite(const std::string& source, const std::string& output) {
-    std::error_code error;
-    if (!source.empty() && std::filesystem::equivalent(source, output, error)) {
-        throw UsageError("output '" + output + "' is one of the inputs; give it another name");
-    }
-}
 
 std::string farEndText(const RecordingOptions& options) {
     if (options.far_end_channel) return "channel " + std::to_string(*options.far_end_channel);
@@ -88,8 +80,7 @@ void print(const Summary& summary, const ProcessOptions& options) {
 }
 
 void run(const ProcessOptions& options) {
-    refuseToOverwrite(options.recording.input, options.output);
-    refuseToOverwrite(options.recording.far_end_file, options.output);
+    refuseClashes({options.recording.input, options.recording.far_end_file}, {options.output});
     // What fails soon comes before what takes long.
     TemporaryFile output(options.output);
     const Session session = startSession(options.engine);

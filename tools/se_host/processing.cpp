@@ -18,6 +18,8 @@ Direction currentDirection() {
     return direction;
 }
 
+}  // namespace
+
 // The far end first: the engine must know what the loudspeaker plays before it hears it.
 void processOneBlock(const Recording& recording, size_t block, bool bypass, int16_t* output) {
     const size_t first = block * se::BLOCK_SIZE;
@@ -27,8 +29,6 @@ void processOneBlock(const Recording& recording, size_t block, bool bypass, int1
     se::processBlock(channels, recording.microphones.samples.data() + first * channels, se::BLOCK_SIZE,
                      output, !bypass);
 }
-
-}  // namespace
 
 Processed process(const Recording& recording, bool bypass, bool show_progress) {
     const size_t blocks = recording.blocks();

@@ -23,6 +23,9 @@ struct Processed {
     double processing_seconds = 0;
 };
 
+// One of the recording's blocks, BLOCK_SIZE samples to `output`. needs: as `process`.
+void processOneBlock(const Recording& recording, size_t block, bool bypass, int16_t* output);
+
 // needs: a started engine. `bypass`: the raw microphone of channel 7 instead of the engine's output.
 Processed process(const Recording& recording, bool bypass, bool show_progress);
 
