@@ -36,6 +36,7 @@ struct HighpassOptions {
     std::string output;
     std::string picture;
     float gain = 1;
+    int channel = 0;  // that the levels and the picture are of
     bool quiet = false;
 };
 
@@ -62,11 +63,18 @@ AudioData filtered(const AudioData& sound, float gain) {
 }
 
 void draw(Picture& picture, const HighpassOptions& options, const AudioData& in, const AudioData& out) {
-    const auto spectrum = [](const AudioData& sound) {
-        return averageSpectrum(channelOf(sound, 0), kEngineSampleRate, kPictureSize);
+    const auto spectrum = [&](const AudioData& sound) {
+        return averageSpectrum(channelOf(sound, options.channel), kEngineSampleRate, kPictureSize);
     };
-    picture.draw(spectrumScript(stringPrintf("600 Hz high-pass at gain %g, channel 0", options.gain),
-                                {{options.input, spectrum(in)}, {options.output, spectrum(out)}}));
+    picture.draw(
+        spectrumScript(stringPrintf("600 Hz high-pass at gain %g, channel %d", options.gain, options.channel),
+                       {{options.input, spectrum(in)}, {options.output, spectrum(out)}}));
+}
+
+void requireChannel(const HighpassOptions& options, const AudioData& sound) {
+    if (options.channel < sound.channels) return;
+    throw UsageError("--channel " + std::to_string(options.channel) + " does not exist; '" + options.input +
+                     "' has the channels 0 to " + std::to_string(sound.channels - 1));
 }
 
 void requireEnoughForPicture(const HighpassOptions& options, const AudioData& sound) {
@@ -75,8 +83,8 @@ void requireEnoughForPicture(const HighpassOptions& options, const AudioData& so
                      std::to_string(kPictureSize) + " samples a channel; give a longer sound");
 }
 
-std::string levelText(const AudioData& sound) {
-    const double dbfs = levelOf(channelOf(sound, 0)).rms_dbfs;
+std::string levelText(const AudioData& sound, int channel) {
+    const double dbfs = levelOf(channelOf(sound, channel)).rms_dbfs;
     return std::isinf(dbfs) ? std::string("silence") : stringPrintf("%.1f dBFS", dbfs);
 }
 
@@ -94,6 +102,7 @@ void run(const HighpassOptions& options) {
     if (!options.picture.empty()) picture.emplace(options.picture);
 
     const AudioData file = readAudioFile(options.input);
+    requireChannel(options, file);
     const AudioData sound = resample(file, kEngineSampleRate);
     requireEnoughForPicture(options, sound);
     const AudioData result = filtered(sound, options.gain);
@@ -106,8 +115,8 @@ void run(const HighpassOptions& options) {
               << "  sound     " << soundText(file, sound) << "\n"
               << stringPrintf("  filter    600 Hz high-pass, gain %g, %d samples late\n", options.gain,
                               kDelay)
-              << "  level     " << levelText(sound) << " in channel 0, " << levelText(result)
-              << " after it\n";
+              << "  level     " << levelText(sound, options.channel) << " in channel " << options.channel
+              << ", " << levelText(result, options.channel) << " after the filter\n";
 }
 
 std::string refuseOtherGains(const std::string& text) {
@@ -131,6 +140,10 @@ void addHighpassCommand(CLI::App& app) {
         ->add_option("--gain", options->gain, "Share of the filtered sound: 1 filtered, 0 the sound as it is")
         ->type_name("G")
         ->check(CLI::Validator(refuseOtherGains, ""))
+        ->capture_default_str();
+    command->add_option("--channel", options->channel, "Channel whose levels and spectra are shown")
+        ->type_name("N")
+        ->check(CLI::NonNegativeNumber.description(""))
         ->capture_default_str();
     command->add_option("--plot", options->picture, "Also draw both spectra, a picture in .png or .svg")
         ->type_name("FILE");

@@ -97,11 +97,14 @@ std::string toScript(const NoiseTestReport& report) {
               "\nset lmargin at screen 0.09\nset rmargin at screen 0.86\n"
               "set xrange [-0.5:29.5]\nset xtics 0,2,29\nset xlabel 'row of the results'\n"
               "set ylabel \"value in the\\nengine's units\"\n"
-              "set grid lc rgb '#d0d0d0'\nset key outside right center\n"
-              "plot for [m=0:5] $results using 1:(column(m+2)) with linespoints pt 7 ps 0.4 lc m+1 "
+              "colours = '#1f77b4 #d62728 #2ca02c #ff7f0e #9467bd #8c564b'\n"
+              "set grid lt 1 lw 0.5 lc rgb '#d0d0d0'\nset key outside right center\n"
+              "plot for [m=0:5] $results using 1:(column(m+2)) with linespoints pt 7 ps 0.4 lc rgb "
+              "word(colours, m+1) "
               "title sprintf('mic %d', m)\n"
               "unset key\nunset grid\nset yrange [-0.5:5.5]\nset ytics 1\nset ylabel 'microphone'\n"
-              "set cblabel \"value in the engine's units\"\nset palette viridis\n"
+              "set cblabel \"value in the engine's units\"\nset palette defined (0 '#440154', 1 '#3b528b', 2 "
+              "'#21918c', 3 '#5ec962', 4 '#fde725')\n"
               "set colorbox user origin 0.88,0.10 size 0.02,0.34\n"
               "plot $cells using 1:2:3 with image\nunset multiplot";
     return script;

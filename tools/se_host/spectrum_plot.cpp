@@ -54,7 +54,7 @@ std::string spectrumScript(const std::string& title, const std::vector<SpectrumC
     script += "set title " + plotText(title) + "\n";
     script += "set xlabel 'frequency in Hz'\nset ylabel 'level in dBFS (full-scale sine: 0)'\n";
     script += "set logscale x\nset xtics (20, 50, 100, 200, 500, 1000, 2000, 4000, 8000, 16000)\n";
-    script += "set grid xtics ytics lc rgb '#d0d0d0'\nset key top right\n";
+    script += "set grid xtics ytics lt 1 lw 0.5 lc rgb '#d0d0d0'\nset key top right\n";
     script += stringPrintf("set xrange [%g:%g]\n", std::max(kLowest, first.hertz_per_bin),
                            first.hertz(first.dbfs.size()));
     script += levelRange(curves);
