@@ -7,12 +7,16 @@
 #include <vector>
 
 #include "tools/se_host/check_engine_command.h"
+#include "tools/se_host/diags_command.h"
 #include "tools/se_host/errors.h"
 #include "tools/se_host/fatal_record.h"
+#include "tools/se_host/highpass_command.h"
 #include "tools/se_host/info_command.h"
+#include "tools/se_host/noise_test_command.h"
 #include "tools/se_host/one_line.h"
 #include "tools/se_host/process_command.h"
 #include "tools/se_host/scene_command.h"
+#include "tools/se_host/spectrum_command.h"
 #include "tools/se_host/temporary_file.h"
 
 namespace {
@@ -28,6 +32,7 @@ constexpr const char* kExamples =
     "Examples:\n"
     "  se_host scene meeting.wav --azimuth 60       a simulated recording to try it with\n"
     "  se_host process meeting.wav talker.wav       through the engine\n"
+    "  se_host noise-test noise.txt --plot noise.png   the microphones' noise\n"
     "  se_host info                                 the engine and what it can do\n"
     "'se_host COMMAND --help' explains a command.";
 
@@ -74,7 +79,11 @@ int main(int argc, char** argv) {
     app.require_subcommand(1);
     se_host::addProcessCommand(app);
     se_host::addSceneCommand(app);
+    se_host::addNoiseTestCommand(app);
+    se_host::addSpectrumCommand(app);
+    se_host::addHighpassCommand(app);
     se_host::addInfoCommand(app);
+    se_host::addDiagsCommand(app);
     se_host::addCheckEngineCommand(app);
     return parseAndRun(app, argc, argv);
 }

@@ -2,14 +2,16 @@
 
 #include <unistd.h>
 
-#include <filesystem>
 #include <iostream>
 #include <memory>
 
+#include "tools/se_host/diag_trace.h"
+#include "tools/se_host/diags_session.h"
 #include "tools/se_host/engine_options.h"
-#include "tools/se_host/errors.h"
+#include "tools/se_host/output_paths.h"
 #include "tools/se_host/print_json.h"
 #include "tools/se_host/process_picture.h"
+#include "tools/se_host/recording_options.h"
 #include "tools/se_host/resample.h"
 #include "tools/se_host/second_run.h"
 #include "tools/se_host/summary.h"
@@ -34,25 +36,15 @@ struct ProcessOptions {
     RecordingOptions recording;
     EngineOptions engine;
     std::string output;
-    std::string parts;  // prefix of the recording's parts; empty: not known
-    std::string plot;   // picture; empty: none
+    std::string parts;               // prefix of the recording's parts; empty: not known
+    std::string plot;                // picture; empty: none
+    std::string tuning;              // applied before; empty: none
+    std::vector<std::string> trace;  // which diagnostics to follow, and where to; empty: none
     bool compare_routines = false;
     bool bypass = false;
     bool quiet = false;
     bool json = false;
 };
-
-void refuseToOverwrite(const std::string& source, const std::string& output) {
-    std::error_code error;
-    if (!source.empty() && std::filesystem::equivalent(source, output, error)) {
-        throw UsageError("output '" + output + "' is one of the inputs; give it another name");
-    }
-}
-
-std::string farEndText(const RecordingOptions& options) {
-    if (options.far_end_channel) return "channel " + std::to_string(*options.far_end_channel);
-    return options.far_end_file;
-}
 
 std::vector<Level> levelsOf(const Recording& recording) {
     std::vector<Level> levels;
@@ -109,34 +101,38 @@ void print(const Summary& summary, const ProcessOptions& options) {
 }
 
 void run(const ProcessOptions& options) {
-    refuseToOverwrite(options.recording.input, options.output);
-    refuseToOverwrite(options.recording.far_end_file, options.output);
-    refuseToOverwrite(options.recording.input, options.plot);
-    refuseToOverwrite(options.recording.far_end_file, options.plot);
-    if (options.plot == options.output) {
-        throw UsageError("'" + options.output + "' would be written twice; give the picture its own name");
-    }
+    const std::string trace_path = options.trace.empty() ? "" : options.trace[1];
+    refuseClashes({options.recording.input, options.recording.far_end_file, options.tuning},
+                  {options.output, options.plot, trace_path});
     std::optional<SecondRun> second_run;
     if (options.compare_routines) second_run.emplace(options.engine, options.recording, options.bypass);
     // What fails soon comes before what takes long.
     TemporaryFile output(options.output);
     std::optional<Picture> picture;
     if (!options.plot.empty()) picture.emplace(options.plot);
+    std::optional<TemporaryFile> trace_file;
+    if (!trace_path.empty()) trace_file.emplace(trace_path);
     const Session session = startSession(options.engine);
+    std::optional<DiagTree> diags;
+    if (trace_file || !options.tuning.empty()) diags.emplace();
+    if (!options.tuning.empty()) tuneFromFile(options.tuning, session, *diags);
+    std::optional<DiagTrace> trace;
+    if (trace_file) trace.emplace(*trace_file, *diags, options.trace[0]);
     const Recording recording = readRecording(options.recording);
     std::optional<SceneParts> parts;
     if (!options.parts.empty()) parts = readSceneParts(options.parts, recording);
 
-    const bool show_progress = !options.quiet && ::isatty(STDERR_FILENO) != 0;
-    const Processed processed = process(recording, options.bypass, show_progress);
+    ProcessingOptions processing{options.bypass, !options.quiet && ::isatty(STDERR_FILENO) != 0, {}};
+    if (trace) processing.after_block = [&](size_t block) { trace->sample(block); };
+    const Processed processed = process(recording, processing);
     Summary summary = summarise(options, session, recording, parts, processed);
     if (second_run) summary.engine_routines = comparisonOf(processed, second_run->finish(recording.frames));
     writeWav(output, kEngineSampleRate, 1, processed.output);
-    if (picture) {
-        drawProcess(*picture, centreMicrophoneOf(recording), processed.output);
-        picture->commit();
-    }
+    if (picture) drawProcess(*picture, centreMicrophoneOf(recording), processed.output);
+    if (trace) trace->finish();
     output.commit();
+    if (picture) picture->commit();
+    if (trace_file) trace_file->commit();
     print(summary, options);
 }
 
@@ -147,13 +143,15 @@ void addOptions(CLI::App& command, ProcessOptions& options) {
     command.add_option("OUT", options.output, "Clean mono sound, a 16-bit WAV at 16 kHz")
         ->required()
         ->type_name("");
-    auto* const file =
-        command.add_option("--far-end", options.recording.far_end_file,
-                           "What the loudspeaker played: a mono file at the rate of IN, no shorter");
-    file->type_name("FAR");
-    auto* const channel = command.add_option("--far-end-channel", options.recording.far_end_channel,
-                                             "What the loudspeaker played: a channel of IN, counted from 0");
-    channel->type_name("N")->excludes(file);
+    addFarEnd(command, options.recording);
+    CLI::Option* const tuning = command.add_option("--tuning", options.tuning,
+                                                   "Apply a tuning that 'se_host diags dump' wrote first");
+    tuning->type_name("FILE.json");
+    command
+        .add_option("--trace-diags", options.trace,
+                    "Write what these diagnostics hold after every block: a name with * and ?, and a file")
+        ->type_name("PATTERN OUT.csv")
+        ->expected(2);
     command
         .add_option("--plot", options.plot, "Draw levels and spectra, before and after: a PNG or SVG file")
         ->type_name("PICTURE");
@@ -163,9 +161,11 @@ void addOptions(CLI::App& command, ProcessOptions& options) {
                     "What the parts of a simulated recording are, as 'se_host scene --parts PREFIX' wrote "
                     "them: how much the engine lowers echo and noise is told")
         ->type_name("PREFIX");
-    command.add_flag("--compare-routines", options.compare_routines,
-                     "Process once more with the engine's own routines: their speed, and how far the output "
-                     "differs");
+    command
+        .add_flag("--compare-routines", options.compare_routines,
+                  "Process once more with the engine's own routines: their speed, and how far the output "
+                  "differs")
+        ->excludes(tuning);
     addEngineChoice(command, options.engine);
     addEngineSettings(command, options.engine);
     command.add_flag("--quiet", options.quiet, "No progress bar, and no summary unless --json asks for it");

@@ -18,6 +18,8 @@ Direction currentDirection() {
     return direction;
 }
 
+}  // namespace
+
 // The far end first: the engine must know what the loudspeaker plays before it hears it.
 void processOneBlock(const Recording& recording, size_t block, bool bypass, int16_t* output) {
     const size_t first = block * se::BLOCK_SIZE;
@@ -28,25 +30,26 @@ void processOneBlock(const Recording& recording, size_t block, bool bypass, int1
                      output, !bypass);
 }
 
-}  // namespace
-
-Processed process(const Recording& recording, bool bypass, bool show_progress) {
+Processed process(const Recording& recording, const ProcessingOptions& options) {
+    using Clock = std::chrono::steady_clock;
     const size_t blocks = recording.blocks();
     Processed result;
     result.output.resize(blocks * se::BLOCK_SIZE);
     result.directions.reserve(blocks);
     std::optional<boost::timer::progress_display> progress;
-    if (show_progress) progress.emplace(blocks, std::cerr, "");
+    if (options.show_progress) progress.emplace(blocks, std::cerr, "");
 
-    const auto start = std::chrono::steady_clock::now();
+    Clock::duration elapsed{};
     for (size_t block = 0; block < blocks; ++block) {
-        processOneBlock(recording, block, bypass, result.output.data() + block * se::BLOCK_SIZE);
-        if (!bypass) result.directions.push_back(currentDirection());
+        const auto start = Clock::now();
+        processOneBlock(recording, block, options.bypass, result.output.data() + block * se::BLOCK_SIZE);
+        elapsed += Clock::now() - start;
+        if (!options.bypass) result.directions.push_back(currentDirection());
+        if (options.after_block) options.after_block(block);
         if (progress) ++*progress;
     }
-    const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
 
-    result.processing_seconds = elapsed.count();
+    result.processing_seconds = std::chrono::duration<double>(elapsed).count();
     result.output.resize(recording.frames);
     return result;
 }

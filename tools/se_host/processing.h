@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 #include "tools/se_host/recording.h"
@@ -23,7 +24,16 @@ struct Processed {
     double processing_seconds = 0;
 };
 
-// needs: a started engine. `bypass`: the raw microphone of channel 7 instead of the engine's output.
-Processed process(const Recording& recording, bool bypass, bool show_progress);
+// One of the recording's blocks, BLOCK_SIZE samples to `output`. needs: as `process`.
+void processOneBlock(const Recording& recording, size_t block, bool bypass, int16_t* output);
+
+struct ProcessingOptions {
+    bool bypass = false;  // the raw microphone of channel 7 instead of the engine's output
+    bool show_progress = false;
+    std::function<void(size_t block)> after_block;  // takes none of the time that is measured
+};
+
+// needs: a started engine.
+Processed process(const Recording& recording, const ProcessingOptions& options);
 
 }  // namespace se_host

@@ -1,15 +1,13 @@
 #include "tools/se_host/scene_command.h"
 
-#include <filesystem>
 #include <iostream>
 #include <list>
 #include <memory>
-#include <set>
 
 #include "common/string_printf.h"
 #include "tools/scene/measure.h"
 #include "tools/se_host/audio_file.h"
-#include "tools/se_host/errors.h"
+#include "tools/se_host/output_paths.h"
 #include "tools/se_host/resample.h"
 #include "tools/se_host/scene_options.h"
 
@@ -18,8 +16,6 @@ namespace {
 
 using quill::stringPrintf;
 using se_scene::Scene;
-
-constexpr double kDeviceModelRadius = 0.035;  // metres
 
 constexpr const char* kExamples =
     "The recording has 8 channels at 16 kHz: channel 0 carries what the loudspeaker plays, channels 1 to 7\n"
@@ -67,19 +63,10 @@ std::vector<Output> outputsOf(const SceneCommand& command) {
     return outputs;
 }
 
-void refuseClashes(const SceneCommand& command, const std::vector<Output>& outputs) {
-    std::error_code error;
-    std::set<std::filesystem::path> seen;
-    for (const Output& output : outputs) {
-        for (const std::string& input : {command.speech, command.far_end_speech}) {
-            if (input.empty() || !std::filesystem::equivalent(input, output.path, error)) continue;
-            throw UsageError("output '" + output.path + "' is one of the inputs; give it another name");
-        }
-        const auto place = std::filesystem::weakly_canonical(std::filesystem::absolute(output.path), error);
-        if (!seen.insert(place).second) {
-            throw UsageError("'" + output.path + "' would be written twice; give each output its own name");
-        }
-    }
+std::vector<std::string> pathsOf(const std::vector<Output>& outputs) {
+    std::vector<std::string> paths;
+    for (const Output& output : outputs) paths.push_back(output.path);
+    return paths;
 }
 
 // The first channel at the scene's rate and scale; no path, no samples.
@@ -97,11 +84,7 @@ Scene simulate(const SceneCommand& command) {
     if (command.device_model) options.array_radius_m = kDeviceModelRadius;
     options.speech = readSpeech(command.speech);
     options.far_end_speech = readSpeech(command.far_end_speech);
-    try {
-        return se_scene::makeScene(options);
-    } catch (const std::invalid_argument& refusal) {
-        throw UsageError(inTermsOfFlags(refusal));
-    }
+    return se_host::simulate(options);
 }
 
 std::string levelText(double dbfs) {
@@ -131,7 +114,7 @@ std::string summaryOf(const SceneCommand& command, const std::vector<Output>& ou
 
 void run(const SceneCommand& command) {
     const std::vector<Output> outputs = outputsOf(command);
-    refuseClashes(command, outputs);
+    refuseClashes({command.speech, command.far_end_speech}, pathsOf(outputs));
     std::list<TemporaryFile> files;  // before the work, so that an unwritable path is known early
     for (const Output& output : outputs) files.emplace_back(output.path);
 

@@ -1,7 +1,11 @@
 #include "tools/se_host/scene_options.h"
 
 #include <map>
+#include <stdexcept>
+#include <string>
 #include <vector>
+
+#include "tools/se_host/errors.h"
 
 namespace se_host {
 namespace {
@@ -115,6 +119,15 @@ std::map<std::string, std::string> flagsByName() {
     return flags;
 }
 
+// A refusal of the scene names one of its options; the user knows it by its flag.
+std::string inTermsOfFlags(const std::invalid_argument& refusal) {
+    const std::string text = refusal.what();
+    const size_t end_of_name = text.find(' ');
+    const auto flags = flagsByName();
+    const auto flag = flags.find(text.substr(0, end_of_name));
+    return flag == flags.end() ? text : flag->second + text.substr(end_of_name);
+}
+
 }  // namespace
 
 void addSceneOptions(CLI::App& command, SceneOptions& options) {
@@ -130,12 +143,12 @@ void addSceneOptions(CLI::App& command, SceneOptions& options) {
         ->group(kLoudspeaker);
 }
 
-std::string inTermsOfFlags(const std::invalid_argument& refusal) {
-    const std::string text = refusal.what();
-    const size_t end_of_name = text.find(' ');
-    const auto flags = flagsByName();
-    const auto flag = flags.find(text.substr(0, end_of_name));
-    return flag == flags.end() ? text : flag->second + text.substr(end_of_name);
+se_scene::Scene simulate(const se_scene::SceneOptions& options) {
+    try {
+        return se_scene::makeScene(options);
+    } catch (const std::invalid_argument& refusal) {
+        throw UsageError(inTermsOfFlags(refusal));
+    }
 }
 
 }  // namespace se_host

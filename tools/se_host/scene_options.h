@@ -1,19 +1,19 @@
-// The command-line options that describe a scene, and its refusals in terms of these options.
+// The command-line options that describe a scene, and the scene that they make.
 // Threads: one.
 #pragma once
 
 #include <CLI/CLI.hpp>
-#include <stdexcept>
-#include <string>
 
 #include "tools/scene/scene.h"
 
 namespace se_host {
 
+inline constexpr double kDeviceModelRadius = 0.035;  // metres, of the device with a build of its own
+
 // Registers every option that goes into `options` as it is.
 void addSceneOptions(CLI::App& command, se_scene::SceneOptions& options);
 
-// A refusal of the scene names one of its options; the user knows it by its flag.
-std::string inTermsOfFlags(const std::invalid_argument& refusal);
+// The scene. fails: UsageError, which names the option that cannot be by its flag.
+se_scene::Scene simulate(const se_scene::SceneOptions& options);
 
 }  // namespace se_host

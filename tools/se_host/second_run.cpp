@@ -41,7 +41,7 @@ bool receive(int socket, void* data, size_t size) {
         engine.gain.reset();
         engine.echo_safety_factor.reset();
         startSession(engine);
-        const Processed processed = process(readRecording(options), bypass, false);
+        const Processed processed = process(readRecording(options), {bypass, false, {}});
         const bool told = send(socket, &processed.processing_seconds, sizeof(double)) &&
                           send(socket, processed.output.data(), processed.output.size() * sizeof(int16_t));
         ::_exit(told ? 0 : 1);

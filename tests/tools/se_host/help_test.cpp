@@ -16,8 +16,8 @@ class Help : public HostTest {
 };
 
 TEST_F(Help, OfTheHost) {
-    expectMentions({"--help"},
-                   {"process", "scene", "info", "--version", "Examples:", "se_host scene meeting.wav"});
+    expectMentions({"--help"}, {"process", "scene", "noise-test", "spectrum", "highpass", "info", "--version",
+                                "Examples:", "se_host scene meeting.wav"});
 }
 
 TEST_F(Help, OfProcess) {
@@ -28,6 +28,21 @@ TEST_F(Help, OfProcess) {
 
 TEST_F(Help, OfScene) {
     expectMentions({"scene", "--help"}, {"OUT", "--azimuth"});
+}
+
+TEST_F(Help, OfNoiseTest) {
+    expectMentions({"noise-test", "--help"}, {"OUT", "--recording IN", "--plot FILE", "--sensor-noise",
+                                              "--engine NAME", "--quiet", "--json", "Examples:"});
+}
+
+TEST_F(Help, OfSpectrum) {
+    expectMentions({"spectrum", "--help"},
+                   {"IN", "--channel N", "--size N", "--plot FILE", "--json", "Examples:"});
+}
+
+TEST_F(Help, OfHighpass) {
+    expectMentions({"highpass", "--help"},
+                   {"IN", "OUT", "--gain G", "--channel N", "--plot FILE", "--quiet", "Examples:"});
 }
 
 TEST_F(Help, OfInfo) {

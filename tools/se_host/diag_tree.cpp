@@ -1,0 +1,145 @@
+#include "tools/se_host/diag_tree.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdlib>
+
+#include "common/string_printf.h"
+#include "tools/se_host/errors.h"
+
+namespace se_host {
+namespace {
+
+namespace se = quill::media::se_wrapper;
+using Json = nlohmann::ordered_json;
+using quill::PropertyNodePtr;
+
+bool isSwitch(const std::string& name) {
+    return std::find(std::begin(kBypassSwitches), std::end(kBypassSwitches), name) !=
+           std::end(kBypassSwitches);
+}
+
+// The double that has the fewest digits among those that are this float.
+Json shortest(float value) {
+    if (!std::isfinite(value)) return nullptr;
+    char text[64];
+    *std::to_chars(text, text + sizeof(text) - 1, value).ptr = '\0';
+    return std::strtod(text, nullptr);
+}
+
+// A number without a fraction when `kind` has none; the whole text must be used up.
+std::optional<double> numberIn(const std::string& text, const DiagKind& kind) {
+    double number = 0;
+    const char* const end = text.data() + text.size();
+    const auto result = std::from_chars(text.data(), end, number);
+    if (result.ec != std::errc{} || result.ptr != end || !std::isfinite(number)) return std::nullopt;
+    if (kind.type != SE_DIAG_TYPE_FLOAT32 && number != std::floor(number)) return std::nullopt;
+    return number;
+}
+
+// The tree knows 0 and 1.
+std::string switchText(const std::string& text) {
+    return text == "true" ? "1" : text == "false" ? "0" : text;
+}
+
+// "2" of "2 - Narrow".
+std::string numberPart(const std::string& text) {
+    return text.substr(0, text.find(' '));
+}
+
+std::optional<std::string> objectionTo(const DiagInfo& diag, const std::string& text) {
+    if (diag.isArray()) return "'" + diag.name + "' is an array; arrays can only be read";
+    if (diag.kind->type == SE_DIAG_TYPE_NONE) return "'" + diag.name + "' has no value that could be set";
+    if (!diag.writable) return "'" + diag.name + "' is read-only";
+    const auto number = numberIn(diag.isEnum() ? numberPart(text) : text, *diag.kind);
+    if (!number) {
+        return "'" + text + "' is no value for '" + diag.name + "', which takes " +
+               (diag.kind->type == SE_DIAG_TYPE_FLOAT32 ? "a number" : "a whole number");
+    }
+    if (*number < diag.kind->lowest || *number > diag.kind->highest) {
+        return quill::stringPrintf("'%s' is out of range for '%s', which takes %.9g to %.9g", text.c_str(),
+                                   diag.name.c_str(), diag.kind->lowest, diag.kind->highest);
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+DiagTree::DiagTree() : diags_(allDiags()), root_(quill::PropertyNode::createRoot()) {
+    for (size_t place = 0; place < diags_.size(); ++place) {
+        places_.emplace(diags_[place].name, place);
+        places_.emplace(diags_[place].path, place);
+    }
+    root_->getNode("transfer_large_arrays", true)->set<bool>(true);
+    publish();
+}
+
+const DiagInfo* DiagTree::find(const std::string& name) const {
+    const auto found = places_.find(name);
+    return found == places_.end() ? nullptr : &diags_[found->second];
+}
+
+void DiagTree::publish() {
+    se::readSignalEssenceDiags(root_);
+}
+
+void DiagTree::apply() {
+    // A switch that the engine cannot tell about stands where it does from the start.
+    for (const char* const name : kBypassSwitches) {
+        bool bypassed = false;
+        root_->getNode(name, true)->get<bool>(bypassed, false);
+    }
+    se::writeSignalEssenceDiags(root_);
+    publish();
+}
+
+std::optional<std::string> DiagTree::edit(const std::string& name, const std::string& text) {
+    std::string path = name;
+    if (!isSwitch(name)) {
+        const DiagInfo* const diag = find(name);
+        if (diag == nullptr) return "the engine has no diagnostic '" + name + "'";
+        if (auto objection = objectionTo(*diag, text)) return objection;
+        path = diag->path;
+    }
+    const PropertyNodePtr node = root_->getNode(path, false);
+    if (!node) return "the engine has no switch '" + name + "'";
+    std::string error;
+    if (!node->setFromText(isSwitch(name) ? switchText(text) : text, &error)) return error;
+    return std::nullopt;
+}
+
+Json DiagTree::value(const DiagInfo& diag) const {
+    const PropertyNodePtr node = root_->getNode(diag.path, false);
+    if (!node || node->value().empty()) return nullptr;
+    if (diag.isArray()) {
+        const std::string text = node->get<std::string>();
+        const Json elements = Json::parse(text, nullptr, false);
+        return elements.is_discarded() ? Json(text) : elements;  // not finite
+    }
+    if (diag.isEnum()) return node->get<std::string>();
+    if (diag.kind->type == SE_DIAG_TYPE_FLOAT32) return shortest(node->get<float>());
+    return node->get<long>();
+}
+
+Json DiagTree::value(const char* bypass_switch) const {
+    const PropertyNodePtr node = root_->getNode(bypass_switch, false);
+    return node ? Json(node->get<bool>()) : Json(nullptr);
+}
+
+Json DiagTree::valueOf(const std::string& name) const {
+    if (isSwitch(name)) return value(name.c_str());
+    const DiagInfo* const diag = find(name);
+    if (diag == nullptr) {
+        throw UsageError("the engine has no diagnostic '" + name + "'; 'se_host diags list' shows them");
+    }
+    return value(*diag);
+}
+
+std::string toText(const Json& value) {
+    if (value.is_null()) return "none";
+    if (value.is_string()) return value.get<std::string>();
+    return value.dump();
+}
+
+}  // namespace se_host

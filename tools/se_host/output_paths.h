@@ -1,0 +1,14 @@
+// Outputs that would destroy an input or one another are refused before any work.
+// Threads: any.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace se_host {
+
+// Empty paths are options that were not given. fails: UsageError when an output is one of the inputs, or two
+// outputs are one file.
+void refuseClashes(const std::vector<std::string>& inputs, const std::vector<std::string>& outputs);
+
+}  // namespace se_host

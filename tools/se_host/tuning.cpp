@@ -1,0 +1,167 @@
+#include "tools/se_host/tuning.h"
+
+#include <fstream>
+
+#include "tools/se_host/errors.h"
+#include "tools/se_host/one_line.h"
+
+namespace se_host {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+[[noreturn]] void refuse(const std::string& path, const std::string& why) {
+    throw Failure("'" + path + "' is no tuning: " + why + "; 'se_host diags dump' writes one");
+}
+
+const Json& member(const Json& json, const char* name, const std::string& path) {
+    if (!json.is_object() || !json.contains(name)) refuse(path, "'" + std::string(name) + "' is missing");
+    return json.at(name);
+}
+
+std::string textMember(const Json& json, const char* name, const std::string& path) {
+    const Json& value = member(json, name, path);
+    if (!value.is_string()) refuse(path, "'" + std::string(name) + "' is no text");
+    return value.get<std::string>();
+}
+
+void requireDiagnostic(const std::string& name, const Json& diagnostic, const std::string& path) {
+    if (diagnostic.is_object() && diagnostic.contains("value") && diagnostic.contains("writable") &&
+        diagnostic["writable"].is_boolean()) {
+        return;
+    }
+    refuse(path, "'" + oneLine(name) + "' has no 'value' or no 'writable'");
+}
+
+std::string changeText(const std::string& name, const Json& before, const Json& after) {
+    return name + ": " + toText(before) + " -> " + toText(after);
+}
+
+// Arrays and what has no value cannot be applied by anybody.
+bool isForTheRecord(const Json& diagnostic, const DiagInfo& diag) {
+    const Json& value = diagnostic["value"];
+    return !diag.writable || diag.isArray() || value.is_null() || value.is_array();
+}
+
+void edit(DiagTree& tree, const std::string& name, const Json& value, Applied* applied) {
+    if (const auto objection = tree.edit(name, toText(value))) applied->refused.push_back(*objection);
+}
+
+// Values by name, for whoever compares.
+Json valuesOf(const Tuning& tuning) {
+    Json values = tuning.switches;
+    for (const auto& [name, diagnostic] : tuning.diagnostics.items()) values[name] = diagnostic["value"];
+    return values;
+}
+
+}  // namespace
+
+Tuning tuningOf(const Session& session, const DiagTree& tree) {
+    Tuning tuning{session.build, session.version, Json::object(), Json::object()};
+    for (const DiagInfo& diag : tree.diags()) {
+        tuning.diagnostics[diag.name] = {
+            {"type", diag.typeText()}, {"writable", diag.writable}, {"value", tree.value(diag)}};
+    }
+    for (const char* const name : kBypassSwitches) tuning.switches[name] = tree.value(name);
+    return tuning;
+}
+
+Json toJson(const Tuning& tuning) {
+    return {{"engine", {{"build", tuning.build}, {"version", tuning.version}}},
+            {"switches", tuning.switches},
+            {"diagnostics", tuning.diagnostics}};
+}
+
+void writeTuning(const TemporaryFile& file, const Tuning& tuning) {
+    std::ofstream out(file.name());
+    out << toJson(tuning).dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+    out.close();
+    if (!out) throw Failure("cannot write '" + file.path() + "'; is there space left?");
+}
+
+Tuning readTuning(const std::string& path) {
+    std::ifstream in(path);
+    if (!in) throw Failure("cannot read '" + path + "'; give a tuning that 'se_host diags dump' wrote");
+    const Json json = Json::parse(in, nullptr, false);
+    if (json.is_discarded()) refuse(path, "it is no JSON");
+
+    Tuning tuning;
+    const Json& engine = member(json, "engine", path);
+    tuning.build = textMember(engine, "build", path);
+    tuning.version = textMember(engine, "version", path);
+    tuning.diagnostics = member(json, "diagnostics", path);
+    if (!tuning.diagnostics.is_object()) refuse(path, "'diagnostics' holds no names");
+    for (const auto& [name, diagnostic] : tuning.diagnostics.items()) {
+        requireDiagnostic(name, diagnostic, path);
+    }
+    tuning.switches = json.value("switches", Json::object());
+    if (!tuning.switches.is_object()) refuse(path, "'switches' holds no names");
+    return tuning;
+}
+
+Applied applyTuning(const Tuning& tuning, const Session& session, DiagTree& tree) {
+    Applied applied;
+    applied.other_version = tuning.version != session.version;
+    const Tuning before = tuningOf(session, tree);
+    for (const auto& [name, diagnostic] : tuning.diagnostics.items()) {
+        const DiagInfo* const diag = tree.find(name);
+        if (diag == nullptr) {
+            applied.unknown.push_back(oneLine(name));
+        } else if (isForTheRecord(diagnostic, *diag)) {
+            ++applied.kept;
+        } else {
+            edit(tree, name, diagnostic["value"], &applied);
+        }
+    }
+    for (const auto& [name, value] : tuning.switches.items()) {
+        if (!value.is_null()) edit(tree, name, value, &applied);
+    }
+    tree.apply();
+
+    const Tuning after = tuningOf(session, tree);
+    for (const auto& [name, value] : tuning.diagnostics.items()) {
+        if (!value["writable"].get<bool>() || !after.diagnostics.contains(name)) continue;
+        const Json& was = before.diagnostics[name]["value"];
+        const Json& is = after.diagnostics[name]["value"];
+        if (was != is) applied.changed.push_back(changeText(name, was, is));
+    }
+    for (const char* const name : kBypassSwitches) {
+        const Json &was = before.switches[name], &is = after.switches[name];
+        if (was != is) applied.changed.push_back(changeText(name, was, is));
+    }
+    return applied;
+}
+
+std::vector<std::string> warnings(const std::string& path, const Tuning& tuning, const Session& session,
+                                  const Applied& applied) {
+    std::vector<std::string> lines;
+    if (applied.other_version) {
+        lines.push_back("'" + path + "' was made with engine version '" + tuning.version + "', this is '" +
+                        session.version + "'");
+    }
+    for (const std::string& name : applied.unknown) {
+        lines.push_back("'" + path + "': the engine has no diagnostic '" + name + "'");
+    }
+    for (const std::string& why : applied.refused) lines.push_back("'" + path + "': " + why);
+    return lines;
+}
+
+std::vector<std::string> differences(const std::string& path_a, const Tuning& a, const std::string& path_b,
+                                     const Tuning& b) {
+    std::vector<std::string> lines;
+    if (a.version != b.version) lines.push_back(changeText("engine version", a.version, b.version));
+    const Json values_a = valuesOf(a), values_b = valuesOf(b);
+    for (const auto& [name, value] : values_a.items()) {
+        if (!values_b.contains(name)) {
+            lines.push_back("only in " + path_a + ": " + name);
+        } else if (values_b[name] != value) {
+            lines.push_back(changeText(name, value, values_b[name]));
+        }
+    }
+    for (const auto& [name, value] : values_b.items()) {
+        if (!values_a.contains(name)) lines.push_back("only in " + path_b + ": " + name);
+    }
+    return lines;
+}
+
+}  // namespace se_host
