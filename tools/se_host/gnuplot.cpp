@@ -164,6 +164,10 @@ std::string plotText(const std::string& text) {
     return quoted + "'";
 }
 
+std::string fileName(const std::string& path) {
+    return std::filesystem::path(path).filename().string();
+}
+
 std::string plotData(const std::string& name, const std::vector<std::vector<double>>& rows) {
     std::ostringstream text;
     text.imbue(std::locale::classic());

@@ -25,7 +25,7 @@ class Picture {
     explicit Picture(const std::string& path);
 
     // Lets gnuplot run `script`, which finds terminal, encoding and output set up: it sets titles and axes and
-    // plots once. Text is taken as it stands, without gnuplot's markup. fails: Failure, with gnuplot's words.
+    // plots. Text is taken as it stands, without gnuplot's markup. fails: Failure, with gnuplot's words.
     void draw(const std::string& script, PictureSize size = {});
 
     // Gives the file its name. needs: draw. fails: Failure.
@@ -42,6 +42,9 @@ class Picture {
 
 // `text` as a string of gnuplot's language.
 std::string plotText(const std::string& text);
+
+// The last part of a path: pictures have no room for more.
+std::string fileName(const std::string& path);
 
 // A data block `$name` of these rows, one line each; what is not finite becomes "NaN", which is left out of
 // lines and grids.

@@ -68,7 +68,7 @@ void draw(Picture& picture, const HighpassOptions& options, const AudioData& in,
     };
     picture.draw(
         spectrumScript(stringPrintf("600 Hz high-pass at gain %g, channel %d", options.gain, options.channel),
-                       {{options.input, spectrum(in)}, {options.output, spectrum(out)}}));
+                       {{fileName(options.input), spectrum(in)}, {fileName(options.output), spectrum(out)}}));
 }
 
 void requireChannel(const HighpassOptions& options, const AudioData& sound) {

@@ -93,7 +93,7 @@ Json toJson(const NoiseTestReport& report) {
 std::string toScript(const NoiseTestReport& report) {
     std::string script = dataBlock(report) + cellBlock(report);
     script += "set multiplot layout 2,1 title " +
-              plotText("Microphone noise test of " + report.build + " on " + report.sound) +
+              plotText("Microphone noise test of " + report.build + " on " + fileName(report.sound)) +
               "\nset lmargin at screen 0.09\nset rmargin at screen 0.86\n"
               "set xrange [-0.5:29.5]\nset xtics 0,2,29\nset xlabel 'row of the results'\n"
               "set ylabel \"value in the\\nengine's units\"\n"

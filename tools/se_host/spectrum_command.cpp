@@ -55,12 +55,12 @@ std::string levelText(double dbfs) {
     return std::isinf(dbfs) ? std::string("silence") : stringPrintf("%.1f dBFS", dbfs);
 }
 
-std::string titleOf(const SpectrumOptions& options) {
-    return options.input + ", channel " + std::to_string(options.channel);
+std::string titleOf(const std::string& name, const SpectrumOptions& options) {
+    return name + ", channel " + std::to_string(options.channel);
 }
 
 std::string toText(const SpectrumOptions& options, const AudioData& sound, const Spectrum& spectrum) {
-    std::string text = titleOf(options) + "\n";
+    std::string text = titleOf(options.input, options) + "\n";
     text += stringPrintf("  sound     %.2f s at %d Hz\n", sound.seconds(), sound.sample_rate);
     text += stringPrintf("  spectrum  %zu bins of %.4g Hz, mean of %zu pieces of %d samples\n",
                          spectrum.dbfs.size(), spectrum.hertz_per_bin, spectrum.pieces, options.size);
@@ -94,7 +94,8 @@ void run(const SpectrumOptions& options) {
     const AudioData sound = readAudioFile(options.input);
     const Spectrum spectrum = averageSpectrum(samplesOf(sound, options), sound.sample_rate, options.size);
     if (picture) {
-        picture->draw(spectrumScript("Spectrum of " + titleOf(options), {{"mean level", spectrum}}));
+        picture->draw(spectrumScript("Spectrum of " + titleOf(fileName(options.input), options),
+                                     {{"mean level", spectrum}}));
         picture->commit();
     }
     if (options.json) {

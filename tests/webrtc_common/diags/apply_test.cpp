@@ -166,8 +166,8 @@ TEST_F(Apply, MakesEveryWritableScalarsNodeInATreeThatWasNeverPublished) {
         const std::string name = "type_" + std::to_string(type);
         EXPECT_TRUE(root->exists(path(name)));
         EXPECT_EQ("nothing", value(name));
-        EXPECT_EQ("nothing", mark(name));
-        EXPECT_EQ("nothing", meta("help", name));
+        const quill::PropertyNodeData::SharedDataLock lock(node(name).get(), nullptr);
+        EXPECT_EQ(nullptr, lock->metadata) << "no help, no mark, no empty entry";
     }
     for (const std::string& call : engine.calls()) EXPECT_NE(0u, call.find("SEDiagSet")) << call;
     EXPECT_EQ(1, engine.count("MMIfSetAecBypass"));

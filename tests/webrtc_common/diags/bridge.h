@@ -59,6 +59,15 @@ class Bridge : public testing::Test {
         return engine->add_diag(name, type, length, rw, 0, "what it does");
     }
 
+    // The same at this value, as far as its type holds it, and published.
+    int addPublished(int type, long long in_engine = 0) {
+        const int index = add(type);
+        engine->set_integer(index, in_engine);
+        engine->set_real(index, static_cast<float>(in_engine));
+        publish();
+        return index;
+    }
+
     void publish() { media::se_wrapper::readSignalEssenceDiags(root); }
     void apply() { media::se_wrapper::writeSignalEssenceDiags(root); }
 
@@ -67,6 +76,14 @@ class Bridge : public testing::Test {
         engine->clear_calls();
         work();
         return engine.calls();
+    }
+    // The calls of setters of diagnostics in one applying pass.
+    Lines applied() {
+        Lines setters;
+        for (const std::string& call : callsOf([&] { apply(); })) {
+            if (call.rfind("SEDiagSet", 0) == 0) setters.push_back(call);
+        }
+        return setters;
     }
     // The level-5 records of the work.
     static Lines recordsOf(const std::function<void()>& work) {

@@ -14,7 +14,7 @@ namespace quill::test {
 class DiagModel {
   public:
     virtual ~DiagModel() = default;
-    virtual void engineMoves(long long value) = 0;
+    virtual void engineMoves(const std::string& number) = 0;
     virtual void publish() = 0;
     virtual void apply() = 0;
     // What the engine, the mark and the node hold.
@@ -59,7 +59,7 @@ class IntegerModel : public DiagModel {
     IntegerModel(IntegerRange engine, IntegerRange edit, bool is_enum)
         : engine_range_(engine), edit_range_(edit), is_enum_(is_enum) {}
 
-    void engineMoves(long long value) override { engine_ = engine_range_.cut(value); }
+    void engineMoves(const std::string& number) override { engine_ = engine_range_.cut(std::stoll(number)); }
 
     void publish() override {
         makeNode(true);
@@ -98,17 +98,16 @@ class IntegerModel : public DiagModel {
 // The zeros are one number here: which of them stands in a node that held the other is the tree's matter.
 class FloatModel : public DiagModel {
   public:
-    static std::string text(float value) {
-        if (std::isnan(value)) return "nan";
-        if (value == 0) return "0.000000";
+    static std::string text(float number) {
+        if (std::isnan(number)) return "nan";
+        if (number == 0) return "0.000000";
         char buffer[64];
-        std::snprintf(buffer, sizeof buffer, "%f", static_cast<double>(value));
+        std::snprintf(buffer, sizeof buffer, "%f", static_cast<double>(number));
         return buffer;
     }
-    static float number(const std::string& text) { return std::strtof(text.c_str(), nullptr); }
+    static float value(const std::string& number) { return std::strtof(number.c_str(), nullptr); }
 
-    void engineMoves(long long value) override { move(static_cast<float>(value)); }
-    void move(float value) { engine_ = value; }
+    void engineMoves(const std::string& number) override { engine_ = value(number); }
 
     void publish() override {
         makeNode(true);
@@ -119,7 +118,7 @@ class FloatModel : public DiagModel {
 
     void apply() override {
         makeNode(false);
-        const float wanted = node_ ? number(*node_) : 0.0f;
+        const float wanted = node_ ? value(*node_) : 0.0f;
         const float mark = mark_.value_or(0.0f);
         if (wanted == mark || !(engine_ == mark)) return;
         engine_ = wanted;

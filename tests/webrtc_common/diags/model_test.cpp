@@ -18,50 +18,40 @@ struct Step {
     int pick;  // of the value
 };
 
+// clang-format off
 constexpr long long kIntegers[] = {
-    0,
-    1,
-    -1,
-    5,
-    7,
-    32767,
-    -32768,
-    32768,
-    65535,
-    65541,
-    INT32_MAX,
-    INT32_MIN,
-    1LL << 31,
-    UINT32_MAX,
-    (1LL << 32) + 5,
-    5000000000,
-    (1LL << 32) + INT32_MAX,
-    1LL << 39,
-    -(1LL << 39),
-    (1LL << 40) - 1,
+    0, 1, -1, 5, 7,
+    32767, -32768, 32768, 65535, 65541,
+    INT32_MAX, INT32_MIN, 1LL << 31, UINT32_MAX,
+    (1LL << 32) + 5, 5000000000, (1LL << 32) + INT32_MAX,
+    1LL << 39, -(1LL << 39), (1LL << 40) - 1,
 };
+// clang-format on
 constexpr const char* kFloats[] = {"0.000000", "-0.000000", "1.000000", "0.500000", "nan", "inf", "-inf"};
 
-std::unique_ptr<DiagModel> makeModel(int type) {
-    const IntegerRange as_int{32, true};
-    const IntegerRange as_long{64, true};
+constexpr IntegerRange kInt{32, true};
+constexpr IntegerRange kLong{64, true};
+
+// What the engine holds of an integer.
+IntegerRange rangeOf(int type) {
     switch (type) {
         case kInt16:
-            return std::make_unique<IntegerModel>(IntegerRange{16, true}, as_int, false);
+            return {16, true};
         case kUInt16:
-            return std::make_unique<IntegerModel>(IntegerRange{16, false}, as_int, false);
-        case kInt32:
-            return std::make_unique<IntegerModel>(as_int, as_int, false);
+            return {16, false};
         case kUInt32:
-            return std::make_unique<IntegerModel>(IntegerRange{32, false}, as_long, false);
+            return {32, false};
         case kInt40:
         case kUInt40:
-            return std::make_unique<IntegerModel>(as_long, as_int, false);
-        case kFloat32:
-            return std::make_unique<FloatModel>();
+            return kLong;
         default:
-            return std::make_unique<IntegerModel>(as_int, as_int, true);
+            return kInt;
     }
+}
+
+std::unique_ptr<DiagModel> makeModel(int type) {
+    if (type == kFloat32) return std::make_unique<FloatModel>();
+    return std::make_unique<IntegerModel>(rangeOf(type), type == kUInt32 ? kLong : kInt, type == kEnum);
 }
 
 class RandomSequence : public Bridge {
@@ -123,6 +113,7 @@ class RandomSequence : public Bridge {
         switch (step.action) {
             case kEngineMoves:
                 moveEngine(step);
+                models_[step.type]->engineMoves(pickedText(step));
                 break;
             case kUserEdits:
                 edit(step);
@@ -140,12 +131,9 @@ class RandomSequence : public Bridge {
 
     void moveEngine(const Step& step) {
         if (step.type == kFloat32) {
-            const float value = FloatModel::number(pickedText(step));
-            engine->set_real(indexOf(step.type), value);
-            static_cast<FloatModel&>(*models_[step.type]).move(value);
+            engine->set_real(indexOf(step.type), FloatModel::value(pickedText(step)));
         } else {
             engine->set_integer(indexOf(step.type), pickedInteger(step));
-            models_[step.type]->engineMoves(pickedInteger(step));
         }
     }
 
@@ -157,7 +145,7 @@ class RandomSequence : public Bridge {
         if (step.pick % 2 == 0) {
             edited->set<std::string>(pickedText(step));
         } else if (step.type == kFloat32) {
-            edited->set<float>(FloatModel::number(pickedText(step)));
+            edited->set<float>(FloatModel::value(pickedText(step)));
         } else {
             edited->set<long>(pickedInteger(step));
         }
@@ -166,7 +154,7 @@ class RandomSequence : public Bridge {
     std::string state(int type) {
         const int index = indexOf(type);
         std::string held = FloatModel::text(engine->real(index));
-        if (type != kFloat32) held = std::to_string(makeRange(type).cut(engine->integer(index)));
+        if (type != kFloat32) held = std::to_string(rangeOf(type).cut(engine->integer(index)));
         const auto found = root->getNode(path(nameOf(type)), false);
         std::string node = "nothing", mark = "nothing", help;
         if (found != nullptr) {
@@ -176,23 +164,6 @@ class RandomSequence : public Bridge {
             if (lock->findMeta("help") != nullptr) help = ", help";
         }
         return "engine " + held + ", mark " + mark + ", node " + node + help;
-    }
-
-    // How the engine's answers read.
-    static IntegerRange makeRange(int type) {
-        switch (type) {
-            case kInt16:
-                return {16, true};
-            case kUInt16:
-                return {16, false};
-            case kUInt32:
-                return {32, false};
-            case kInt40:
-            case kUInt40:
-                return {64, true};
-            default:
-                return {32, true};
-        }
     }
 
     std::unique_ptr<DiagModel> models_[kEnum + 1];

@@ -34,7 +34,7 @@ Filter::Filter(FilterParams const& params) : filter_(params), gain_(1.0F) {
     // computeRFir reads on to a whole eight of taps; what stands there does not reach the output.
     history_.resize(static_cast<std::size_t>(roundedUpToEight(filter_.num_coeffs_)) + BLOCK_SIZE);
     history_.resize(size);  // the room stays
-    QUILL_CHECK_OP_TEXT(SE_WRAPPER_HERE, equal, filter_.num_coeffs_ & 1, 1, "filter_.num_coeffs_ & 1 == 1")
+    QUILL_CHECK_EQ_AT(SE_WRAPPER_HERE, filter_.num_coeffs_ & 1, 1)
         << "Filters must have an odd number of coefficients.";
 }
 
