@@ -1,5 +1,6 @@
 #include "reference_engine/audio/echo_canceller.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "reference_engine/audio/meters.h"
@@ -50,6 +51,7 @@ void EchoCanceller::init() {
     lane_fft_.init();
     far_end_.clear();
     for (auto& spectrum : far_spectra_) std::fill(std::begin(spectrum), std::end(spectrum), 0.0f);
+    std::fill(std::begin(far_silent_), std::end(far_silent_), true);
     newest_ = 0;
     path_.init();
     mismatch_.init();
@@ -96,6 +98,8 @@ void EchoCanceller::transformFarEnd() {
     std::copy_n(far_end_.delayedBy(kEchoFrame - kBlock), kEchoFrame, frame);
     newest_ = (newest_ + 1) % kSpectra;
     fft_.forward(frame, far_spectra_[newest_]);
+    far_silent_[newest_] =
+        std::all_of(std::begin(frame), std::end(frame), [](float sample) { return sample == 0; });
 }
 
 void EchoCanceller::learn() {
@@ -107,13 +111,17 @@ void EchoCanceller::learn() {
     meanOf(errors, &mean);
 
     const EchoSpectrum* far_end[kPartitions];
+    bool silent[kPartitions];
     for (int p = 0; p < kPartitions; ++p) {
-        far_end[p] = &far_spectra_[(newest_ + kSpectra - p * kPartitionBlocks) % kSpectra];
+        const int place = (newest_ + kSpectra - p * kPartitionBlocks) % kSpectra;
+        far_end[p] = &far_spectra_[place];
+        silent[p] = far_silent_[place];
     }
     mismatch_.update(far_end, mean);
     kalman_.predict(path_.energy(), mismatch_.found());
     kalman_.observe(far_end, error_power);
     for (int p = 0; p < kPartitions; ++p) {
+        if (silent[p]) continue;  // nothing to learn from: the correction would be zero
         EchoSpectrum gain;
         LaneFft::Spectra weighted;
         LaneFft::Signals correction;

@@ -43,6 +43,7 @@ class EchoCanceller {
     LaneFft lane_fft_;
     DelayLine<kEchoTaps - 1> far_end_;
     EchoSpectrum far_spectra_[kSpectra] = {};  // of the last blocks, in a ring
+    bool far_silent_[kSpectra] = {};           // those that are zero throughout
     int newest_ = 0;
     EchoPath path_;
     EchoMismatch mismatch_;

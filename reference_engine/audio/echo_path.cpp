@@ -1,5 +1,6 @@
 #include "reference_engine/audio/echo_path.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 
@@ -14,7 +15,7 @@ constexpr float kLargestCoefficient = 32766.0f;
 constexpr float kTiny = 1e-9f;
 
 int32_t peakOf(const int16_t* samples, int count) {
-    int32_t peak = 1;
+    int32_t peak = 0;
     for (int i = 0; i < count; ++i) peak = std::max(peak, std::abs(int32_t{samples[i]}));
     return peak;
 }
@@ -39,8 +40,13 @@ void EchoPath::add(int partition, const LaneFft::Signals& correction) {
 }
 
 void EchoPath::predict(int16_t* far_end, int32_t (&echo)[kMicrophones][kBlock]) {
+    const int32_t peak = peakOf(far_end, kEchoTaps - 1 + kBlock);
+    if (peak == 0) {
+        std::fill(echo[0], echo[0] + kMicrophones * kBlock, 0);
+        return;
+    }
     int fraction_bits[kLanes];
-    quantise(peakOf(far_end, kEchoTaps - 1 + kBlock), fraction_bits);
+    quantise(peak, fraction_bits);
     for (int m = 0; m < kMicrophones; ++m) {
         int16_t coeffs[kEchoTaps];
         for (int n = 0; n < kEchoTaps; ++n) coeffs[kEchoTaps - 1 - n] = rounded_[n][m];

@@ -16,7 +16,7 @@ class EchoPath {
     void add(int partition, const LaneFft::Signals& correction);
 
     // in: the far end, oldest sample first: kEchoTaps - 1 of the past and the block, then seven that do not
-    // matter. out: the echo of the block, in samples.
+    // matter. out: the echo of the block, in samples: none, and no routine is called, after so much silence.
     void predict(int16_t* far_end, int32_t (&echo)[kMicrophones][kBlock]);
 
     // Sum of squares of each partition's taps, mean of the microphones.

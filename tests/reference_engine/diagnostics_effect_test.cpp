@@ -1,4 +1,5 @@
 // Every writable diagnostic is heard: written in the middle of a session, it changes what comes after.
+#include <map>
 #include <set>
 
 #include "tests/reference_engine/engine_under_test.h"
@@ -104,8 +105,11 @@ INSTANTIATE_FOR_EACH_BUILD(Diagnostics);
 }  // namespace
 
 TEST_P(Diagnostics, AreHeardWhenWritten) {
+    std::map<const char*, std::vector<int>> unedited;  // by what was set from the start
     for (const Effect& effect : kEffects) {
-        EXPECT_NE(session(effect, true), session(effect, false)) << effect.edit.name;
+        auto& left_alone = unedited[effect.before.name];
+        if (left_alone.empty()) left_alone = session(effect, false);
+        EXPECT_NE(session(effect, true), left_alone) << effect.edit.name;
     }
 }
 

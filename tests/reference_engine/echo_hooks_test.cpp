@@ -33,10 +33,16 @@ INSTANTIATE_FOR_EACH_BUILD(EchoHooks);
 
 TEST_P(EchoHooks, PredictTheEchoOfEveryMicrophone) {
     *engine.AecConvolution = backwards;
-    process(Samples(10 * kBlock, 0), std::vector<Samples>(kMicrophones, Samples(10 * kBlock, 0)));
+    process(whiteNoise(10 * kBlock, -30, 1), std::vector<Samples>(kMicrophones, Samples(10 * kBlock, 0)));
     EXPECT_EQ(g_calls, 70);
     EXPECT_EQ(g_taps % 8, 0);
     EXPECT_EQ(g_taps / 16, engine.SEDiagGetUInt16(engine.diag("seaec_tail_ms")));
+}
+
+TEST_P(EchoHooks, AreLeftAloneWhileTheFarEndIsSilent) {
+    *engine.AecConvolution = backwards;
+    process(Samples(10 * kBlock, 0), std::vector<Samples>(kMicrophones, Samples(10 * kBlock, 0)));
+    EXPECT_EQ(g_calls, 0);
 }
 
 TEST_P(EchoHooks, GiveTheSameOutputToTheBitWhoeverIsExact) {
