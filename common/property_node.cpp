@@ -55,6 +55,8 @@ std::vector<PropertyNodePtr> PropertyNode::children() const {
     std::vector<PropertyNodePtr> result;
     result.reserve(children_.size());
     for (const auto& [name, child] : children_) result.push_back(child);
+    std::sort(result.begin(), result.end(),
+              [](const PropertyNodePtr& a, const PropertyNodePtr& b) { return a->name_ < b->name_; });
     return result;
 }
 
@@ -78,11 +80,11 @@ PropertyNode* PropertyNode::find(std::string_view path, bool create) {
 
 PropertyNode* PropertyNode::child(std::string_view name, bool create) {
     const std::lock_guard lock(children_mutex_);
-    const auto place = children_.lower_bound(name);
-    if (place != children_.end() && place->first == name) return place->second.get();
+    const auto place = children_.find(name);
+    if (place != children_.end()) return place->second.get();
     if (!create) return nullptr;
     const PropertyNodePtr made(new PropertyNode(pathOfChild(full_name_, name), name));
-    children_.emplace_hint(place, made->name_, made);
+    children_.emplace(made->name_, made);
     return made.get();
 }
 

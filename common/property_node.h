@@ -12,11 +12,11 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <memory>
 #include <mutex>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "common/export.h"
@@ -118,7 +118,7 @@ class QUILL_COMMON_EXPORT PropertyNode : public std::enable_shared_from_this<Pro
     friend class PropertyNodeData::SharedDataLock;
     using Lock = PropertyNodeData::SharedDataLock;
     // The keys lie in the children themselves.
-    using Children = std::map<std::string_view, PropertyNodePtr>;
+    using Children = std::unordered_map<std::string_view, PropertyNodePtr>;
 
     PropertyNode(std::string full_name, std::string_view name);
     PropertyNode* find(std::string_view path, bool create);

@@ -1,19 +1,22 @@
 #include "webrtc_common/se_wrapper/diags/catalogue.h"
 
 #include <algorithm>
+#include <string_view>
 
 #include "common/dynlib.h"
-#include "common/string_printf.h"
 #include "webrtc_common/se_wrapper/records.h"
 #include "webrtc_common/se_wrapper/table/engine_table.h"
 
 namespace quill::media::se_wrapper {
 
 std::string getDiagPropertyName(int index) {
-    static constexpr const char* kLevelWords[] = {"basic", "intermediate", "advanced", "debug"};
-    const char* const name = SEDiagGetName(index);
-    const int level = SEDiagGetLevel(index);
-    return stringPrintf("diags/%s/%s", kLevelWords[std::clamp(level, 0, 3)], name);
+    static constexpr std::string_view kFolders[] = {"diags/basic/", "diags/intermediate/", "diags/advanced/",
+                                                    "diags/debug/"};
+    const std::string_view name = SEDiagGetName(index);
+    const std::string_view folder = kFolders[std::clamp(SEDiagGetLevel(index), 0, 3)];
+    std::string path;
+    path.reserve(folder.size() + name.size());
+    return path.append(folder).append(name);
 }
 
 int getDiagIndexOrDie(const std::vector<std::string>& names) {

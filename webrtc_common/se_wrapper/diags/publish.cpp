@@ -58,9 +58,9 @@ void publishArray(PropertyNode& node, int index, int length) {
 
 PropertyNodePtr nodeWithHelp(PropertyNode& root, int index) {
     const std::string path = getDiagPropertyName(index);
-    const bool is_new = !root.exists(path);
+    if (PropertyNodePtr node = root.getNode(path, false)) return node;
     PropertyNodePtr node = root.getNode(path, true);
-    if (is_new) node->setMeta<std::string>("help", SEDiagGetHelp(index));
+    node->setMeta<std::string>("help", SEDiagGetHelp(index));
     return node;
 }
 
