@@ -23,8 +23,8 @@ double lagOf(const Row& talker, const Row& out, const Span& span);
 double echoLossDb(const Row& microphone, const Row& out, double lag, const Span& span);
 
 struct TalkerFigures {
-    double level_change_db;  // of the part of the output that is a multiple of the talker
-    double sdr_db;           // that part over all the rest: scale-invariant signal-to-distortion ratio
+    double level_db;  // of the part of the row that is a multiple of the talker, against him
+    double sdr_db;    // that part over all the rest: scale-invariant signal-to-distortion ratio
 };
 
 // (Le Roux, Wisdom, Erdogan, Hershey: "SDR - half-baked or well done?", ICASSP 2019.)

@@ -63,10 +63,20 @@ struct Lags {
     double samples[kSystems];
 };
 
-Lags addTalkerFigures(const char* name, const Scene& scene, const Span& span, const Outputs& outputs,
-                      Trial& trial) {
-    const Row& talker = scene.talker[0];
-    const double before = talkerFigures(talker, scene.mixture()[0], 0, span).sdr_db;
+// The talker's direct sound at the centre microphone: what a beam former should keep. Against his sound with
+// its reflections every beam would do worse the more of them it keeps out.
+Row directSound(const SceneOptions& options) {
+    SceneOptions open = options;
+    open.reverberation_s = 0;
+    open.echo_level_dbfs = open.sensor_noise_dbfs = open.diffuse_noise_dbfs = kSilent;
+    return makeScene(open).talker[0];
+}
+
+Lags addTalkerFigures(const char* name, const SceneOptions& options, const Scene& scene, const Span& span,
+                      const Outputs& outputs, Trial& trial) {
+    const Row talker = directSound(options);
+    const TalkerFigures before = talkerFigures(talker, scene.mixture()[0], 0, span);
+    const double level_before = talkerFigures(talker, scene.talker[0], 0, span).level_db;
     Lags lags;
     TalkerFigures after[kSystems];
     for (size_t s = 0; s < kSystems; ++s) {
@@ -74,9 +84,9 @@ Lags addTalkerFigures(const char* name, const Scene& scene, const Span& span, co
         after[s] = talkerFigures(talker, outputs.rows[s], lags.samples[s], span);
     }
     trial.figures.push_back(figure(name, kLevelChange, Better::kNearerZero, false,
-                                   [&](System s) { return after[s].level_change_db; }));
+                                   [&](System s) { return after[s].level_db - level_before; }));
     trial.figures.push_back(figure(name, "SI-SDR improvement", Better::kHigher, false,
-                                   [&](System s) { return after[s].sdr_db - before; }));
+                                   [&](System s) { return after[s].sdr_db - before.sdr_db; }));
     addTimes(outputs, trial);
     return lags;
 }
@@ -106,8 +116,8 @@ Trial runEcho(const TrialOptions& options) {
     both.talker_start_s = times.doubleTalk().begin_s;
     both.talker_end_s = times.doubleTalk().end_s;
     const Scene double_talk = makeScene(both);
-    const Lags lags =
-        addTalkerFigures(kDoubleTalk, double_talk, times.doubleTalk(), runBoth(double_talk, both), trial);
+    const Lags lags = addTalkerFigures(kDoubleTalk, both, double_talk, times.doubleTalk(),
+                                       runBoth(double_talk, both), trial);
 
     SceneOptions alone = echoOptions(options);
     alone.talker_level_dbfs = kSilent;
@@ -124,7 +134,7 @@ Trial runNoise(const char* name, const TrialOptions& options, double SceneOption
     noisy.*noise_dbfs = kTalkerDbfs - options.snr_db;
     const Scene scene = makeScene(noisy);
     Trial trial;
-    addTalkerFigures(name, scene, times.inNoise(), runBoth(scene, noisy), trial);
+    addTalkerFigures(name, noisy, scene, times.inNoise(), runBoth(scene, noisy), trial);
     return trial;
 }
 
