@@ -30,9 +30,11 @@ constexpr const char* kDescription =
     "end\n"
     "                     speaks alone. It counts only for a system that keeps the talker within 3 dB in\n"
     "                     double talk, for silence has the best ERLE of all.\n"
-    "SI-SDR improvement   talker over all else, at the output against the centre microphone, 300 to 7000 Hz\n"
-    "talker's level       of the part of the output that is a multiple of the talker, against the centre\n"
-    "  change             microphone, 300 to 7000 Hz\n"
+    "SI-SDR improvement   talker over all else, at the output against the centre microphone, 300 to 7000 "
+    "Hz;\n"
+    "                     the talker is his direct sound, his reflections are among all else\n"
+    "talker's level       of the part of the output that is a multiple of that direct sound, against the\n"
+    "  change             centre microphone, 300 to 7000 Hz\n"
     "time per block       median, both in one process; on a busy machine trust the ratio\n"
     "\n"
     "The engine cancels the echo of each microphone, then searches the talker; the peer is told where he\n"
@@ -41,7 +43,7 @@ constexpr const char* kDescription =
 
 constexpr const char* kExamples =
     "Examples:\n"
-    "  engine_vs_peer                                       everything, some minutes\n"
+    "  engine_vs_peer                                       everything, about a minute\n"
     "  engine_vs_peer --scene sensor-noise --snr 5          louder noise\n"
     "  engine_vs_peer --seconds 3 --seeds 1                 a quick look\n"
     "  engine_vs_peer --engine se_lib_harborv006 --array-radius 0.035\n"
@@ -65,7 +67,8 @@ void addOptions(CLI::App& app, Options& options) {
     app.add_option("--scene", options.scene, "Only this scene")
         ->type_name("NAME")
         ->check(CLI::IsMember(sceneNames()));
-    app.add_option("--seconds", options.trial.seconds, "Length of a scene; its parts stretch with it")
+    app.add_option("--seconds", options.trial.seconds,
+                   "Length of a scene; its parts, named as they are with 12, stretch with it")
         ->capture_default_str()
         ->check(CLI::Range(3.0, 120.0));
     app.add_option("--seed", options.trial.seed, "First seed of voices and noises")->capture_default_str();
@@ -85,6 +88,8 @@ void addOptions(CLI::App& app, Options& options) {
     app.add_option("--array-radius", options.trial.array_radius_m, "Of the engine's array, metres")
         ->capture_default_str()
         ->check(CLI::Range(0.005, 0.2));
+    app.add_flag("--tell-engine", options.trial.tell_engine,
+                 "Tell the engine, too, where the talker stands: shows what its search costs");
     app.add_flag("--json", options.json, "Print JSON");
     app.footer(kExamples);
 }
@@ -133,6 +138,8 @@ int main(int argc, char** argv) {
     } catch (const CLI::Success& help) {
         return app.exit(help);
     } catch (const CLI::ParseError& error) {
+        return complain(std::string(error.what()) + "; see 'engine_vs_peer --help'", kWrongUsage);
+    } catch (const std::invalid_argument& error) {
         return complain(std::string(error.what()) + "; see 'engine_vs_peer --help'", kWrongUsage);
     } catch (const std::exception& error) {
         return complain(error.what(), kFailure);

@@ -75,7 +75,7 @@ std::string valueText(const Report& report, const Figure& figure, size_t system)
 
 std::string tableLine(const char* scene, const char* name, const std::string& engine, const std::string& peer,
                       const char* ahead) {
-    return stringPrintf("%-20s %-36s %12s %12s  %s\n", scene, name, engine.c_str(), peer.c_str(), ahead);
+    return stringPrintf("%-20s %-40s %12s %12s  %s\n", scene, name, engine.c_str(), peer.c_str(), ahead);
 }
 
 std::string textOf(double value) {
@@ -127,9 +127,12 @@ std::string toText(const Report& report, const EngineText& engine, const TrialOp
     text += "processor  " + processorName() + "\n";
     text += "compiler   " + compilerName() + "\n";
     text +=
-        stringPrintf("scenes     %g s each, seeds %u to %u, talker at %g degrees, noise %g dB below him\n\n",
+        stringPrintf("scenes     %g s each, seeds %u to %u, talker at %g degrees, noise %g dB below him\n",
                      options.seconds, options.seed, options.seed + static_cast<uint32_t>(seeds) - 1,
                      options.azimuth_deg, options.snr_db);
+    text += options.tell_engine
+                ? "look       both are told where the talker stands\n\n"
+                : "look       the engine searches the talker, the peer is told where he stands\n\n";
     text += tableLine("scene", "figure, mean of the seeds", "engine", "peer", "ahead");
     for (const FigureRow& row : report.rows) {
         const Figure& figure = row.figure;
@@ -162,7 +165,8 @@ Json toJson(const Report& report, const EngineText& engine, const TrialOptions& 
               {"seeds", seeds},
               {"azimuth_deg", options.azimuth_deg},
               {"snr_db", options.snr_db},
-              {"array_radius_m", options.array_radius_m}}},
+              {"array_radius_m", options.array_radius_m},
+              {"engine_is_told", options.tell_engine}}},
             {"figures", figures},
             {"microseconds_per_block",
              {{"engine", report.microseconds[kEngine]},

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <cmath>
 #include <iostream>
 
 #include "bench/engine_vs_peer/peer.h"
@@ -17,6 +18,8 @@ namespace {
 namespace se = quill::media::se_wrapper;
 
 constexpr int kFatal = 1;
+constexpr int kLocations = 12;       // look directions of the engine
+constexpr int16_t kCertain = 32767;  // confidence
 
 // Ends the process here, before the library aborts and leaves a core dump for what is a wrong file.
 void showRecord(const quill::LogRecord& record) {
@@ -28,6 +31,11 @@ void showRecord(const quill::LogRecord& record) {
 int engineTail() {
     const int diag = se::getDiagIndexOrDie({"seaec_tail_ms"});
     return se::SEDiagGetUInt16(diag) * (se_scene::kSampleRate / 1000);
+}
+
+uint16_t locationNearest(double azimuth_deg) {
+    const int location = static_cast<int>(std::lround(azimuth_deg * kLocations / 360)) % kLocations;
+    return static_cast<uint16_t>((location + kLocations) % kLocations);
 }
 
 template <class Work>
@@ -57,10 +65,11 @@ EngineText describeEngine() {
             kernels == nullptr ? "unknown" : kernels->name};
 }
 
-Outputs runBoth(const se_scene::Scene& scene, const se_scene::SceneOptions& options) {
+Outputs runBoth(const se_scene::Scene& scene, const se_scene::SceneOptions& options, bool tell_engine) {
     static_assert(kBlock == se::BLOCK_SIZE);
     se::initSignalEssence();
     se::versionSpecificSettings();
+    if (tell_engine) se::MMIfSetManualLocation(locationNearest(options.talker_azimuth_deg), kCertain);
     Peer peer(DelayAndSum(se_scene::microphonePositions(options.array_radius_m),
                           se_scene::atAzimuth(options.talker_azimuth_deg, options.talker_distance_m)),
               engineTail());

@@ -29,8 +29,9 @@ struct EngineText {
 };
 EngineText describeEngine();
 
-// Both from their first state. The engine searches the talker by itself, the peer is told where he stands.
+// Both from their first state. The peer is told where the talker stands; the engine searches him by itself,
+// unless `tell_engine`.
 // needs: a loaded engine.
-Outputs runBoth(const se_scene::Scene& scene, const se_scene::SceneOptions& options);
+Outputs runBoth(const se_scene::Scene& scene, const se_scene::SceneOptions& options, bool tell_engine);
 
 }  // namespace engine_vs_peer

@@ -19,7 +19,8 @@ struct Times {
     Span firstPart() const { return {0, unit_s}; }
     Span converged() const { return {4 * unit_s, pathChange()}; }
     double pathChange() const { return 6 * unit_s; }
-    Span afterPathChange() const { return {7 * unit_s, 8 * unit_s}; }
+    Span afterPathChange() const { return {pathChange(), pathChange() + unit_s}; }
+    Span laterAfterPathChange() const { return {pathChange() + unit_s, pathChange() + 2 * unit_s}; }
     Span doubleTalk() const { return {4 * unit_s, 8 * unit_s}; }
     Span inNoise() const { return {2 * unit_s, 12 * unit_s}; }
 };
@@ -99,7 +100,8 @@ void addEchoFigures(const Scene& scene, const Times& times, const Lags& lags, co
     };
     const Stretch stretches[] = {{"ERLE, first second", times.firstPart()},
                                  {"ERLE, converged", times.converged()},
-                                 {"ERLE, 1 to 2 s after a path change", times.afterPathChange()}};
+                                 {"ERLE, first second after a path change", times.afterPathChange()},
+                                 {"ERLE, second second after it", times.laterAfterPathChange()}};
     const Row microphone = scene.mixture()[0];
     for (const Stretch& stretch : stretches) {
         trial.figures.push_back(figure("far end alone", stretch.name, Better::kHigher, true, [&](System s) {
@@ -117,13 +119,13 @@ Trial runEcho(const TrialOptions& options) {
     both.talker_end_s = times.doubleTalk().end_s;
     const Scene double_talk = makeScene(both);
     const Lags lags = addTalkerFigures(kDoubleTalk, both, double_talk, times.doubleTalk(),
-                                       runBoth(double_talk, both), trial);
+                                       runBoth(double_talk, both, options.tell_engine), trial);
 
     SceneOptions alone = echoOptions(options);
     alone.talker_level_dbfs = kSilent;
     alone.echo_path_change_s = times.pathChange();
     const Scene far_end_alone = makeScene(alone);
-    addEchoFigures(far_end_alone, times, lags, runBoth(far_end_alone, alone), trial);
+    addEchoFigures(far_end_alone, times, lags, runBoth(far_end_alone, alone, options.tell_engine), trial);
     return trial;
 }
 
@@ -134,7 +136,7 @@ Trial runNoise(const char* name, const TrialOptions& options, double SceneOption
     noisy.*noise_dbfs = kTalkerDbfs - options.snr_db;
     const Scene scene = makeScene(noisy);
     Trial trial;
-    addTalkerFigures(name, noisy, scene, times.inNoise(), runBoth(scene, noisy), trial);
+    addTalkerFigures(name, noisy, scene, times.inNoise(), runBoth(scene, noisy, options.tell_engine), trial);
     return trial;
 }
 

@@ -12,6 +12,7 @@ struct TrialOptions {
     double azimuth_deg = 60;  // of the talker
     double snr_db = 14;       // of the talker while speaking over the noise, in the noise scenes
     double array_radius_m = 0.0425;
+    bool tell_engine = false;  // where the talker stands, to the nearest of its look directions
 };
 
 enum class Better { kHigher, kNearerZero };
