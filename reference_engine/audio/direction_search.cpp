@@ -18,10 +18,14 @@ namespace {
 constexpr float kPowerSmoothing = 0.8f;  // of the old value
 constexpr int kFloorBlocks = 150;        // after which the older half of the minima is dropped
 
-// A bin counts where it stands this far above the noise floor (a minimum, well below the mean), and above
-// what came just before: the attacks of a sound arrive before its reflections do.
+// A bin counts where it stands this far above the noise floor (a minimum, well below the mean), above the echo
+// that is expected, and above what came just before: the attacks of a sound arrive before its reflections do.
 constexpr float kAboveFloor = 12.0f;
+constexpr float kAboveEcho = 4.0f;
 constexpr float kAboveTail = 1.0f;
+
+// Of an echo, a block: the frame reaches over three of them.
+constexpr float kEchoMemory = 0.6f;
 
 constexpr float kLeastActivity = 0.05f;              // share of such bins that makes a block count
 constexpr float kAdaptation = 0.12f;                 // towards a block in which every bin counts
@@ -53,6 +57,7 @@ void DirectionSearch::init() {
         }
     }
     for (auto& frame : frames_) std::fill(std::begin(frame), std::end(frame), 0.0f);
+    std::fill(std::begin(echo_), std::end(echo_), 0.0f);
     std::fill(std::begin(smoothed_), std::end(smoothed_), 0.0f);
     std::fill(std::begin(least_), std::end(least_), kHuge);
     std::fill(std::begin(least_before_), std::end(least_before_), kHuge);
@@ -65,8 +70,9 @@ void DirectionSearch::restart() {
     active_ = false;
 }
 
-void DirectionSearch::update(const MicrophoneBlock& block, uint64_t gate) {
+void DirectionSearch::update(const MicrophoneBlock& block, const float (&echo)[kEchoBins], uint64_t gate) {
     analyse(block);
+    follow(echo);
     const float activity = weighBins();
     active_ = activity > kLeastActivity && meanEnergyOf(block) >= gate;
     if (!active_) return;
@@ -97,6 +103,10 @@ void DirectionSearch::analyse(const MicrophoneBlock& block) {
     }
 }
 
+void DirectionSearch::follow(const float (&echo)[kEchoBins]) {
+    for (int k = 0; k < kBins; ++k) echo_[k] = kEchoMemory * echo_[k] + echo[kFirstBin + k];
+}
+
 // Returns the mean weight: the share of the band in which there is sound.
 float DirectionSearch::weighBins() {
     float sum = 0;
@@ -105,7 +115,7 @@ float DirectionSearch::weighBins() {
         smoothed_[k] = std::max(kTiny, kPowerSmoothing * before + (1 - kPowerSmoothing) * power_[k]);
         least_[k] = std::min(least_[k], smoothed_[k]);
         const float floor = std::min(least_[k], least_before_[k]);
-        const float threshold = std::max(kAboveFloor * floor, kAboveTail * before);
+        const float threshold = std::max({kAboveFloor * floor, kAboveTail * before, kAboveEcho * echo_[k]});
         weight_[k] = power_[k] > threshold ? 1 - threshold / power_[k] : 0.0f;
         sum += weight_[k];
     }

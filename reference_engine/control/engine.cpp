@@ -88,7 +88,7 @@ void Engine::search(const MicrophoneBlock& block) {
         search_.restart();
         g_settings.restart_search = 0;
     }
-    search_.update(block, g_settings.search_gate_energy);
+    search_.update(block, echo_canceller_.residual(), g_settings.search_gate_energy);
     look_.update(search_, g_settings);
 }
 

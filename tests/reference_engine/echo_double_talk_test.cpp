@@ -59,3 +59,15 @@ TEST_P(EchoDoubleTalk, ATalkerWithoutFarEndIsLeftAloneToTheBit) {
     scene.far_end.assign(scene.frames, 0.0f);
     EXPECT_EQ(cancelled(scene), bypassed(scene));
 }
+
+// It stands between locations 6 and 7. A beam that looked there would hear a talker too late.
+TEST_P(EchoDoubleTalk, TheLoudspeakerDoesNotDrawTheBeam) {
+    const se_scene::Scene scene = makeScene(echoOptions(GetParam(), 4));
+    engine.MMIfInit(0);
+    process(se_scene::toInt16(scene.far_end), scene.mixture());
+    uint16_t location = 0;
+    int16_t confidence = 0;
+    engine.MMIfGetCurrentLocation(&location, &confidence);
+    EXPECT_NE(location, 6);
+    EXPECT_NE(location, 7);
+}

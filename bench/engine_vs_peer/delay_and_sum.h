@@ -1,0 +1,31 @@
+// The plain beam former: every microphone is delayed so that a talker's sound comes to all of them at once,
+// and the mean is taken.
+// Threads: one.
+#pragma once
+
+#include <cstdint>
+
+#include "tools/scene/geometry.h"
+
+namespace engine_vs_peer {
+
+inline constexpr size_t kBlock = 160;  // samples
+
+class DelayAndSum {
+  public:
+    // Steers to this very point, with delays to any fraction of a sample.
+    DelayAndSum(const se_scene::MicrophonePositions& microphones, const se_scene::Point& talker);
+
+    // in: kBlock interleaved frames of se_scene::kChannels samples. out: kBlock samples, saturated; they lag
+    // the centre microphone by half of the filters' length.
+    void process(const int16_t* interleaved, int16_t* out);
+
+  private:
+    static constexpr size_t kTaps = 24;
+    static constexpr size_t kHistory = kTaps - 1;
+
+    float taps_[se_scene::kMicrophones][kTaps];  // the first tap meets the oldest sample
+    float samples_[se_scene::kMicrophones][kHistory + kBlock] = {};
+};
+
+}  // namespace engine_vs_peer

@@ -1,0 +1,15 @@
+// What a benchmark ran on.
+// Threads: any.
+#pragma once
+
+#include <string>
+
+namespace engine_vs_peer {
+
+// As the kernel names it; "unknown" when it does not.
+std::string processorName();
+
+// That built this program, with its version.
+std::string compilerName();
+
+}  // namespace engine_vs_peer

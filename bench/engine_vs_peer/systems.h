@@ -1,0 +1,37 @@
+// Both systems over one recording, block by block in turn, so that whatever else the machine does slows both.
+// Threads: one.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "tools/scene/scene.h"
+
+namespace engine_vs_peer {
+
+inline constexpr size_t kSystems = 2;
+enum System : size_t { kEngine, kPeer };
+
+struct Outputs {
+    std::vector<float> rows[kSystems];           // full scale 1.0
+    std::vector<double> microseconds[kSystems];  // one a block
+};
+
+// Loads the engine build of this name in selibs/ (empty: the default build). Once a process.
+// fails: ends the process with the library's record when it cannot be used.
+void loadEngine(const std::string& name);
+
+// Name and version of the loaded build, and the convolution kernels that the wrapper runs it with.
+struct EngineText {
+    std::string build;
+    std::string version;
+    std::string kernels;
+};
+EngineText describeEngine();
+
+// Both from their first state. The peer is told where the talker stands; the engine searches him by itself,
+// unless `tell_engine`.
+// needs: a loaded engine.
+Outputs runBoth(const se_scene::Scene& scene, const se_scene::SceneOptions& options, bool tell_engine);
+
+}  // namespace engine_vs_peer
