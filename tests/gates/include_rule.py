@@ -25,7 +25,7 @@ MAY_INCLUDE = {
     "tools": ["common", "webrtc_common", "tools"],
     "tests/engines": ["tests/engines", "common", "webrtc_common"],
     "tests/kernel_check": ["common", "webrtc_common", "tests/kernel_check", "tests/support/guarded_buffer.h"],
-    "bench": ["common", "webrtc_common", "tests/kernel_check", "bench"],
+    "bench": ["common", "webrtc_common", "tools/scene", "tests/kernel_check", "bench"],
     "tests": ["common", "webrtc_common", "reference_engine", "tools", "tests"],
 }
 
