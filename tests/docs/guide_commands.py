@@ -7,6 +7,7 @@ one empty folder, with the folder PROGRAMS in front of the PATH, and compares wh
   $ command      a command; a backslash at the end goes on in the next line. It must end with exit code 0.
   ...            stands for any lines, or none
     took 0.61 s  a line that begins with "took" differs from machine to machine: its numbers are not compared
+  ~/tuning       the folder in which the commands run
 
 The guide's ```cpp blocks must stand, line by line, in one of the files CODE. Blocks of other languages are left alone.
 Prints every difference; exit code 1 if there is one.
@@ -57,13 +58,14 @@ def differences(guide, programs):
     everything = [pair for block in blocks(guide, "console") for pair in commands(block)]
     if not everything:
         yield "there is no command in it"
-    with tempfile.TemporaryDirectory() as folder:
+    with tempfile.TemporaryDirectory(dir=os.path.realpath(tempfile.gettempdir())) as folder:
         for command, shown in everything:
             done = subprocess.run(["bash", "-c", command], cwd=folder, env=environment, text=True, check=False,
                                   stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
-            if done.returncode != 0 or not agree(shown, done.stdout.splitlines()):
+            printed = done.stdout.replace(folder, "~/tuning")
+            if done.returncode != 0 or not agree(shown, printed.splitlines()):
                 yield (f"$ {command}\nexit code {done.returncode}\n--- the guide shows\n" + "\n".join(shown) +
-                       f"\n--- it prints\n{done.stdout}")
+                       f"\n--- it prints\n{printed}")
 
 
 def missing_code(guide, files):
