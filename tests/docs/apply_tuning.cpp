@@ -1,5 +1,6 @@
-// apply_tuning FILE.json: a host that starts its engine with a tuning. The tuning guide shows what stands between
-// the includes and main().
+// apply_tuning FILE.json: a host that starts its engine with a tuning. The tuning guide shows what stands
+// between the includes and main().
+// Threads: one.
 #include <fstream>
 #include <iostream>
 #include <nlohmann/json.hpp>

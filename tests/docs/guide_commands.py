@@ -1,16 +1,17 @@
 #!/usr/bin/env python3
 """The commands of a guide do what the guide shows.
 
-Usage: guide_commands.py GUIDE PROGRAMS [CODE...]. Runs every command of the guide's ```console blocks in order, all in
-one empty folder, with the folder PROGRAMS in front of the PATH, and compares what it prints, errors included:
+Usage: guide_commands.py GUIDE PROGRAMS [CODE...]. Runs every command of the guide's ```console blocks in
+order, all in one empty folder, with the folder PROGRAMS in front of the PATH, and compares what it prints,
+errors included:
 
-  $ command      a command; a backslash at the end goes on in the next line. It must end with exit code 0.
+  $ command      must end with exit code 0; a backslash at the end goes on in the next line
   ...            stands for any lines, or none
     took 0.61 s  a line that begins with "took" differs from machine to machine: its numbers are not compared
   ~/tuning       the folder in which the commands run
 
-The guide's ```cpp blocks must stand, line by line, in one of the files CODE. Blocks of other languages are left alone.
-Prints every difference; exit code 1 if there is one.
+The guide's ```cpp blocks must stand, as they are, in one of the files CODE. Blocks of other languages are
+left alone. Prints every difference; exit code 1 if there is one.
 """
 import os
 import pathlib
@@ -49,7 +50,8 @@ def comparable(line):
 
 
 def agree(shown, printed):
-    pattern = "".join(r"(.*\n)*" if line.strip() == "..." else re.escape(comparable(line)) + r"\n" for line in shown)
+    pattern = "".join(r"(.*\n)*" if line.strip() == "..." else re.escape(comparable(line)) + r"\n"
+                      for line in shown)
     return re.fullmatch(pattern, "".join(comparable(line) + "\n" for line in printed)) is not None
 
 

@@ -1,9 +1,10 @@
 #!/usr/bin/env python3
-"""The man page and the help texts name the same commands, files and options, and the page renders without warnings.
+"""The man page and the help texts name the same commands, files and options, and the page renders without a
+warning.
 
-Usage: man_page.py PAGE SE_HOST. A command's section of the page has its usage as title, and its options as list items.
-Options of several commands have a section of their own; the sections that take them name it with .Sx. Prints every
-difference; exit code 1 if there is one.
+Usage: man_page.py PAGE SE_HOST. A command's section of the page has its usage as title, and its options as list
+items. Options of several commands have a section of their own; the sections that take them name it with .Sx.
+Prints every difference; exit code 1 if there is one.
 """
 import pathlib
 import re
