@@ -34,5 +34,5 @@ require_packages() {
 
 BUILD_PACKAGES=(g++ cmake ninja-build pkg-config)
 TOOL_PACKAGES=(libsndfile1-dev libsamplerate0-dev libcli11-dev nlohmann-json3-dev libboost-dev gnuplot-nox)
-TEST_PACKAGES=(libgtest-dev libbenchmark-dev python3 binutils qemu-user libspeexdsp-dev)
+TEST_PACKAGES=(libgtest-dev libbenchmark-dev python3 binutils qemu-user libspeexdsp-dev groff-base)
 CHECK_PACKAGES=(clang clang-format clang-tidy)

@@ -31,3 +31,6 @@ run "$work/pkgconfig/small_host"
 
 echo "the installed program"
 "$work/tree/bin/se_host" info >/dev/null
+
+echo "its man page"
+groff -mdoc -Tutf8 "$work/tree/share/man/man1/se_host.1" >/dev/null
