@@ -83,7 +83,7 @@ std::optional<std::string> objectionTo(const DiagInfo& diag, const std::string& 
                (diag.kind->type == SE_DIAG_TYPE_FLOAT32 ? "a number" : "a whole number");
     }
     if (*number < diag.kind->lowest || *number > diag.kind->highest) {
-        return quill::stringPrintf("'%s' is out of range for '%s', which takes %.9g to %.9g", text.c_str(),
+        return quill::stringPrintf("'%s' is out of range for '%s', which takes %.10g to %.10g", text.c_str(),
                                    diag.name.c_str(), diag.kind->lowest, diag.kind->highest);
     }
     return std::nullopt;

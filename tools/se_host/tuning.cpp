@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <fstream>
-#include <sstream>
 
 #include "tools/se_host/errors.h"
 #include "tools/se_host/one_line.h"
@@ -48,11 +47,12 @@ void requireDiagnostic(const std::string& name, const Json& diagnostic, const st
 
 // fails: Failure when it cannot be read.
 Json jsonIn(const std::string& path) {
-    std::ostringstream text;
-    if (!(text << std::ifstream(path).rdbuf())) {
+    std::ifstream in(path);
+    in.peek();  // a folder opens, too
+    if (!in) {
         throw Failure("cannot read '" + path + "'; give a tuning that 'se_host diags dump' wrote");
     }
-    Json json = Json::parse(text.str(), nullptr, false);
+    Json json = Json::parse(in, nullptr, false);
     if (json.is_discarded()) refuse(path, "it is no JSON");
     return json;
 }
