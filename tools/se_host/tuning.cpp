@@ -34,8 +34,8 @@ bool isPlain(const Json& value) {
 }
 
 void requirePlain(const std::string& name, const Json& value, const std::string& path) {
-    if (!isPlain(value))
-        refuse(path, "the value of '" + oneLine(name) + "' is no number, text or list of them");
+    if (isPlain(value)) return;
+    refuse(path, "the value of '" + oneLine(name) + "' is no number, text or list of them");
 }
 
 void requireDiagnostic(const std::string& name, const Json& diagnostic, const std::string& path) {
@@ -45,13 +45,10 @@ void requireDiagnostic(const std::string& name, const Json& diagnostic, const st
     requirePlain(name, diagnostic["value"], path);
 }
 
-// fails: Failure when it cannot be read.
 Json jsonIn(const std::string& path) {
     std::ifstream in(path);
     in.peek();  // a folder opens, too
-    if (!in) {
-        throw Failure("cannot read '" + path + "'; give a tuning that 'se_host diags dump' wrote");
-    }
+    if (!in) throw Failure("cannot read '" + path + "'; give a tuning that 'se_host diags dump' wrote");
     Json json = Json::parse(in, nullptr, false);
     if (json.is_discarded()) refuse(path, "it is no JSON");
     return json;

@@ -45,6 +45,14 @@ TEST_F(DiagsDump, HoldsNullForWhatIsNotFiniteAndForSwitchesThatAreNotThere) {
     EXPECT_TRUE(tuning["switches"]["noise_reduction_bypass"].is_null());
 }
 
+TEST_F(DiagsDump, UpdatesATuningInPlace) {
+    writeText("a.json", R"({"engine": {"build": "b", "version": "beam_1.14|reference"}, "diagnostics":
+                            {"seout_gain_q10": {"value": 900}}})");
+    dump("a.json", {"--tuning", path("a.json")});
+    EXPECT_EQ(readJson("a.json")["diagnostics"]["seout_gain_q10"]["value"], 900);
+    EXPECT_EQ(readJson("a.json")["diagnostics"]["sent_blocks"]["value"], 200);
+}
+
 TEST_F(DiagsDump, OverTheRecordingIsRefused) {
     makeRecording(5);
     noteFiles();

@@ -110,9 +110,11 @@ TEST_F(DiagsRestore, RefusesSingleValuesAndAppliesTheOthers) {
     }
 }
 
-TEST_F(DiagsRestore, TakesAWholeNumberWithAFraction) {
-    writeTuning("a.json", {{"seout_gain_q10", 900.0}});
-    EXPECT_EQ(linesOf(restore().out)[0], "seout_gain_q10: 1024 -> 900");
+TEST_F(DiagsRestore, TakesAWholeNumberHoweverItIsWritten) {
+    for (const Json& number : {Json(900.0), Json("900")}) {
+        writeTuning("a.json", {{"seout_gain_q10", number}});
+        EXPECT_EQ(linesOf(restore().out)[0], "seout_gain_q10: 1024 -> 900");
+    }
 }
 
 TEST_F(DiagsRestore, AFileThatIsNotThereIsNamed) {
@@ -125,9 +127,14 @@ TEST_F(DiagsRestore, AFolderIsRefused) {
 }
 
 struct Broken {
+    const char* name;
     const char* text;
     const char* why;
 };
+
+void PrintTo(const Broken& broken, std::ostream* out) {
+    *out << broken.name;
+}
 
 class DiagsRestoreRefuses : public DiagsTest, public ::testing::WithParamInterface<Broken> {};
 
@@ -144,22 +151,23 @@ TEST_P(DiagsRestoreRefuses, AFileThatIsNoTuning) {
 INSTANTIATE_TEST_SUITE_P(
     Files, DiagsRestoreRefuses,
     ::testing::Values(
-        Broken{"", "it is no JSON"}, Broken{"{", "it is no JSON"},
-        Broken{ENGINE R"(, "diagnostics": {"a": {"value": 1e999}}})", "it is no JSON"},
-        Broken{"[]", "'engine' is missing"}, Broken{"7", "'engine' is missing"},
-        Broken{R"({"engine": 7})", "'build' is missing"},
-        Broken{R"({"engine": {"build": "b"}})", "'version' is missing"},
-        Broken{R"({"engine": {"build": "b", "version": 7}})", "'version' is no text"},
-        Broken{ENGINE "}", "'diagnostics' is missing"},
-        Broken{ENGINE R"(, "diagnostics": [1]})", "'diagnostics' holds no names"},
-        Broken{ENGINE R"(, "diagnostics": {"a": 7}})", "'a' has no 'value'"},
-        Broken{ENGINE R"(, "diagnostics": {"a\nb": {"writable": true}}})", "'a b' has no 'value'"},
-        Broken{ENGINE R"(, "diagnostics": {"a": {"value": {}}}})",
+        Broken{"Empty", "", "it is no JSON"}, Broken{"CutOff", "{", "it is no JSON"},
+        Broken{"NumberBeyondAll", ENGINE R"(, "diagnostics": {"a": {"value": 1e999}}})", "it is no JSON"},
+        Broken{"AList", "[]", "'engine' is missing"}, Broken{"ANumber", "7", "'engine' is missing"},
+        Broken{"EngineANumber", R"({"engine": 7})", "'build' is missing"},
+        Broken{"NoVersion", R"({"engine": {"build": "b"}})", "'version' is missing"},
+        Broken{"VersionANumber", R"({"engine": {"build": "b", "version": 7}})", "'version' is no text"},
+        Broken{"NoDiagnostics", ENGINE "}", "'diagnostics' is missing"},
+        Broken{"DiagnosticsAList", ENGINE R"(, "diagnostics": [1]})", "'diagnostics' holds no names"},
+        Broken{"DiagnosticANumber", ENGINE R"(, "diagnostics": {"a": 7}})", "'a' has no 'value'"},
+        Broken{"NoValue", ENGINE R"(, "diagnostics": {"a\nb": {"writable": true}}})", "'a b' has no 'value'"},
+        Broken{"ValueAnObject", ENGINE R"(, "diagnostics": {"a": {"value": {}}}})",
                "the value of 'a' is no number, text or list of them"},
-        Broken{ENGINE R"(, "diagnostics": {"a": {"value": [[1]]}}})",
+        Broken{"ValueNested", ENGINE R"(, "diagnostics": {"a": {"value": [[1]]}}})",
                "the value of 'a' is no number, text or list of them"},
-        Broken{ENGINE R"(, "diagnostics": {}, "switches": [true]})", "'switches' holds no names"},
-        Broken{ENGINE R"(, "diagnostics": {}, "switches": {"aec_bypass": {}}})",
+        Broken{"SwitchesAList", ENGINE R"(, "diagnostics": {}, "switches": [true]})",
+               "'switches' holds no names"},
+        Broken{"SwitchAnObject", ENGINE R"(, "diagnostics": {}, "switches": {"aec_bypass": {}}})",
                "the value of 'aec_bypass' is no number, text or list of them"}));
 
 }  // namespace

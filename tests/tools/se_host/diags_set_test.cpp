@@ -99,6 +99,10 @@ struct Refused {
     const char* why;
 };
 
+void PrintTo(const Refused& refused, std::ostream* out) {
+    *out << refused.assignment;
+}
+
 class DiagsSetRefuses : public DiagsTest, public ::testing::WithParamInterface<Refused> {};
 
 // All or none: the edit in front of it is not saved either.
