@@ -140,9 +140,16 @@ class Outputs {
     std::optional<DiagTrace> trace_;
 };
 
+std::vector<std::string> inputsOf(const ProcessOptions& options) {
+    std::vector<std::string> inputs{options.recording.input, options.recording.far_end_file, options.tuning};
+    if (options.parts.empty()) return inputs;
+    const std::vector<std::string> parts = scenePartPaths(options.parts);
+    inputs.insert(inputs.end(), parts.begin(), parts.end());
+    return inputs;
+}
+
 void run(const ProcessOptions& options) {
-    refuseClashes({options.recording.input, options.recording.far_end_file, options.tuning},
-                  {options.output, options.plot, tracePath(options)});
+    refuseClashes(inputsOf(options), {options.output, options.plot, tracePath(options)});
     std::optional<SecondRun> second_run;
     if (options.compare_routines) second_run.emplace(options.engine, options.recording, options.bypass);
     const Session session = startSession(options.engine);
