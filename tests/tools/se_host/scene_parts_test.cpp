@@ -63,7 +63,7 @@ TEST_F(SceneParts, AreNotOverwritten) {
     noteFiles();
     expectRefused(run({"process", path("in.wav"), path("in-echo.wav"), "--parts", path("in")}), kWrongUsage,
                   "output '" + path("in-echo.wav") + "' is one of the inputs");
-    EXPECT_EQ(readSound(path("in-echo.wav")).channels, 1);
+    EXPECT_EQ(readSound(path("in-echo.wav")).channels, 8);
 }
 
 TEST_F(SceneParts, OfAnotherRecordingAreRefused) {
