@@ -67,7 +67,7 @@ std::vector<DiagInfo> allDiags() {
 }
 
 bool matches(const DiagInfo& diag, const std::string& pattern) {
-    return pattern.empty() || ::fnmatch(pattern.c_str(), diag.name.c_str(), 0) == 0 ||
+    return ::fnmatch(pattern.c_str(), diag.name.c_str(), 0) == 0 ||
            ::fnmatch(pattern.c_str(), diag.path.c_str(), 0) == 0;
 }
 

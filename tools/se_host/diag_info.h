@@ -35,7 +35,7 @@ struct DiagInfo {
 // All of the catalogue, in its order. needs: a loaded engine.
 std::vector<DiagInfo> allDiags();
 
-// Whether its name or its path matches, with * and ? as in file names; an empty pattern matches all.
+// Whether its name or its path matches, with * and ? as in file names.
 bool matches(const DiagInfo& diag, const std::string& pattern);
 
 }  // namespace se_host

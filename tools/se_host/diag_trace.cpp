@@ -36,14 +36,8 @@ std::string cellsOf(const DiagInfo& diag, const Json& value) {
 
 }  // namespace
 
-DiagTrace::DiagTrace(const TemporaryFile& file, DiagTree& tree, const std::string& pattern)
-    : tree_(tree), path_(file.path()), out_(file.name()) {
-    for (const DiagInfo& diag : tree.diags()) {
-        if (matches(diag, pattern)) diags_.push_back(diag);
-    }
-    if (diags_.empty()) {
-        throw UsageError("no diagnostic matches '" + pattern + "'; 'se_host diags list' shows them");
-    }
+DiagTrace::DiagTrace(const std::string& path, DiagTree& tree, const std::string& pattern)
+    : tree_(tree), diags_(tree.matching(pattern)), file_(path), out_(file_.name()) {
     out_ << "seconds";
     for (const DiagInfo& diag : diags_) out_ << columnsOf(diag);
     out_ << '\n';
@@ -58,7 +52,7 @@ void DiagTrace::sample(size_t block) {
 
 void DiagTrace::finish() {
     out_.close();
-    if (!out_) throw Failure("cannot write '" + path_ + "'; is there space left?");
+    if (!out_) throw Failure("cannot write '" + file_.path() + "'; is there space left?");
 }
 
 }  // namespace se_host

@@ -13,20 +13,23 @@ namespace se_host {
 
 class DiagTrace {
   public:
-    // Writes under the temporary's name; the caller commits. An array takes a column for each element, an Enum
-    // its number. fails: UsageError when no diagnostic matches.
-    DiagTrace(const TemporaryFile& file, DiagTree& tree, const std::string& pattern);
+    // An array takes a column for each element, an Enum its number. fails: UsageError when no diagnostic
+    // matches, Failure when the file cannot be made.
+    DiagTrace(const std::string& path, DiagTree& tree, const std::string& pattern);
 
     // After each block: what the diagnostics hold now.
     void sample(size_t block);
 
-    // fails: Failure when something was not written.
+    // After the last block. fails: Failure when something was not written.
     void finish();
+
+    // Gives the file its name. needs: finish. fails: Failure.
+    void commit() { file_.commit(); }
 
   private:
     DiagTree& tree_;
     std::vector<DiagInfo> diags_;
-    std::string path_;
+    TemporaryFile file_;
     std::ofstream out_;
 };
 

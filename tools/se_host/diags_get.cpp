@@ -19,11 +19,17 @@ struct GetOptions : DiagsOptions {
     bool json = false;
 };
 
+Json valuesOf(const std::vector<std::string>& names, const DiagTree& tree) {
+    Json values = Json::object();
+    for (const std::string& name : names) values[name] = tree.valueOf(name);
+    return values;
+}
+
 void run(const GetOptions& options) {
     const auto diags = openDiags(options);
+    Json values = valuesOf(options.names, diags->tree);  // fails soon when one is unknown
     processWith(options, *diags);
-    Json values = Json::object();
-    for (const std::string& name : options.names) values[name] = diags->tree.valueOf(name);
+    values = valuesOf(options.names, diags->tree);
     if (options.json) {
         printJson(values);
         return;

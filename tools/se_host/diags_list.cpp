@@ -18,7 +18,7 @@ using Json = nlohmann::ordered_json;
 constexpr size_t kValueWidth = 24;  // what is longer is cut in the table
 
 struct ListOptions : DiagsOptions {
-    std::string pattern;
+    std::string pattern = "*";
     std::string level;
     bool json = false;
 };
@@ -40,9 +40,12 @@ std::string cut(std::string text) {
 
 std::vector<DiagInfo> chosen(const ListOptions& options, const DiagTree& tree) {
     std::vector<DiagInfo> diags;
-    for (const DiagInfo& diag : tree.diags()) {
-        if (!options.level.empty() && levelOf(diag) != options.level) continue;
-        if (matches(diag, options.pattern)) diags.push_back(diag);
+    for (const DiagInfo& diag : tree.matching(options.pattern)) {
+        if (options.level.empty() || levelOf(diag) == options.level) diags.push_back(diag);
+    }
+    if (diags.empty()) {
+        throw UsageError("no diagnostic of level '" + options.level + "' matches '" + options.pattern +
+                         "'; leave out --level");
     }
     return diags;
 }
@@ -80,13 +83,10 @@ Json toJson(const std::vector<DiagInfo>& diags, const DiagTree& tree) {
 
 void run(const ListOptions& options) {
     const auto diags = openDiags(options);
-    processWith(options, *diags);
     const std::vector<DiagInfo> shown = chosen(options, diags->tree);
+    processWith(options, *diags);
     if (options.json) {
         printJson(toJson(shown, diags->tree));
-    } else if (shown.empty()) {
-        throw UsageError("no diagnostic matches '" + options.pattern +
-                         "'; 'se_host diags list' shows them all");
     } else {
         printTable(shown, diags->tree);
     }

@@ -50,7 +50,7 @@ void run(const SetOptions& options) {
     if (!options.save.empty()) file.emplace(options.save);
     const auto diags = openDiags(options);
     const std::vector<Edit> edits = editTree(options, diags->tree);
-    diags->tree.apply();
+    const std::vector<std::string> differences = diags->tree.apply();
     if (file) {
         writeTuning(*file, tuningOf(diags->session, diags->tree));
         file->commit();
@@ -59,6 +59,8 @@ void run(const SetOptions& options) {
         std::cout << edit.name << ": " << toText(edit.before) << " -> "
                   << toText(diags->tree.valueOf(edit.name)) << '\n';
     }
+    std::cout.flush();
+    tellWarnings(differences);
 }
 
 }  // namespace

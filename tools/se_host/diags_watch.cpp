@@ -5,7 +5,6 @@
 #include "common/string_printf.h"
 #include "tools/se_host/diags_session.h"
 #include "tools/se_host/diags_subcommands.h"
-#include "tools/se_host/errors.h"
 #include "tools/se_host/recording_options.h"
 #include "tools/se_host/resample.h"
 
@@ -16,7 +15,7 @@ using Json = nlohmann::ordered_json;
 using quill::media::se_wrapper::BLOCK_SIZE;
 
 struct WatchOptions : DiagsOptions {
-    std::string pattern;
+    std::string pattern = "*";
 };
 
 struct Watched {
@@ -26,12 +25,7 @@ struct Watched {
 
 std::vector<Watched> chosen(const DiagTree& tree, const std::string& pattern) {
     std::vector<Watched> watched;
-    for (const DiagInfo& diag : tree.diags()) {
-        if (matches(diag, pattern)) watched.push_back({diag, tree.value(diag)});
-    }
-    if (watched.empty()) {
-        throw UsageError("no diagnostic matches '" + pattern + "'; 'se_host diags list' shows them");
-    }
+    for (const DiagInfo& diag : tree.matching(pattern)) watched.push_back({diag, tree.value(diag)});
     return watched;
 }
 

@@ -43,10 +43,12 @@ int complain(const std::string& text, int exit_code) {
 
 // What the parser says, or the word that it took for a command, and where to read on.
 std::string usageText(const CLI::App& app, const CLI::ParseError& error) {
-    const std::vector<CLI::App*> commands = app.get_subcommands();
-    if (!commands.empty()) {
-        return std::string(error.what()) + "; see 'se_host " + commands.front()->get_name() + " --help'";
+    std::string command;
+    for (const CLI::App* last = &app; !last->get_subcommands().empty();) {
+        last = last->get_subcommands().front();
+        command += last->get_name() + " ";
     }
+    if (!command.empty()) return std::string(error.what()) + "; see 'se_host " + command + "--help'";
     const std::vector<std::string> words = app.remaining();
     const std::string text = words.empty() ? error.what() : "no command or option '" + words.front() + "'";
     return text + "; see 'se_host --help'";

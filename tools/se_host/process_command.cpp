@@ -100,39 +100,71 @@ void print(const Summary& summary, const ProcessOptions& options) {
     }
 }
 
+std::string tracePath(const ProcessOptions& options) {
+    return options.trace.empty() ? "" : options.trace[1];
+}
+
+// Null unless diagnostics are asked for.
+std::unique_ptr<DiagTree> tunedDiags(const ProcessOptions& options, const Session& session) {
+    if (options.tuning.empty() && options.trace.empty()) return nullptr;
+    auto diags = std::make_unique<DiagTree>();
+    if (!options.tuning.empty()) tuneFromFile(options.tuning, session, *diags);
+    return diags;
+}
+
+// What a run writes: all of it appears at the end, or nothing.
+class Outputs {
+  public:
+    // Begins the files, so that what cannot be written is known before the run.
+    Outputs(const ProcessOptions& options, DiagTree* diags) : sound_(options.output) {
+        if (!options.plot.empty()) picture_.emplace(options.plot);
+        if (!options.trace.empty()) trace_.emplace(tracePath(options), *diags, options.trace[0]);
+    }
+
+    void afterBlock(size_t block) {
+        if (trace_) trace_->sample(block);
+    }
+
+    void finish(const Recording& recording, const Processed& processed) {
+        writeWav(sound_, kEngineSampleRate, 1, processed.output);
+        if (picture_) drawProcess(*picture_, centreMicrophoneOf(recording), processed.output);
+        if (trace_) trace_->finish();
+        sound_.commit();
+        if (picture_) picture_->commit();
+        if (trace_) trace_->commit();
+    }
+
+  private:
+    TemporaryFile sound_;
+    std::optional<Picture> picture_;
+    std::optional<DiagTrace> trace_;
+};
+
+std::vector<std::string> inputsOf(const ProcessOptions& options) {
+    std::vector<std::string> inputs{options.recording.input, options.recording.far_end_file, options.tuning};
+    if (options.parts.empty()) return inputs;
+    const std::vector<std::string> parts = scenePartPaths(options.parts);
+    inputs.insert(inputs.end(), parts.begin(), parts.end());
+    return inputs;
+}
+
 void run(const ProcessOptions& options) {
-    const std::string trace_path = options.trace.empty() ? "" : options.trace[1];
-    refuseClashes({options.recording.input, options.recording.far_end_file, options.tuning},
-                  {options.output, options.plot, trace_path});
+    refuseClashes(inputsOf(options), {options.output, options.plot, tracePath(options)});
     std::optional<SecondRun> second_run;
     if (options.compare_routines) second_run.emplace(options.engine, options.recording, options.bypass);
-    // What fails soon comes before what takes long.
-    TemporaryFile output(options.output);
-    std::optional<Picture> picture;
-    if (!options.plot.empty()) picture.emplace(options.plot);
-    std::optional<TemporaryFile> trace_file;
-    if (!trace_path.empty()) trace_file.emplace(trace_path);
     const Session session = startSession(options.engine);
-    std::optional<DiagTree> diags;
-    if (trace_file || !options.tuning.empty()) diags.emplace();
-    if (!options.tuning.empty()) tuneFromFile(options.tuning, session, *diags);
-    std::optional<DiagTrace> trace;
-    if (trace_file) trace.emplace(*trace_file, *diags, options.trace[0]);
+    const std::unique_ptr<DiagTree> diags = tunedDiags(options, session);
+    Outputs outputs(options, diags.get());
     const Recording recording = readRecording(options.recording);
     std::optional<SceneParts> parts;
     if (!options.parts.empty()) parts = readSceneParts(options.parts, recording);
 
-    ProcessingOptions processing{options.bypass, !options.quiet && ::isatty(STDERR_FILENO) != 0, {}};
-    if (trace) processing.after_block = [&](size_t block) { trace->sample(block); };
-    const Processed processed = process(recording, processing);
+    const bool show_progress = !options.quiet && ::isatty(STDERR_FILENO) != 0;
+    const Processed processed =
+        process(recording, {options.bypass, show_progress, [&](size_t block) { outputs.afterBlock(block); }});
     Summary summary = summarise(options, session, recording, parts, processed);
     if (second_run) summary.engine_routines = comparisonOf(processed, second_run->finish(recording.frames));
-    writeWav(output, kEngineSampleRate, 1, processed.output);
-    if (picture) drawProcess(*picture, centreMicrophoneOf(recording), processed.output);
-    if (trace) trace->finish();
-    output.commit();
-    if (picture) picture->commit();
-    if (trace_file) trace_file->commit();
+    outputs.finish(recording, processed);
     print(summary, options);
 }
 

@@ -70,9 +70,13 @@ std::optional<double> ratioDb(const std::vector<double>& a, const std::vector<do
 
 }  // namespace
 
+std::vector<std::string> scenePartPaths(const std::string& prefix) {
+    return {prefix + "-talker.wav", prefix + "-noise.wav", prefix + "-echo.wav"};
+}
+
 SceneParts readSceneParts(const std::string& prefix, const Recording& recording) {
-    return {readPart(prefix + "-talker.wav", recording), readPart(prefix + "-noise.wav", recording),
-            readPart(prefix + "-echo.wav", recording)};
+    const std::vector<std::string> paths = scenePartPaths(prefix);
+    return {readPart(paths[0], recording), readPart(paths[1], recording), readPart(paths[2], recording)};
 }
 
 Effect effectOf(const SceneParts& parts, const std::vector<int16_t>& output) {

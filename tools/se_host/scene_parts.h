@@ -18,8 +18,10 @@ struct SceneParts {
     std::vector<int16_t> echo;
 };
 
-// PREFIX-talker.wav and the like, as `se_host scene --parts PREFIX` writes them. fails: Failure when one is
-// missing or does not fit the recording.
+// PREFIX-talker.wav and the like, as `se_host scene --parts PREFIX` writes them: talker, noise, echo.
+std::vector<std::string> scenePartPaths(const std::string& prefix);
+
+// fails: Failure when one is missing or does not fit the recording.
 SceneParts readSceneParts(const std::string& prefix, const Recording& recording);
 
 // Decibels between the centre microphone and the output; nothing where the scene holds no such moment.

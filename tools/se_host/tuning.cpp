@@ -1,5 +1,6 @@
 #include "tools/se_host/tuning.h"
 
+#include <algorithm>
 #include <fstream>
 
 #include "tools/se_host/errors.h"
@@ -25,26 +26,69 @@ std::string textMember(const Json& json, const char* name, const std::string& pa
     return value.get<std::string>();
 }
 
+// What people compare and apply: nothing nested but the elements of an array.
+bool isPlain(const Json& value) {
+    return value.is_primitive() ||
+           (value.is_array() && std::all_of(value.begin(), value.end(),
+                                            [](const Json& element) { return element.is_primitive(); }));
+}
+
+void requirePlain(const std::string& name, const Json& value, const std::string& path) {
+    if (isPlain(value)) return;
+    refuse(path, "the value of '" + oneLine(name) + "' is no number, text or list of them");
+}
+
 void requireDiagnostic(const std::string& name, const Json& diagnostic, const std::string& path) {
-    if (diagnostic.is_object() && diagnostic.contains("value") && diagnostic.contains("writable") &&
-        diagnostic["writable"].is_boolean()) {
-        return;
+    if (!diagnostic.is_object() || !diagnostic.contains("value")) {
+        refuse(path, "'" + oneLine(name) + "' has no 'value'");
     }
-    refuse(path, "'" + oneLine(name) + "' has no 'value' or no 'writable'");
+    requirePlain(name, diagnostic["value"], path);
+}
+
+Json jsonIn(const std::string& path) {
+    std::ifstream in(path);
+    in.peek();  // a folder opens, too
+    if (!in) throw Failure("cannot read '" + path + "'; give a tuning that 'se_host diags dump' wrote");
+    Json json = Json::parse(in, nullptr, false);
+    if (json.is_discarded()) refuse(path, "it is no JSON");
+    return json;
 }
 
 std::string changeText(const std::string& name, const Json& before, const Json& after) {
-    return name + ": " + toText(before) + " -> " + toText(after);
+    return oneLine(name + ": " + toText(before) + " -> " + toText(after));
 }
 
-// Arrays and what has no value cannot be applied by anybody.
-bool isForTheRecord(const Json& diagnostic, const DiagInfo& diag) {
-    const Json& value = diagnostic["value"];
-    return !diag.writable || diag.isArray() || value.is_null() || value.is_array();
+bool isForTheRecord(const Json& value, const DiagInfo& diag) {
+    return !diag.writable || diag.isArray() || value.is_null();
 }
 
+// What the engine holds already needs no edit, even where none could bring it there.
 void edit(DiagTree& tree, const std::string& name, const Json& value, Applied* applied) {
+    if (tree.valueOf(name) == value) return;
     if (const auto objection = tree.edit(name, toText(value))) applied->refused.push_back(*objection);
+}
+
+void editDiags(const Tuning& tuning, DiagTree& tree, Applied* applied) {
+    for (const auto& [name, diagnostic] : tuning.diagnostics.items()) {
+        const DiagInfo* const diag = tree.find(name);
+        if (diag == nullptr) {
+            applied->unknown.push_back(name);
+        } else if (isForTheRecord(diagnostic["value"], *diag)) {
+            ++applied->kept;
+        } else {
+            edit(tree, name, diagnostic["value"], applied);
+        }
+    }
+}
+
+void editSwitches(const Tuning& tuning, DiagTree& tree, Applied* applied) {
+    for (const auto& [name, value] : tuning.switches.items()) {
+        if (!isBypassSwitch(name)) {
+            applied->unknown.push_back(name);
+        } else if (!value.is_null()) {
+            edit(tree, name, value, applied);
+        }
+    }
 }
 
 // Values by name, for whoever compares.
@@ -80,11 +124,7 @@ void writeTuning(const TemporaryFile& file, const Tuning& tuning) {
 }
 
 Tuning readTuning(const std::string& path) {
-    std::ifstream in(path);
-    if (!in) throw Failure("cannot read '" + path + "'; give a tuning that 'se_host diags dump' wrote");
-    const Json json = Json::parse(in, nullptr, false);
-    if (json.is_discarded()) refuse(path, "it is no JSON");
-
+    const Json json = jsonIn(path);
     Tuning tuning;
     const Json& engine = member(json, "engine", path);
     tuning.build = textMember(engine, "build", path);
@@ -96,6 +136,7 @@ Tuning readTuning(const std::string& path) {
     }
     tuning.switches = json.value("switches", Json::object());
     if (!tuning.switches.is_object()) refuse(path, "'switches' holds no names");
+    for (const auto& [name, value] : tuning.switches.items()) requirePlain(name, value, path);
     return tuning;
 }
 
@@ -103,32 +144,10 @@ Applied applyTuning(const Tuning& tuning, const Session& session, DiagTree& tree
     Applied applied;
     applied.other_version = tuning.version != session.version;
     const Tuning before = tuningOf(session, tree);
-    for (const auto& [name, diagnostic] : tuning.diagnostics.items()) {
-        const DiagInfo* const diag = tree.find(name);
-        if (diag == nullptr) {
-            applied.unknown.push_back(oneLine(name));
-        } else if (isForTheRecord(diagnostic, *diag)) {
-            ++applied.kept;
-        } else {
-            edit(tree, name, diagnostic["value"], &applied);
-        }
-    }
-    for (const auto& [name, value] : tuning.switches.items()) {
-        if (!value.is_null()) edit(tree, name, value, &applied);
-    }
-    tree.apply();
-
-    const Tuning after = tuningOf(session, tree);
-    for (const auto& [name, value] : tuning.diagnostics.items()) {
-        if (!value["writable"].get<bool>() || !after.diagnostics.contains(name)) continue;
-        const Json& was = before.diagnostics[name]["value"];
-        const Json& is = after.diagnostics[name]["value"];
-        if (was != is) applied.changed.push_back(changeText(name, was, is));
-    }
-    for (const char* const name : kBypassSwitches) {
-        const Json &was = before.switches[name], &is = after.switches[name];
-        if (was != is) applied.changed.push_back(changeText(name, was, is));
-    }
+    editDiags(tuning, tree, &applied);
+    editSwitches(tuning, tree, &applied);
+    for (std::string& difference : tree.apply()) applied.refused.push_back(std::move(difference));
+    applied.changed = differences({}, before, {}, tuningOf(session, tree));
     return applied;
 }
 
@@ -153,13 +172,13 @@ std::vector<std::string> differences(const std::string& path_a, const Tuning& a,
     const Json values_a = valuesOf(a), values_b = valuesOf(b);
     for (const auto& [name, value] : values_a.items()) {
         if (!values_b.contains(name)) {
-            lines.push_back("only in " + path_a + ": " + name);
+            lines.push_back(oneLine("only in " + path_a + ": " + name));
         } else if (values_b[name] != value) {
             lines.push_back(changeText(name, value, values_b[name]));
         }
     }
     for (const auto& [name, value] : values_b.items()) {
-        if (!values_a.contains(name)) lines.push_back("only in " + path_b + ": " + name);
+        if (!values_a.contains(name)) lines.push_back(oneLine("only in " + path_b + ": " + name));
     }
     return lines;
 }

@@ -34,8 +34,8 @@ Tuning readTuning(const std::string& path);
 struct Applied {
     std::vector<std::string> changed;  // "gain_q10: 1024 -> 900"
     std::vector<std::string> unknown;  // names that the engine does not have
-    std::vector<std::string> refused;  // why; the value before stays
-    size_t kept = 0;                   // read-only ones and arrays, which a tuning keeps for the record
+    std::vector<std::string> refused;  // why, or what the engine made of it
+    size_t kept = 0;                   // what a tuning holds for the record: read-only ones, arrays, no value
     bool other_version = false;
 };
 

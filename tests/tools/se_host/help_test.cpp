@@ -21,9 +21,10 @@ TEST_F(Help, OfTheHost) {
 }
 
 TEST_F(Help, OfProcess) {
-    expectMentions({"process", "--help"}, {"IN", "OUT", "--far-end FAR", "--far-end-channel N", "--bypass",
-                                           "--engine NAME", "--device-model", "--engine-routines",
-                                           "--set PATH=VALUE", "--quiet", "--json", "Examples:"});
+    expectMentions({"process", "--help"},
+                   {"IN", "OUT", "--far-end FAR", "--far-end-channel N", "--bypass", "--engine NAME",
+                    "--device-model", "--engine-routines", "--tuning FILE.json",
+                    "--trace-diags PATTERN OUT.csv", "--set PATH=VALUE", "--quiet", "--json", "Examples:"});
 }
 
 TEST_F(Help, OfScene) {
@@ -47,6 +48,14 @@ TEST_F(Help, OfHighpass) {
 
 TEST_F(Help, OfInfo) {
     expectMentions({"info", "--help"}, {"--engine NAME", "--device-model", "--json", "Example:"});
+}
+
+TEST_F(Help, OfDiags) {
+    expectMentions({"diags", "--help"},
+                   {"list", "get", "set", "dump", "restore", "diff", "watch", "Examples:"});
+    expectMentions({"diags", "list", "--help"}, {"PATTERN", "--level", "--recording IN", "--far-end FAR",
+                                                 "--tuning FILE.json", "--engine NAME", "--json"});
+    expectMentions({"diags", "set", "--help"}, {"NAME=VALUE", "--save OUT.json", "--tuning FILE.json"});
 }
 
 TEST_F(Help, TheVersionIsThatOfTheProject) {

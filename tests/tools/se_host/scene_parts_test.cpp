@@ -58,6 +58,14 @@ TEST_F(SceneParts, ThatAreNotThereAreNamed) {
     expectRefused(process({"--parts", path("other")}), kFailure, "other-talker.wav");
 }
 
+TEST_F(SceneParts, AreNotOverwritten) {
+    makeCall({"--seconds", "1"});
+    noteFiles();
+    expectRefused(run({"process", path("in.wav"), path("in-echo.wav"), "--parts", path("in")}), kWrongUsage,
+                  "output '" + path("in-echo.wav") + "' is one of the inputs");
+    EXPECT_EQ(readSound(path("in-echo.wav")).channels, 8);
+}
+
 TEST_F(SceneParts, OfAnotherRecordingAreRefused) {
     makeCall({"--seconds", "1"});
     writeSound(path("in-echo.wav"), patternedSound(320));

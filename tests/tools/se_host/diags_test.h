@@ -1,0 +1,42 @@
+// What the tests of `se_host diags` share. Threads: one.
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "tests/tools/se_host/host_test.h"
+
+namespace se_host_test {
+
+// An engine whose catalogue holds what no ordinary one does.
+inline const std::string kOddEngine = "test_engines/host_probe";
+
+class DiagsTest : public HostTest {
+  protected:
+    using Words = std::vector<std::string>;
+
+    // `se_host diags` with these words.
+    HostRun diags(Words words) const;
+    // The same, which must do what it is asked for; what it printed.
+    std::string printed(const Words& words) const;
+    nlohmann::ordered_json printedJson(const Words& words) const;
+
+    // "in.wav": sound of this many blocks.
+    void makeRecording(size_t blocks) const;
+
+    // Writes what an engine holds from the start to `name`.
+    void dump(const std::string& name, const Words& more = {}) const;
+
+    nlohmann::ordered_json readJson(const std::string& name) const;
+    void writeJson(const std::string& name, const nlohmann::ordered_json& json) const;
+
+    // A dump with other values, by diagnostic; those that are not there are made.
+    void writeTuning(const std::string& name, const nlohmann::ordered_json& values) const;
+
+    std::string readText(const std::string& name) const;
+};
+
+std::vector<std::string> linesOf(const std::string& text);
+
+}  // namespace se_host_test
