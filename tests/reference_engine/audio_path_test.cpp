@@ -21,22 +21,23 @@ void* counted(size_t size) {
 
 }  // namespace
 
-void* operator new(size_t size) {
+// Not inlined: a compiler that sees both halves takes malloc and delete for a mismatch.
+[[gnu::noinline]] void* operator new(size_t size) {
     return counted(size);
 }
-void* operator new[](size_t size) {
+[[gnu::noinline]] void* operator new[](size_t size) {
     return counted(size);
 }
-void operator delete(void* memory) noexcept {
+[[gnu::noinline]] void operator delete(void* memory) noexcept {
     std::free(memory);
 }
-void operator delete[](void* memory) noexcept {
+[[gnu::noinline]] void operator delete[](void* memory) noexcept {
     std::free(memory);
 }
-void operator delete(void* memory, size_t) noexcept {
+[[gnu::noinline]] void operator delete(void* memory, size_t) noexcept {
     std::free(memory);
 }
-void operator delete[](void* memory, size_t) noexcept {
+[[gnu::noinline]] void operator delete[](void* memory, size_t) noexcept {
     std::free(memory);
 }
 

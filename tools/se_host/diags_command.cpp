@@ -22,7 +22,6 @@ void addDiagsCommand(CLI::App& app) {
     CLI::App* const diags =
         app.add_subcommand("diags", "Look at and tune what an engine offers to look at and tune");
     diags->require_subcommand(1);
-    diags->footer(kExamples);
     addDiagsList(*diags);
     addDiagsGet(*diags);
     addDiagsSet(*diags);
@@ -30,6 +29,7 @@ void addDiagsCommand(CLI::App& app) {
     addDiagsRestore(*diags);
     addDiagsDiff(*diags);
     addDiagsWatch(*diags);
+    diags->footer(kExamples);  // last: subcommands inherit what stands when they are added
 }
 
 }  // namespace se_host
