@@ -82,7 +82,8 @@ void run(const NoiseTestCommand& command) {
                                     ? simulatedRecording(command)
                                     : readRecording({command.recording, {}, std::nullopt});
 
-    NoiseTestReport report{command.output, soundText(command), session.build, session.version, 0, {}};
+    NoiseTestReport report{
+        command.output, command.picture, soundText(command), session.build, session.version, 0, {}};
     report.blocks = runNoiseTest(recording);
     se::getNoiseTestResults(&report.results);
     save(output);

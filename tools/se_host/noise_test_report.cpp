@@ -65,7 +65,8 @@ std::string cellBlock(const NoiseTestReport& report) {
 }  // namespace
 
 std::string toText(const NoiseTestReport& report) {
-    std::string text = "wrote " + report.output + "\n";
+    std::string text = "wrote " + report.output;
+    text += report.picture.empty() ? "\n" : " " + report.picture + "\n";
     text += "  engine    " + report.build + " (" + report.version + ")\n";
     text += "  sound     " + report.sound + "\n";
     text += stringPrintf("  test      %zu blocks, %.2f s\n", report.blocks, secondsOf(report));

@@ -12,6 +12,7 @@ namespace se_host {
 
 struct NoiseTestReport {
     std::string output;
+    std::string picture;  // empty: none
     std::string sound;  // where it came from
     std::string build;
     std::string version;
