@@ -8,6 +8,7 @@ errors included:
   $ command      must end with exit code 0; a backslash at the end goes on in the next line
   ...            stands for any lines, or none
     took 0.61 s  a line that begins with "took" differs from machine to machine: its numbers are not compared
+  -26.8          a number with a point may be off by a hundredth of it: mathematical libraries differ
   ~/tuning       the folder in which the commands run
 
 The guide's ```cpp blocks must stand, as they are, in one of the files CODE. Blocks of other languages are
@@ -22,6 +23,7 @@ import tempfile
 
 BLOCK = re.compile(r"^```(\w*)\n(.*?)^```$", re.MULTILINE | re.DOTALL)
 NUMBER = re.compile(r"\d+(\.\d+)?")
+DECIMAL = re.compile(r"-?\d+\.\d+")
 
 
 def blocks(guide, language):
@@ -49,10 +51,17 @@ def comparable(line):
     return NUMBER.sub("#", line) if line.lstrip().startswith("took") else line
 
 
+def pattern_of(line):
+    if line.strip() == "...":
+        return r"(?:.*\n)*"
+    return r"(-?\d+\.\d+)".join(re.escape(text) for text in DECIMAL.split(comparable(line))) + r"\n"
+
+
 def agree(shown, printed):
-    pattern = "".join(r"(.*\n)*" if line.strip() == "..." else re.escape(comparable(line)) + r"\n"
-                      for line in shown)
-    return re.fullmatch(pattern, "".join(comparable(line) + "\n" for line in printed)) is not None
+    match = re.fullmatch("".join(map(pattern_of, shown)), "".join(comparable(line) + "\n" for line in printed))
+    expected = [number for line in shown for number in DECIMAL.findall(comparable(line))]
+    return match is not None and all(abs(float(one) - float(other)) <= 0.01 * abs(float(one))
+                                     for one, other in zip(expected, match.groups()))
 
 
 def differences(guide, programs):
