@@ -16,12 +16,12 @@ constexpr int kSums = 10;
 constexpr int kRounds = 200;
 
 // A loop of its own, since the assembler alone has to know the instructions.
-#define LOOP(name, instructions, end)                                                     \
-    void name() {                                                                         \
-        for (int i = 0; i < kRounds / 2; ++i) {                                           \
-            __asm__ volatile(EACH_SUM(instructions) EACH_SUM(instructions)::: REGISTERS); \
-        }                                                                                 \
-        __asm__ volatile(end ::: REGISTERS);                                              \
+#define LOOP(name, instructions, end)                                                                      \
+    void name() {                                                                                          \
+        for (int i = 0; i < kRounds / 2; ++i) {                                                            \
+            __asm__ volatile(".p2align 6\n\t" EACH_SUM(instructions) EACH_SUM(instructions)::: REGISTERS); \
+        }                                                                                                  \
+        __asm__ volatile(end ::: REGISTERS);                                                               \
     }
 
 LOOP(madd128Sse, "movdqa %%xmm0, %%xmm12; pmaddwd %%xmm1, %%xmm12; paddd %%xmm12, %%xmm\\n", "")

@@ -65,23 +65,25 @@ CONVOLVE_INLINE void addStep(Sums<Lanes> (&sums)[kGroups], const int16_t* coeffs
 }
 
 // All steps of eight taps for kGroups adjoining groups: whole rounds of kSets sets, then pairs of sets, and
-// alone the steps that have no partner one set further.
+// alone the steps that have no partner one set further. Counted in signed numbers: with unsigned ones gcc keeps
+// the sums on the stack between the loops.
 template <class Lanes, size_t kGroups>
 CONVOLVE_INLINE void addSteps(Sums<Lanes> (&sums)[kGroups], const int16_t* coeffs, const int16_t* signal,
-                              size_t steps) {
-    constexpr size_t kSet = Lanes::kOutputs / 8;
-    const auto add = [&](auto sets, size_t step) CONVOLVE_LAMBDA {
+                              ptrdiff_t steps) {
+    constexpr ptrdiff_t kSet = Lanes::kOutputs / 8;
+    const auto add = [&](auto sets, ptrdiff_t step) CONVOLVE_LAMBDA {
         addStep<Lanes, decltype(sets)::value>(sums, coeffs + 8 * step, signal + 8 * step);
     };
-    size_t first = 0;
+    ptrdiff_t first = 0;
     if constexpr (Lanes::kSets > 2) {
-        for (; first + Lanes::kSets * kSet <= steps; first += Lanes::kSets * kSet) {
-            for (size_t s = 0; s < kSet; ++s) add(Index<Lanes::kSets>(), first + s);
+        constexpr ptrdiff_t kRound = Lanes::kSets * Lanes::kOutputs / 8;
+        for (; first + kRound <= steps; first += kRound) {
+            for (ptrdiff_t s = 0; s < kSet; ++s) add(Index<Lanes::kSets>(), first + s);
         }
     }
     for (; first < steps; first += 2 * kSet) {
-        const size_t left = steps - first;
-        size_t s = 0;
+        const ptrdiff_t left = steps - first;
+        ptrdiff_t s = 0;
         for (; s < kSet && s + kSet < left; ++s) add(Index<2>(), first + s);
         for (; s < kSet && s < left; ++s) add(Index<1>(), first + s);
     }
@@ -96,7 +98,7 @@ CONVOLVE_INLINE void convolveGroups(const int16_t* coeffs, const int16_t* signal
         sums[m.value].even = Lanes::zero();
         sums[m.value].odd = Lanes::zero();
     });
-    addSteps(sums, coeffs, signal + first_output, steps);
+    addSteps(sums, coeffs, signal + first_output, static_cast<ptrdiff_t>(steps));
     unrolled<kGroups>([&](auto m) CONVOLVE_LAMBDA {
         output.template put<Lanes>(first_output + Lanes::kOutputs * m.value, sums[m.value].even,
                                    sums[m.value].odd);
