@@ -24,7 +24,6 @@ constexpr int kRounds = 200;
         __asm__ volatile(end ::: REGISTERS);                                                               \
     }
 
-LOOP(madd128Sse, "movdqa %%xmm0, %%xmm12; pmaddwd %%xmm1, %%xmm12; paddd %%xmm12, %%xmm\\n", "")
 LOOP(madd128, "vpmaddwd %%xmm0, %%xmm1, %%xmm12; vpaddd %%xmm12, %%xmm\\n, %%xmm\\n", "vzeroupper")
 LOOP(madd256, "vpmaddwd %%ymm0, %%ymm1, %%ymm12; vpaddd %%ymm12, %%ymm\\n, %%ymm\\n", "vzeroupper")
 LOOP(madd512, "vpmaddwd %%zmm0, %%zmm1, %%zmm12; vpaddd %%zmm12, %%zmm\\n, %%zmm\\n", "vzeroupper")
@@ -43,7 +42,6 @@ KernelVariant row(const char* name, bool Machine::*needs, int bits, void (*loop)
 quill::test::KernelFunction multiplyAddLimits() {
     return {"multiply_add_limit",
             {
-                row("madd-sse", &Machine::has_ssse3, 128, madd128Sse),
                 row("madd-128", &Machine::has_avx, 128, madd128),
                 row("madd-256", &Machine::has_avx2, 256, madd256),
                 row("dot-256", &Machine::has_avx_vnni, 256, dot256),
