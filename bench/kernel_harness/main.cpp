@@ -8,12 +8,16 @@
 #include <string>
 
 #include "bench/kernel_harness/engine.h"
+#include "bench/kernel_harness/multiply_add_limit.h"
 #include "bench/kernel_harness/report.h"
 #include "bench/kernel_harness/self_test.h"
 #include "tests/kernel_check/check.h"
 
 namespace kernel_harness {
 namespace {
+
+using quill::media::se_wrapper::selectConvolveKernels;
+using quill::media::se_wrapper::selectedConvolveVariant;
 
 constexpr int kWrongUsage = 2;
 
@@ -22,7 +26,8 @@ constexpr const char* kDescription =
     "drawn from a seed: lengths around whole eights, any alignment, contents at the ends of the range, "
     "pages\n"
     "without access around every buffer, outputs compared with all that stands around them.\n"
-    "With --bench it then times them in cycles of the core, whose clock is measured beside each case.";
+    "With --bench it then times them in cycles of the core, whose clock is measured beside each case,\n"
+    "after the machine's own limit: multiplications with addition that touch nothing but registers.";
 
 constexpr const char* kExamples =
     "Examples:\n"
@@ -103,12 +108,18 @@ bool run(const Options& options) {
         loadEngine(options.engine);
         machine.has_engine = true;
     }
+    selectConvolveKernels(machine);
     Report report(options.seed, options.json);
+    report.selected(*selectedConvolveVariant());
     if (options.self_test) return selfTest(options.seed, options.repeat);
     const std::vector<KernelFunction> functions = quill::test::allKernelFunctions();
     const std::vector<Selected> rows = select(functions, machine, options.function, options.variant);
     const bool good = options.list ? list(rows, report) : checkAll(options, rows, report);
-    if (good && options.bench) timeAll(options, rows, report);
+    if (good && options.bench) {
+        const std::vector<KernelFunction> limits = {multiplyAddLimits()};
+        timeAll(options, select(limits, machine, {}, {}), report);
+        timeAll(options, rows, report);
+    }
     report.finish();
     return good;
 }

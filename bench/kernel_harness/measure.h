@@ -6,7 +6,7 @@
 
 namespace kernel_harness {
 
-// Of one call, the median of many rounds.
+// Of one call: what the fastest tenth of many rounds stays below. Whoever shares the core only ever adds.
 struct Measurement {
     double cycles = 0;
     double nanoseconds = 0;

@@ -17,7 +17,7 @@ std::string described(const quill::test::Numbers& numbers) {
 }
 
 void printRow(const Selected& row, const char* text) {
-    std::printf("%-24s %-10s %s\n", row.function->name.c_str(), row.variant->name.c_str(), text);
+    std::printf("%-24s %-11s %s\n", row.function->name.c_str(), row.variant->name.c_str(), text);
     std::fflush(stdout);
 }
 
@@ -25,6 +25,11 @@ void printRow(const Selected& row, const char* text) {
 
 Report::Report(uint32_t seed, bool json) : json_(json), document_{{"seed", seed}} {
     if (!json_) std::printf("seed %u\n", seed);
+}
+
+void Report::selected(const quill::media::se_wrapper::ConvolveVariant& kernels) {
+    document_["selected"] = {{"convolution", kernels.entry}, {"convolution_body", kernels.name}};
+    if (!json_) std::printf("selected here: convolution %s (%s body)\n", kernels.entry, kernels.name);
 }
 
 void Report::add(const char* list, const Selected& row, Json more) {
@@ -56,7 +61,7 @@ void Report::failed(const Selected& row, const std::string& text, const std::str
 void Report::timed(const Selected& row, const quill::test::Numbers& numbers, const Measurement& m) {
     Json numbers_given = Json::object();
     for (const auto& [name, value] : numbers) numbers_given[name] = value;
-    const double per_sample = m.cycles / m.samples;
+    const Json per_sample = m.samples > 0 ? Json(m.cycles / m.samples) : Json();
     const double per_cycle = m.multiply_adds / m.cycles;
     add("timings", row,
         {{"case", numbers_given},
@@ -66,15 +71,16 @@ void Report::timed(const Selected& row, const quill::test::Numbers& numbers, con
          {"multiply_adds_per_cycle", per_cycle}});
     if (json_) return;
     if (!table_begun_) {
-        std::printf("%-24s %-10s %-58s %10s %8s %10s %8s\n", "function", "variant", "case", "cycles", "GHz",
+        std::printf("%-24s %-11s %-58s %10s %8s %10s %8s\n", "function", "variant", "case", "cycles", "GHz",
                     "cycles/smp", "MAC/cyc");
         table_begun_ = true;
     }
-    char multiply_adds[32] = "-";
+    char samples[32] = "-", multiply_adds[32] = "-";
+    if (m.samples > 0) std::snprintf(samples, sizeof samples, "%.3f", m.cycles / m.samples);
     if (m.multiply_adds > 0) std::snprintf(multiply_adds, sizeof multiply_adds, "%.2f", per_cycle);
-    std::printf("%-24s %-10s %-58s %10.1f %8.2f %10.3f %8s\n", row.function->name.c_str(),
+    std::printf("%-24s %-11s %-58s %10.1f %8.2f %10s %8s\n", row.function->name.c_str(),
                 row.variant->name.c_str(), described(numbers).c_str(), m.cycles, m.cycles / m.nanoseconds,
-                per_sample, multiply_adds);
+                samples, multiply_adds);
     std::fflush(stdout);
 }
 

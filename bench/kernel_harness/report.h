@@ -15,6 +15,8 @@ class Report {
   public:
     Report(uint32_t seed, bool json);
 
+    // What runs on this machine when nobody asks for a variant.
+    void selected(const quill::media::se_wrapper::ConvolveVariant& kernels);
     void listed(const Selected& row);
     void skipped(const Selected& row);
     void passed(const Selected& row, int problems);

@@ -67,6 +67,7 @@ EngineInfo gatherInfo(const Session& session) {
             {{"beam_forming", se::g_has_beam_forming}, {"noise_tests", se::g_has_noise_tests}},
             optionalEntryPoints(openEngineFile(session.build)),
             processorFeatures(),
+            kernels == nullptr ? "unknown" : kernels->entry,
             kernels == nullptr ? "unknown" : kernels->name,
             engineNames(),
             propertyLines(session.root)};

@@ -28,7 +28,8 @@ struct EngineInfo {
     std::vector<Presence> capabilities;
     std::vector<Presence> optional_entry_points;
     std::vector<Presence> processor_features;
-    std::string convolution_kernels;
+    std::string convolution_kernels;  // the entry points selected
+    std::string convolution_body;     // what they run
     std::vector<std::string> builds;  // that could be loaded instead
     std::vector<PropertyLine> properties;
 };

@@ -1,6 +1,7 @@
 // Correlation kernels for 16-bit samples and the pointers through which everybody calls them.
 // One body of intrinsics (convolve_body.inl.h) is compiled once for each instruction set; the builds differ
-// in encoding, never in a bit of their results. Nothing here knows the engine or the property tree.
+// in encoding and in how many outputs stand in a register, never in a bit of their results nor in what they
+// read and write. Nothing here knows the engine or the property tree.
 // Threads: the kernels any; the selection set-up only.
 #pragma once
 
@@ -38,7 +39,8 @@ using ConvolveI16I32 = void(const int16_t* coeffs, const int16_t* signal, int32_
 SE_WRAPPER_EXPORT ConvolveI16I16 convolve_i16_i16_SSSE3;
 SE_WRAPPER_EXPORT ConvolveI16I32 convolve_i16_i32_SSSE3;
 
-// needs: a processor with AVX. They use 128-bit registers.
+// needs: a processor with AVX. Their body is the 128-bit one until selectConvolveKernels finds a processor that
+//        offers more.
 SE_WRAPPER_EXPORT ConvolveI16I16 convolve_i16_i16_AVX;
 SE_WRAPPER_EXPORT ConvolveI16I32 convolve_i16_i32_AVX;
 
@@ -49,25 +51,28 @@ SE_WRAPPER_EXPORT extern ConvolveI16I32* g_convolve_i16_i32;
 
 namespace quill::media::se_wrapper {
 
-// One build of the kernels and the processor feature that it needs.
+// One build of the kernels: its body, the entry points that lead to it ("ssse3", "avx") and the processor
+// feature that it needs.
 struct ConvolveVariant {
     const char* name;
+    const char* entry;
     bool CPUInfo::*feature;
     ConvolveI16I16* i16_i16;
     ConvolveI16I32* i16_i32;
 };
 
-inline constexpr int kNumConvolveVariants = 2;
+inline constexpr int kNumConvolveVariants = 5;
 
-// Every build, the floor first, for whoever lists, checks or measures them.
+// Every build, the floor first, the widest last, for whoever lists, checks or measures them.
 SE_WRAPPER_EXPORT extern const ConvolveVariant kConvolveVariants[kNumConvolveVariants];
 
-// Points both pointers at the AVX builds exactly when `cpu` has AVX; otherwise leaves them alone, so that a
-// selection once made is never taken back.
+// Points both pointers at the AVX entry points exactly when `cpu` has AVX, and these at the last row of
+// kConvolveVariants that `cpu` can run; without AVX leaves all alone, so that a selection once made is never
+// taken back.
 // needs: no kernel is running. [setup]
 SE_WRAPPER_EXPORT void selectConvolveKernels(const CPUInfo& cpu);
 
-// The row whose kernels the pointers hold; null when somebody has put others there. [any] rt-safe
+// The row that a call through the pointers runs; null when somebody has put others there. [any] rt-safe
 SE_WRAPPER_EXPORT const ConvolveVariant* selectedConvolveVariant();
 
 }  // namespace quill::media::se_wrapper

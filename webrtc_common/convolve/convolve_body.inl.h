@@ -1,109 +1,147 @@
-// The body of the correlation kernels, included by one source file an instruction set. Nothing here may be
-// shared between source files: no name with external linkage, nothing from the standard library, everything
-// inlined. Else the linker might keep the copy built for one processor and give it to another.
+// The body of the correlation kernels, included by one source file an instruction set, after the lanes that it
+// computes in: `Widest` names the widest. Nothing here may be shared between source files: no name with
+// external linkage, nothing from the standard library, everything inlined. Else the linker might keep the copy
+// built for one processor and give it to another.
 //
-// Outputs stand in lanes. The eight samples loaded at offset k are four pairs, each of which contributes to
-// one even output of a block, those at k + 1 to the odd outputs, both multiplied by the same pair of taps.
-// The samples at offset k + 8 m serve tap pair k + 8 s of block m - s, so several blocks and two steps
-// together need far less than one load a multiplication. Sums modulo 2^32 may be taken in any order.
+// Outputs stand in lanes. The W samples loaded at offset k are W / 2 pairs, each of which contributes to one
+// even output of a group of W outputs, those at k + 1 to the odd outputs, both multiplied by the same pair of
+// taps. The samples at offset k + W m serve the tap pair k + W s of group m - s, so several groups and several
+// pairs together need far less than one load a multiplication. Sums modulo 2^32 may be taken in any order.
 #pragma once
-
-#include <immintrin.h>
-#include <stddef.h>
-#include <stdint.h>
-
-#define CONVOLVE_INLINE inline __attribute__((always_inline))
-#define CONVOLVE_UNROLL _Pragma("GCC unroll 8")  // at every optimisation level: sums live in registers
 
 namespace {
 
-// Running sums of a block: even outputs 0 2 4 6, odd outputs 1 3 5 7.
+// Running sums of a group: even outputs and odd outputs.
+template <class Lanes>
 struct Sums {
-    __m128i even;
-    __m128i odd;
+    typename Lanes::Vector even;
+    typename Lanes::Vector odd;
 };
 
-CONVOLVE_INLINE __m128i load(const int16_t* p) {
-    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+template <size_t kValue>
+struct Index {
+    static constexpr size_t value = kValue;
+};
+
+// each(Index<0>()), each(Index<1>()) and so on. Constant indices from the first pass of the compiler on keep
+// arrays of vectors in registers; a loop that is unrolled later leaves them on the stack.
+template <size_t kCount, size_t kFirst = 0, class Each>
+CONVOLVE_INLINE void unrolled(const Each& each) {
+    if constexpr (kFirst < kCount) {
+        each(Index<kFirst>());
+        unrolled<kCount, kFirst + 1>(each);
+    }
 }
 
-template <class T>
-CONVOLVE_INLINE void store(T* p, __m128i v) {
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v);
+// One tap pair of each of kSets sets, which stand W taps apart, for kGroups adjoining groups.
+template <class Lanes, size_t kSets, size_t kGroups>
+CONVOLVE_INLINE void addPair(Sums<Lanes> (&sums)[kGroups], const int16_t* coeffs, const int16_t* signal) {
+    typename Lanes::Vector taps[kSets];
+    unrolled<kSets>([&](auto s) CONVOLVE_LAMBDA {
+        const int16_t* const set = coeffs + Lanes::kOutputs * s.value;
+        taps[s.value] = Lanes::pair(set);
+    });
+    unrolled<kGroups + kSets - 1>([&](auto m) CONVOLVE_LAMBDA {
+        auto even = Lanes::load(signal + Lanes::kOutputs * m.value);
+        auto odd = Lanes::load(signal + Lanes::kOutputs * m.value + 1);
+        // Else gcc makes a memory operand of each use, and so a load of each multiplication.
+        constexpr bool kUsedAgain = 0 < decltype(m)::value && decltype(m)::value < kGroups + kSets - 2;
+        if constexpr (kUsedAgain) CONVOLVE_IN_REGISTERS(even, odd);
+        unrolled<kSets>([&](auto s) CONVOLVE_LAMBDA {
+            constexpr size_t group = decltype(m)::value - decltype(s)::value;  // below 0: beyond kGroups, too
+            if constexpr (group < kGroups) {
+                Lanes::multiplyAdd(sums[group].even, even, taps[s.value]);
+                Lanes::multiplyAdd(sums[group].odd, odd, taps[s.value]);
+            }
+        });
+    });
 }
 
-CONVOLVE_INLINE void multiplyAdd(Sums& sums, __m128i even, __m128i odd, __m128i taps) {
-    sums.even = _mm_add_epi32(sums.even, _mm_madd_epi16(even, taps));
-    sums.odd = _mm_add_epi32(sums.odd, _mm_madd_epi16(odd, taps));
-    // Keeps the order of the additions: rearranged into a tree they need more registers than there are.
-    __asm__("" : "+x"(sums.even), "+x"(sums.odd));
+template <class Lanes, size_t kSets, size_t kGroups>
+CONVOLVE_INLINE void addStep(Sums<Lanes> (&sums)[kGroups], const int16_t* coeffs, const int16_t* signal) {
+    unrolled<4>([&](auto pair) CONVOLVE_LAMBDA {
+        addPair<Lanes, kSets>(sums, coeffs + 2 * pair.value, signal + 2 * pair.value);
+    });
 }
 
-// Tap pair kPair of each of kSteps adjoining steps, for kBlocks adjoining blocks.
-template <int kPair, size_t kBlocks, size_t kSteps>
-CONVOLVE_INLINE void addPair(Sums (&sums)[kBlocks], const __m128i (&steps)[kSteps], const int16_t* signal) {
-    __m128i taps[kSteps];
-    CONVOLVE_UNROLL for (size_t s = 0; s < kSteps; ++s) taps[s] = _mm_shuffle_epi32(steps[s], kPair * 0x55);
-    CONVOLVE_UNROLL for (size_t m = 0; m < kBlocks + kSteps - 1; ++m) {
-        const __m128i even = load(signal + 8 * m + 2 * kPair);
-        const __m128i odd = load(signal + 8 * m + 2 * kPair + 1);
-        CONVOLVE_UNROLL for (size_t s = 0; s < kSteps; ++s) {
-            if (s <= m && m < s + kBlocks) multiplyAdd(sums[m - s], even, odd, taps[s]);
+// All steps of eight taps for kGroups adjoining groups: whole rounds of kSets sets, then pairs of sets, and
+// alone the steps that have no partner one set further. Counted in signed numbers: with unsigned ones gcc keeps
+// the sums on the stack between the loops.
+template <class Lanes, size_t kGroups>
+CONVOLVE_INLINE void addSteps(Sums<Lanes> (&sums)[kGroups], const int16_t* coeffs, const int16_t* signal,
+                              ptrdiff_t steps) {
+    constexpr ptrdiff_t kSet = Lanes::kOutputs / 8;
+    const auto add = [&](auto sets, ptrdiff_t step) CONVOLVE_LAMBDA {
+        addStep<Lanes, decltype(sets)::value>(sums, coeffs + 8 * step, signal + 8 * step);
+    };
+    ptrdiff_t first = 0;
+    if constexpr (Lanes::kSets > 2) {
+        constexpr ptrdiff_t kRound = Lanes::kSets * Lanes::kOutputs / 8;
+        for (; first + kRound <= steps; first += kRound) {
+            for (ptrdiff_t s = 0; s < kSet; ++s) add(Index<Lanes::kSets>(), first + s);
         }
     }
-}
-
-template <size_t kSteps, size_t kBlocks>
-CONVOLVE_INLINE void addSteps(Sums (&sums)[kBlocks], const int16_t* coeffs, const int16_t* signal) {
-    __m128i steps[kSteps];
-    CONVOLVE_UNROLL for (size_t s = 0; s < kSteps; ++s) steps[s] = load(coeffs + 8 * s);
-    addPair<0>(sums, steps, signal);
-    addPair<1>(sums, steps, signal);
-    addPair<2>(sums, steps, signal);
-    addPair<3>(sums, steps, signal);
-}
-
-// kBlocks adjoining blocks from their first tap to their last, handed to `output`.
-template <size_t kBlocks, class Output>
-CONVOLVE_INLINE void convolveBlocks(const int16_t* coeffs, const int16_t* signal, ptrdiff_t steps,
-                                    ptrdiff_t first_block, const Output& output) {
-    Sums sums[kBlocks];
-    CONVOLVE_UNROLL for (size_t m = 0; m < kBlocks; ++m) sums[m].even = sums[m].odd = _mm_setzero_si128();
-    signal += 8 * first_block;
-    ptrdiff_t s = 0;
-    for (; s + 2 <= steps; s += 2) addSteps<2>(sums, coeffs + 8 * s, signal + 8 * s);
-    if (s < steps) addSteps<1>(sums, coeffs + 8 * s, signal + 8 * s);
-    CONVOLVE_UNROLL for (size_t m = 0; m < kBlocks; ++m) {
-        output.put(8 * (first_block + static_cast<ptrdiff_t>(m)),
-                   _mm_unpacklo_epi32(sums[m].even, sums[m].odd),
-                   _mm_unpackhi_epi32(sums[m].even, sums[m].odd));
+    for (; first < steps; first += 2 * kSet) {
+        const ptrdiff_t left = steps - first;
+        ptrdiff_t s = 0;
+        for (; s < kSet && s + kSet < left; ++s) add(Index<2>(), first + s);
+        for (; s < kSet && s < left; ++s) add(Index<1>(), first + s);
     }
+}
+
+// kGroups adjoining groups from their first tap to their last, handed to `output`.
+template <class Lanes, size_t kGroups, class Output>
+CONVOLVE_INLINE void convolveGroups(const int16_t* coeffs, const int16_t* signal, size_t steps,
+                                    size_t first_output, const Output& output) {
+    Sums<Lanes> sums[kGroups];
+    unrolled<kGroups>([&](auto m) CONVOLVE_LAMBDA {
+        sums[m.value].even = Lanes::zero();
+        sums[m.value].odd = Lanes::zero();
+    });
+    addSteps(sums, coeffs, signal + first_output, static_cast<ptrdiff_t>(steps));
+    unrolled<kGroups>([&](auto m) CONVOLVE_LAMBDA {
+        output.template put<Lanes>(first_output + Lanes::kOutputs * m.value, sums[m.value].even,
+                                   sums[m.value].odd);
+    });
 }
 
 // Eights that `count` needs, at least one.
-CONVOLVE_INLINE ptrdiff_t eights(ptrdiff_t count) {
-    return count > 8 ? (count + 7) / 8 : 1;
+CONVOLVE_INLINE size_t eights(int count) {
+    return count > 8 ? (static_cast<size_t>(count) + 7) / 8 : 1;
+}
+
+// The outputs from `first` on: kGroups groups at a time while there are as many, then one fewer and so on down
+// to one, then narrower ones.
+template <class Lanes, size_t kGroups, class Output>
+CONVOLVE_INLINE void convolveFrom(size_t first, const int16_t* coeffs, const int16_t* signal, size_t outputs,
+                                  size_t steps, const Output& output) {
+    constexpr size_t kTogether = kGroups * Lanes::kOutputs;
+    for (; first + kTogether <= outputs; first += kTogether)
+        convolveGroups<Lanes, kGroups>(coeffs, signal, steps, first, output);
+    if constexpr (kGroups > 1) {
+        convolveFrom<Lanes, kGroups - 1>(first, coeffs, signal, outputs, steps, output);
+    } else if constexpr (Lanes::kOutputs > 8) {
+        convolveFrom<typename Lanes::Narrower, 1>(first, coeffs, signal, outputs, steps, output);
+    }
 }
 
 template <class Output>
 CONVOLVE_INLINE void convolve(const int16_t* coeffs, const int16_t* signal, int num_out, int num_taps,
                               const Output& output) {
-    const ptrdiff_t blocks = eights(num_out);
-    const ptrdiff_t steps = eights(num_taps);
-    ptrdiff_t b = 0;
-    for (; b + 4 <= blocks; b += 4) convolveBlocks<4>(coeffs, signal, steps, b, output);
-    for (; b < blocks; ++b) convolveBlocks<1>(coeffs, signal, steps, b, output);
+    convolveFrom<Widest, Widest::kGroups>(0, coeffs, signal, 8 * eights(num_out), eights(num_taps), output);
 }
 
 // Rounded Q15 values, narrowed with saturation.
 struct NarrowedOutput {
     int16_t* out;
 
-    static CONVOLVE_INLINE __m128i rounded(__m128i acc) {
-        return _mm_srai_epi32(_mm_add_epi32(acc, _mm_set1_epi32(1 << 14)), 15);
+    template <class Lanes>
+    static CONVOLVE_INLINE typename Lanes::Vector rounded(typename Lanes::Vector sums) {
+        return Lanes::shiftRight(Lanes::add(sums, Lanes::all(1 << 14)), _mm_cvtsi32_si128(15));
     }
-    CONVOLVE_INLINE void put(ptrdiff_t i, __m128i low, __m128i high) const {
-        store(out + i, _mm_packs_epi32(rounded(low), rounded(high)));
+    template <class Lanes>
+    CONVOLVE_INLINE void put(size_t i, typename Lanes::Vector even, typename Lanes::Vector odd) const {
+        Lanes::storeNarrowed(out + i, rounded<Lanes>(even), rounded<Lanes>(odd));
     }
 };
 
@@ -111,23 +149,26 @@ struct NarrowedOutput {
 // is just what the rounding term of a right shift by 0 must be.
 struct ShiftedOutput {
     int32_t* out;
-    __m128i rounding, right, left;
+    int rounding;
+    __m128i right, left;
 
     CONVOLVE_INLINE ShiftedOutput(int32_t* o, int shift_right, int shift_left)
         : out(o),
-          rounding(_mm_sll_epi32(_mm_set1_epi32(1), count(static_cast<uint32_t>(shift_right) - 1u))),
+          rounding(_mm_cvtsi128_si32(
+              _mm_sll_epi32(_mm_cvtsi32_si128(1), count(static_cast<uint32_t>(shift_right) - 1u)))),
           right(count(static_cast<uint32_t>(shift_right))),
           left(count(static_cast<uint32_t>(shift_left))) {}
 
     static CONVOLVE_INLINE __m128i count(uint32_t shift) {
         return _mm_cvtsi32_si128(static_cast<int>(shift));
     }
-    CONVOLVE_INLINE __m128i shifted(__m128i acc) const {
-        return _mm_sll_epi32(_mm_sra_epi32(_mm_add_epi32(acc, rounding), right), left);
+    template <class Lanes>
+    CONVOLVE_INLINE typename Lanes::Vector shifted(typename Lanes::Vector sums) const {
+        return Lanes::shiftLeft(Lanes::shiftRight(Lanes::add(sums, Lanes::all(rounding)), right), left);
     }
-    CONVOLVE_INLINE void put(ptrdiff_t i, __m128i low, __m128i high) const {
-        store(out + i, shifted(low));
-        store(out + i + 4, shifted(high));
+    template <class Lanes>
+    CONVOLVE_INLINE void put(size_t i, typename Lanes::Vector even, typename Lanes::Vector odd) const {
+        Lanes::storeWide(out + i, shifted<Lanes>(even), shifted<Lanes>(odd));
     }
 };
 

@@ -1,6 +1,12 @@
 // The SSSE3 build of the correlation kernels: compiled for SSSE3, exporting them and nothing else.
 // Threads: any. No standard library templates and no functions shared with other files here.
 #include "webrtc_common/convolve/convolve.h"
+#include "webrtc_common/convolve/lanes_128.inl.h"
+
+namespace {
+using Widest = Lanes128;
+}
+
 #include "webrtc_common/convolve/convolve_body.inl.h"
 
 void convolve_i16_i16_SSSE3(const int16_t* coeffs, const int16_t* signal, int16_t* out, int num_out,

@@ -56,6 +56,16 @@ TEST_F(Info, TheKernelsFitTheProcessor) {
     EXPECT_EQ(info["kernels"]["convolution"], avx ? "avx" : "ssse3");
 }
 
+TEST_F(Info, TheKernelsHaveTheWidestBodyThatTheProcessorRuns) {
+    const nlohmann::json info = json();
+    std::string widest;
+    for (const char* body : {"ssse3", "avx", "avx2", "avx-vnni", "avx512-vnni"}) {
+        if (info["processor_features"][body]) widest = body;
+    }
+    EXPECT_EQ(info["kernels"]["convolution_body"], widest);
+    EXPECT_NE(run({"info"}).out.find(" (" + widest + " body)\n"), std::string::npos);
+}
+
 TEST_F(Info, ListsThePropertiesThatCanBeSet) {
     const nlohmann::json properties = json({"--device-model"})["properties"];
     EXPECT_EQ(properties["config/is_harbor"],

@@ -1,6 +1,9 @@
 // Every build computes what the reference computes, in every lane, from anywhere in memory.
 #include <gtest/gtest.h>
 
+#include <vector>
+
+#include "tests/kernel_check/reference_convolve.h"
 #include "tests/webrtc_common/convolve/convolve_harness.h"
 #include "tests/webrtc_common/convolve/each_build.h"
 
@@ -66,14 +69,18 @@ TEST_P(ConvolveResults, CoefficientsAreNotReversed) {
 
 TEST_P(ConvolveResults, NarrowedSumsMayReplaceTheirSignal) {
     std::mt19937 random(7);
-    int16_t coeffs[32];
-    int16_t signal[96 + 32];
-    int16_t expected[96];
-    kUniform.fill(coeffs, 32, random);
-    kUniform.fill(signal, 96 + 32, random);
-    i16_i16()(coeffs, signal, expected, 96, 32);
-    i16_i16()(coeffs, signal, signal, 96, 32);
-    for (int i = 0; i < 96; ++i) ASSERT_EQ(signal[i], expected[i]) << i;
+    for (int num_out = 8; num_out <= 360; num_out += 8) {
+        for (const int num_taps : {8, 16, 24, 32, 64, 136}) {
+            std::vector<int16_t> coeffs(wholeEights(num_taps));
+            std::vector<int16_t> signal(signalExtent(num_out, num_taps));
+            kUniform.fill(coeffs.data(), coeffs.size(), random);
+            kUniform.fill(signal.data(), signal.size(), random);
+            std::vector<int16_t> expected = signal;
+            referenceConvolve(coeffs.data(), signal.data(), expected.data(), num_out, num_taps);
+            i16_i16()(coeffs.data(), signal.data(), signal.data(), num_out, num_taps);
+            ASSERT_EQ(signal, expected) << num_out << " outputs, " << num_taps << " taps";
+        }
+    }
 }
 
 }  // namespace

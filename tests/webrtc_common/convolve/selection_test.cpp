@@ -1,6 +1,7 @@
 // Which build the pointers hold. Each test starts with the pointers as the library was loaded.
 #include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <string>
 
 #include "webrtc_common/convolve/convolve.h"
@@ -8,11 +9,17 @@
 namespace quill::media::se_wrapper {
 namespace {
 
-CPUInfo processor(bool avx) {
+// It has SSSE3 and these features, and nothing else that matters.
+CPUInfo processor(std::initializer_list<bool CPUInfo::*> features) {
     CPUInfo cpu;
+    for (const ConvolveVariant& variant : kConvolveVariants) cpu.*variant.feature = false;
     cpu.has_ssse3 = true;
-    cpu.has_avx = avx;
+    for (bool CPUInfo::*feature : features) cpu.*feature = true;
     return cpu;
+}
+
+CPUInfo processor(bool avx) {
+    return avx ? processor({&CPUInfo::has_avx}) : processor({});
 }
 
 class ConvolveSelection : public ::testing::Test {
@@ -59,8 +66,40 @@ TEST_F(ConvolveSelection, OnThisProcessorFollowsItsAvx) {
 
 TEST_F(ConvolveSelection, IsNamed) {
     EXPECT_STREQ(selectedConvolveVariant()->name, "ssse3");
+    EXPECT_STREQ(selectedConvolveVariant()->entry, "ssse3");
     selectConvolveKernels(processor(true));
     EXPECT_STREQ(selectedConvolveVariant()->name, "avx");
+    EXPECT_STREQ(selectedConvolveVariant()->entry, "avx");
+}
+
+TEST_F(ConvolveSelection, RunsTheWidestBodyOfTheProcessorBehindTheAvxEntryPoints) {
+    const auto avx = &CPUInfo::has_avx;
+    const auto avx2 = &CPUInfo::has_avx2;
+    const auto avx_vnni = &CPUInfo::has_avx_vnni;
+    const auto avx512_vnni = &CPUInfo::has_avx512_vnni;
+    const struct {
+        CPUInfo cpu;
+        const char* body;
+    } rows[] = {
+        {processor({avx}), "avx"},
+        {processor({avx, avx2}), "avx2"},
+        {processor({avx, avx2, &CPUInfo::has_avx512}), "avx2"},
+        {processor({avx, avx2, avx_vnni}), "avx-vnni"},
+        {processor({avx, avx2, avx512_vnni}), "avx512-vnni"},
+        {processor({avx, avx2, avx_vnni, avx512_vnni}), "avx512-vnni"},
+    };
+    for (const auto& row : rows) {
+        selectConvolveKernels(row.cpu);
+        EXPECT_STREQ(selectedConvolveVariant()->name, row.body);
+        EXPECT_STREQ(selectedConvolveVariant()->entry, "avx");
+        EXPECT_EQ(g_convolve_i16_i16, convolve_i16_i16_AVX);
+        EXPECT_EQ(g_convolve_i16_i32, convolve_i16_i32_AVX);
+    }
+}
+
+TEST_F(ConvolveSelection, RunsNoWiderBodyOnAProcessorWithoutAvx) {
+    selectConvolveKernels(processor({&CPUInfo::has_avx2, &CPUInfo::has_avx512_vnni}));
+    EXPECT_STREQ(selectedConvolveVariant()->name, "ssse3");
 }
 
 TEST_F(ConvolveSelection, HasNoNameForKernelsOfSomebodyElse) {

@@ -1,0 +1,56 @@
+// Code that knows nothing of AVX follows a kernel: on some processors each of its instructions would wait for
+// upper halves of registers that are left in use, so every build leaves them zero.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <vector>
+
+#include "tests/webrtc_common/convolve/each_build.h"
+
+namespace quill::test {
+namespace {
+
+class ConvolveRegisters : public EachBuild {
+  protected:
+    void SetUp() override {
+        EachBuild::SetUp();
+        if (!CPUInfo().has_avx) GTEST_SKIP() << "this processor has no avx, and so no upper halves";
+    }
+    // Whether all sixteen upper halves are zero. Nothing of this program touches them.
+    static bool upperHalvesAreZero() {
+        unsigned char halves[16][16];
+        __asm__ volatile(
+            ".irp n, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15\n\t"
+            "vextractf128 $1, %%ymm\\n, 16 * \\n(%0)\n\t"
+            ".endr"
+            :
+            : "r"(&halves[0][0])
+            : "memory");
+        return std::all_of(&halves[0][0], &halves[0][0] + sizeof halves,
+                           [](unsigned char byte) { return byte == 0; });
+    }
+    // More than the widest build takes together, and something for each narrower one.
+    static constexpr int kOutputs = 160 + 32 + 16 + 8;
+    const std::vector<int16_t> coeffs_ = std::vector<int16_t>(72, -1);
+    const std::vector<int16_t> signal_ = std::vector<int16_t>(kOutputs + 72, -1);
+};
+INSTANTIATE_FOR_EACH_BUILD(ConvolveRegisters);
+
+TEST_P(ConvolveRegisters, HaveNoUpperHalvesInUseAfterNarrowedSums) {
+    for (int num_out = 8; num_out <= kOutputs; num_out += 8) {
+        int16_t out[kOutputs];
+        i16_i16()(coeffs_.data(), signal_.data(), out, num_out, 72);
+        ASSERT_TRUE(upperHalvesAreZero()) << num_out;
+    }
+}
+
+TEST_P(ConvolveRegisters, HaveNoUpperHalvesInUseAfterShiftedSums) {
+    for (int num_out = 8; num_out <= kOutputs; num_out += 8) {
+        int32_t out[kOutputs];
+        i16_i32()(coeffs_.data(), signal_.data(), out, 5, num_out, 72, 2);
+        ASSERT_TRUE(upperHalvesAreZero()) << num_out;
+    }
+}
+
+}  // namespace
+}  // namespace quill::test

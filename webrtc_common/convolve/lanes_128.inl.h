@@ -1,0 +1,73 @@
+// A group of eight outputs in registers of 128 bits. Included beside convolve_body.inl.h; what is said there
+// holds here. Multiplication and addition are the ones that the including file is compiled for.
+#pragma once
+
+#include <immintrin.h>
+#include <stddef.h>
+#include <stdint.h>
+
+#define CONVOLVE_INLINE inline __attribute__((always_inline))
+#define CONVOLVE_LAMBDA __attribute__((always_inline))
+
+// Hides where two vectors come from, so that they stay where they are: in registers.
+#ifdef __AVX512F__
+#define CONVOLVE_IN_REGISTERS(a, b) __asm__("" : "+v"(a), "+v"(b))
+#else
+#define CONVOLVE_IN_REGISTERS(a, b) __asm__("" : "+x"(a), "+x"(b))
+#endif
+
+namespace {
+
+// Two taps as the processor reads them, from any address that an int16_t may have.
+CONVOLVE_INLINE int tapPair(const int16_t* coeffs) {
+    int pair;
+    __builtin_memcpy(&pair, coeffs, sizeof pair);
+    return pair;
+}
+
+struct Lanes128 {
+    using Vector = __m128i;
+    static constexpr size_t kOutputs = 8;
+    static constexpr size_t kGroups = 4;  // together: 8 sums of 16 registers, products beside them
+    static constexpr size_t kSets = 2;
+
+    static CONVOLVE_INLINE Vector zero() { return _mm_setzero_si128(); }
+    static CONVOLVE_INLINE Vector all(int value) { return _mm_set1_epi32(value); }
+    static CONVOLVE_INLINE Vector pair(const int16_t* coeffs) { return all(tapPair(coeffs)); }
+    static CONVOLVE_INLINE Vector load(const int16_t* p) {
+        return _mm_loadu_si128(reinterpret_cast<const Vector*>(p));
+    }
+    static CONVOLVE_INLINE void multiplyAdd(Vector& sums, Vector samples, Vector taps) {
+#if defined(__AVX512VNNI__)
+        sums = _mm_dpwssd_epi32(sums, samples, taps);
+#elif defined(__AVXVNNI__)
+        sums = _mm_dpwssd_avx_epi32(sums, samples, taps);
+#else
+        sums = _mm_add_epi32(sums, _mm_madd_epi16(samples, taps));
+        // Keeps the order of the additions: rearranged into a tree they need more registers than there are.
+        __asm__("" : "+x"(sums));
+#endif
+    }
+    static CONVOLVE_INLINE Vector add(Vector a, Vector b) {
+        return _mm_add_epi32(a, b);
+    }
+    static CONVOLVE_INLINE Vector shiftRight(Vector v, __m128i count) {
+        return _mm_sra_epi32(v, count);
+    }
+    static CONVOLVE_INLINE Vector shiftLeft(Vector v, __m128i count) {
+        return _mm_sll_epi32(v, count);
+    }
+    static CONVOLVE_INLINE void storeNarrowed(int16_t* out, Vector even, Vector odd) {
+        store(out, _mm_packs_epi32(_mm_unpacklo_epi32(even, odd), _mm_unpackhi_epi32(even, odd)));
+    }
+    static CONVOLVE_INLINE void storeWide(int32_t* out, Vector even, Vector odd) {
+        store(out, _mm_unpacklo_epi32(even, odd));
+        store(out + 4, _mm_unpackhi_epi32(even, odd));
+    }
+    template <class T>
+    static CONVOLVE_INLINE void store(T* p, Vector v) {
+        _mm_storeu_si128(reinterpret_cast<Vector*>(p), v);
+    }
+};
+
+}  // namespace

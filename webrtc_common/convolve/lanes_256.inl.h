@@ -1,0 +1,57 @@
+// A group of 16 outputs in registers of 256 bits. Included beside convolve_body.inl.h; what is said there holds
+// here.
+#pragma once
+
+#include "webrtc_common/convolve/lanes_128.inl.h"
+
+namespace {
+
+struct Lanes256 {
+    using Vector = __m256i;
+    using Narrower = Lanes128;
+    static constexpr size_t kOutputs = 16;
+    static constexpr size_t kGroups = 5;  // together: 10 sums, as many as hide a multiplication's latency
+    static constexpr size_t kSets = 2;
+
+    static CONVOLVE_INLINE Vector zero() { return _mm256_setzero_si256(); }
+    static CONVOLVE_INLINE Vector all(int value) { return _mm256_set1_epi32(value); }
+    static CONVOLVE_INLINE Vector pair(const int16_t* coeffs) { return all(tapPair(coeffs)); }
+    static CONVOLVE_INLINE Vector load(const int16_t* p) {
+        return _mm256_loadu_si256(reinterpret_cast<const Vector*>(p));
+    }
+    static CONVOLVE_INLINE void multiplyAdd(Vector& sums, Vector samples, Vector taps) {
+#if defined(__AVX512VNNI__)
+        sums = _mm256_dpwssd_epi32(sums, samples, taps);
+#elif defined(__AVXVNNI__)
+        sums = _mm256_dpwssd_avx_epi32(sums, samples, taps);
+#else
+        sums = _mm256_add_epi32(sums, _mm256_madd_epi16(samples, taps));
+        __asm__("" : "+x"(sums));  // as in 128 bits
+#endif
+    }
+    static CONVOLVE_INLINE Vector add(Vector a, Vector b) {
+        return _mm256_add_epi32(a, b);
+    }
+    static CONVOLVE_INLINE Vector shiftRight(Vector v, __m128i count) {
+        return _mm256_sra_epi32(v, count);
+    }
+    static CONVOLVE_INLINE Vector shiftLeft(Vector v, __m128i count) {
+        return _mm256_sll_epi32(v, count);
+    }
+    // Unpacking and packing work within each half.
+    static CONVOLVE_INLINE void storeNarrowed(int16_t* out, Vector even, Vector odd) {
+        store(out, _mm256_packs_epi32(_mm256_unpacklo_epi32(even, odd), _mm256_unpackhi_epi32(even, odd)));
+    }
+    static CONVOLVE_INLINE void storeWide(int32_t* out, Vector even, Vector odd) {
+        const Vector low = _mm256_unpacklo_epi32(even, odd);
+        const Vector high = _mm256_unpackhi_epi32(even, odd);
+        store(out, _mm256_permute2x128_si256(low, high, 0x20));
+        store(out + 8, _mm256_permute2x128_si256(low, high, 0x31));
+    }
+    template <class T>
+    static CONVOLVE_INLINE void store(T* p, Vector v) {
+        _mm256_storeu_si256(reinterpret_cast<Vector*>(p), v);
+    }
+};
+
+}  // namespace
