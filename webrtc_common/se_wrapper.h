@@ -3,6 +3,7 @@
 
 #include "webrtc_common/convolve/convolve.h"
 #include "webrtc_common/fftpack/fftpack.h"
+#include "webrtc_common/fftpack/real_fft.h"
 #include "webrtc_common/se_wrapper/diags/apply.h"
 #include "webrtc_common/se_wrapper/diags/catalogue.h"
 #include "webrtc_common/se_wrapper/diags/print_array.h"

@@ -1,5 +1,5 @@
 // Every kernel and its variants, as rows that the tests, the harness and its benchmark walk.
-// Threads: one. A variant that uses the convolution kernels sets their pointers.
+// Threads: one. A variant that uses the convolution kernels or the real FFT sets their pointers.
 #pragma once
 
 #include <functional>
@@ -9,6 +9,7 @@
 #include "common/cpu_info.h"
 #include "tests/kernel_check/problem.h"
 #include "webrtc_common/convolve/convolve.h"
+#include "webrtc_common/fftpack/real_fft.h"
 
 namespace quill::test {
 
@@ -25,6 +26,7 @@ struct Variant {
     bool Machine::*needs;
     Routine* routine;
     const media::se_wrapper::ConvolveVariant* kernels = nullptr;  // what it computes through, if anything
+    const fftpack::RealFftVariant* real_fft = nullptr;
 };
 
 // The name of a first row that states the contract and is never optimised.
@@ -58,6 +60,7 @@ KernelFunction kernelFunction(const char* name, void (*pose)(Problem&, Routine*)
                                              g_convolve_i16_i16 = v.kernels->i16_i16;
                                              g_convolve_i16_i32 = v.kernels->i16_i32;
                                          }
+                                         if (v.real_fft != nullptr) fftpack::g_real_fft = v.real_fft;
                                          pose(problem, v.routine);
                                      }});
     }

@@ -6,6 +6,7 @@
 
 #include "webrtc_common/fftpack/fftpack.h"
 #include "webrtc_common/fftpack/real_fft.h"
+#include "webrtc_common/fftpack/real_fft_builds.h"
 
 namespace quill::fftpack {
 namespace {
@@ -57,8 +58,6 @@ void fillTwiddles(int n, const int* ifac, float* twiddles) {
     }
 }
 
-const RealFftVariant* selected = &kRealFftVariants[0];
-
 }  // namespace
 
 const RealFftVariant kRealFftVariants[kNumRealFftVariants] = {
@@ -66,12 +65,10 @@ const RealFftVariant kRealFftVariants[kNumRealFftVariants] = {
     {"avx", &CPUInfo::has_avx, forward_avx, backward_avx},
 };
 
-void selectRealFft(const CPUInfo& cpu) {
-    if (cpu.has_avx) selected = &kRealFftVariants[1];
-}
+const RealFftVariant* g_real_fft = &kRealFftVariants[0];
 
-const RealFftVariant& selectedRealFft() {
-    return *selected;
+void selectRealFft(const CPUInfo& cpu) {
+    if (cpu.has_avx) g_real_fft = &kRealFftVariants[1];
 }
 
 }  // namespace quill::fftpack
@@ -85,9 +82,9 @@ void __ogg_fdrffti(int n, float* wsave, int* ifac) {
 }
 
 void __ogg_fdrfftf(int n, float* r, float* wsave, int* ifac) {
-    selected->forward(n, r, wsave, ifac);
+    g_real_fft->forward(n, r, wsave, ifac);
 }
 
 void __ogg_fdrfftb(int n, float* r, float* wsave, int* ifac) {
-    selected->backward(n, r, wsave, ifac);
+    g_real_fft->backward(n, r, wsave, ifac);
 }

@@ -24,19 +24,13 @@ inline constexpr int kNumRealFftVariants = 2;
 // Every build, the floor first, for whoever lists, checks or measures them.
 SE_WRAPPER_EXPORT extern const RealFftVariant kRealFftVariants[kNumRealFftVariants];
 
-// Selects the AVX build, of 256-bit vectors, exactly when `cpu` has AVX; otherwise leaves the selection alone,
-// so that it is never taken back. Before, the SSE4.1 build is selected, of 128-bit vectors.
+// The build that __ogg_fdrfftf and __ogg_fdrfftb run: that for SSE4.1, of 128-bit vectors, before any code runs,
+// another after selectRealFft.
+SE_WRAPPER_EXPORT extern const RealFftVariant* g_real_fft;
+
+// Selects the build for AVX, of 256-bit vectors, exactly when `cpu` has AVX; otherwise leaves the selection
+// alone, so that one once made is never taken back.
 // needs: no transform is running. [setup]
 SE_WRAPPER_EXPORT void selectRealFft(const CPUInfo& cpu);
-
-// The build that __ogg_fdrfftf and __ogg_fdrfftb run. [any] rt-safe
-SE_WRAPPER_EXPORT const RealFftVariant& selectedRealFft();
-
-RealFft forward_sse41;
-RealFft backward_sse41;
-
-// needs: a processor with AVX.
-RealFft forward_avx;
-RealFft backward_avx;
 
 }  // namespace quill::fftpack

@@ -2,8 +2,7 @@
 // Threads: any. No standard library templates and no functions shared with other files here.
 #define FFT_NAMESPACE sse41
 #include "webrtc_common/fftpack/real_fft_body.inl.h"
-
-#include "webrtc_common/fftpack/real_fft.h"
+#include "webrtc_common/fftpack/real_fft_builds.h"
 
 namespace quill::fftpack {
 

@@ -40,7 +40,7 @@ struct PingPong {
 }  // namespace
 
 // From the last factor to the first.
-void scalarForwardFft(int n, float* r, float* wsave, int* ifac) {
+void scalarForwardFft(int n, float* r, float* wsave, const int* ifac) {
     if (n <= 1) return;
     const auto length = static_cast<std::size_t>(n);
     PingPong buffers{r, wsave};
@@ -57,7 +57,7 @@ void scalarForwardFft(int n, float* r, float* wsave, int* ifac) {
 }
 
 // From the first factor to the last.
-void scalarBackwardFft(int n, float* r, float* wsave, int* ifac) {
+void scalarBackwardFft(int n, float* r, float* wsave, const int* ifac) {
     if (n <= 1) return;
     const auto length = static_cast<std::size_t>(n);
     PingPong buffers{r, wsave};

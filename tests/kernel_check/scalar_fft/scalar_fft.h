@@ -6,7 +6,7 @@
 namespace quill::test {
 
 // The arguments, tables and results of __ogg_fdrfftf and __ogg_fdrfftb.
-void scalarForwardFft(int n, float* r, float* wsave, int* ifac);
-void scalarBackwardFft(int n, float* r, float* wsave, int* ifac);
+void scalarForwardFft(int n, float* r, float* wsave, const int* ifac);
+void scalarBackwardFft(int n, float* r, float* wsave, const int* ifac);
 
 }  // namespace quill::test

@@ -5,6 +5,7 @@
 #include "common/dynlib.h"
 #include "common/file.h"
 #include "webrtc_common/convolve/convolve.h"
+#include "webrtc_common/fftpack/real_fft.h"
 #include "webrtc_common/se_wrapper/engine/hooks.h"
 #include "webrtc_common/se_wrapper/engine/library_property.h"
 #include "webrtc_common/se_wrapper/engine/resolve.h"
@@ -47,6 +48,7 @@ void initSignalEssenceOptimForTests() {
     openChosenBuild();
     saveEngineRoutines();
     selectConvolveKernels(CPUInfo());
+    fftpack::selectRealFft(CPUInfo());
 }
 
 }  // namespace quill::media::se_wrapper
