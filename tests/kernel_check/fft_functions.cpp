@@ -121,11 +121,6 @@ std::vector<Numbers> forEachLength(const Numbers& others = {}) {
     return cases;
 }
 
-template <class Routine>
-std::vector<Variant<Routine>> beside(Routine* reference, Routine* routine) {
-    return {{kReference, &Machine::has_nothing_special, reference}, {"sse41", &CPUInfo::has_sse41, routine}};
-}
-
 // The scalar transform and every build of ours.
 std::vector<Variant<Transform>> builds(Transform* scalar, Transform* fftpack::RealFftVariant::*transform) {
     std::vector<Variant<Transform>> all = {{"scalar", &Machine::has_nothing_special, scalar}};
@@ -135,12 +130,24 @@ std::vector<Variant<Transform>> builds(Transform* scalar, Transform* fftpack::Re
     return all;
 }
 
-// A hook on every build.
+// A conversion and every build of it.
+template <class Conversion>
+std::vector<Variant<Conversion>> builds(Conversion* reference, Conversion* se::FftConversions::*conversion) {
+    std::vector<Variant<Conversion>> all = {{kReference, &Machine::has_nothing_special, reference}};
+    for (const se::FftConversions& v : se::kFftConversions) {
+        all.push_back({v.name, v.feature, v.*conversion});
+    }
+    return all;
+}
+
+// A hook on every build of the transforms and the conversions.
+static_assert(fftpack::kNumRealFftVariants == se::kNumFftConversions);
 template <class Hook>
 std::vector<Variant<Hook>> onBuilds(Hook* reference, Hook* hook) {
     std::vector<Variant<Hook>> all = {{kReference, &Machine::has_nothing_special, reference}};
-    for (const fftpack::RealFftVariant& v : fftpack::kRealFftVariants) {
-        all.push_back({v.name, v.feature, hook, nullptr, &v});
+    for (int i = 0; i < se::kNumFftConversions; ++i) {
+        const fftpack::RealFftVariant& v = fftpack::kRealFftVariants[i];
+        all.push_back({v.name, v.feature, hook, nullptr, &v, &se::kFftConversions[i]});
     }
     return all;
 }
@@ -148,8 +155,9 @@ std::vector<Variant<Hook>> onBuilds(Hook* reference, Hook* hook) {
 }  // namespace
 
 std::vector<KernelFunction> fftFunctions() {
-    const std::vector<Numbers> widened = {{{"count", 256}}};
-    const std::vector<Numbers> narrowed = {{{"count", 256}, {"divisor", 1024}}};
+    const std::vector<Numbers> widened = {{{"count", 256}}, {{"count", 1024}}};
+    const std::vector<Numbers> narrowed = {{{"count", 256}, {"divisor", 1024}},
+                                           {{"count", 1024}, {"divisor", 1024}}};
     return {
         // The scalar transform is judged by the direct one.
         kernelFunction("fdrfftf", poseForward, builds(scalarForwardFft, &fftpack::RealFftVariant::forward),
@@ -160,9 +168,11 @@ std::vector<KernelFunction> fftFunctions() {
                        forEachLength({{"padding", 0}, {"dft_type", 0}})),
         kernelFunction("invFFT", poseInvFft, onBuilds(referenceInvFft, se::invFFT),
                        forEachLength({{"scale_factor_q10", 1024}})),
-        kernelFunction("widen", poseWiden, beside(referenceWiden, se::widen), widened),
-        kernelFunction("narrowScaled", poseNarrow, beside(referenceNarrowScaled, se::narrowScaled), narrowed),
-        kernelFunction("narrowQ10", poseNarrow, beside(referenceNarrowQ10, se::narrowQ10), narrowed),
+        kernelFunction("widen", poseWiden, builds(referenceWiden, &se::FftConversions::widen), widened),
+        kernelFunction("narrowScaled", poseNarrow,
+                       builds(referenceNarrowScaled, &se::FftConversions::narrowScaled), narrowed),
+        kernelFunction("narrowQ10", poseNarrow, builds(referenceNarrowQ10, &se::FftConversions::narrowQ10),
+                       narrowed),
     };
 }
 

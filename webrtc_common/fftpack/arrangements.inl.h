@@ -52,8 +52,8 @@ struct AlongPairs<F, 1> {
     using Floats = F;
     using Vector = typename F::Vector;
     static constexpr size_t kPairs = F::kLanes;
-    static constexpr size_t kHalf = 2;                              // pairs from a lane to that of the other half
-    static constexpr size_t kThird = F::kLanes == 8 ? 4 : 2;        // the pair in lane 2
+    static constexpr size_t kHalf = 2;                        // pairs from a lane to that of the other half
+    static constexpr size_t kThird = F::kLanes == 8 ? 4 : 2;  // the pair in lane 2
 
     static FFT_INLINE Vector get(const float* at, size_t pair, size_t pair_size) {
         return F::halves(at + pair * pair_size, static_cast<ptrdiff_t>(kHalf * pair_size));
@@ -96,7 +96,9 @@ struct AlongPairs<F, 1> {
         F::putHalves(last, -4, F::template pick<2, 3, 0, 1>(first, first));
         F::putHalves(last - 2 * kThird, -4, F::template pick<2, 3, 0, 1>(second, second));
     }
-    static FFT_INLINE Complex<F> twiddles(const float* w) { return apart(F::load(w), F::load(w + F::kLanes)); }
+    static FFT_INLINE Complex<F> twiddles(const float* w) {
+        return apart(F::load(w), F::load(w + F::kLanes));
+    }
 
   private:
     static FFT_INLINE Complex<F> apart(Vector first, Vector second) {

@@ -76,8 +76,8 @@ struct Forward2 {
         }
     }
     template <class L>
-    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 2>& w, const float* from, float* to, size_t k,
-                                 size_t m) {
+    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 2>& w, const float* from, float* to,
+                                 size_t k, size_t m) {
         const auto in = splitIn<2>(s, from, k);
         const auto out = packedOut(s, to, k);
         Complex<typename L::Floats> rows[2];
@@ -108,8 +108,8 @@ struct Backward2 {
         F::store(out.value(1, 0), a - b);
     }
     template <class L>
-    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 2>& w, const float* from, float* to, size_t k,
-                                 size_t m) {
+    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 2>& w, const float* from, float* to,
+                                 size_t k, size_t m) {
         const auto in = packedIn(s, from, k);
         const auto out = splitOut<2>(s, to, k);
         const auto x = L::getPairs(in.pair(0, m), s.groups);
@@ -139,8 +139,8 @@ struct Forward4 {
         if (s.width % 2 == 0) highest<F>(in, out, last);
     }
     template <class L>
-    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 4>& w, const float* from, float* to, size_t k,
-                                 size_t m) {
+    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 4>& w, const float* from, float* to,
+                                 size_t k, size_t m) {
         const auto in = splitIn<4>(s, from, k);
         const auto out = packedOut(s, to, k);
         Complex<typename L::Floats> rows[4];
@@ -196,8 +196,8 @@ struct Backward4 {
         if (s.width % 2 == 0) highest<F>(in, out, last);
     }
     template <class L>
-    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 4>& w, const float* from, float* to, size_t k,
-                                 size_t m) {
+    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 4>& w, const float* from, float* to,
+                                 size_t k, size_t m) {
         const auto in = packedIn(s, from, k);
         const auto out = splitOut<4>(s, to, k);
         const auto x = L::getPairs(in.pair(0, m), s.groups);
@@ -252,7 +252,7 @@ template <>
 struct Turns<5> {
     static constexpr Turn kStep = {0.309016973f, 0.95105654f};  // of the float nearest to 2 pi / 5
     static constexpr Turn kTwice = kStep * kStep;
-    static constexpr Turn kTurns[3][3] = {{}, {{}, kStep, kTwice}, {{}, kTwice, kTwice * kTwice}};
+    static constexpr Turn kTurns[3][3] = {{}, {{}, kStep, kTwice}, {{}, kTwice, kTwice* kTwice}};
 };
 
 // The transform of an odd radix, on real values or one part of complex ones:
@@ -361,8 +361,8 @@ struct Backward5 {
         }
     }
     template <class L>
-    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 5>& w, const float* from, float* to, size_t k,
-                                 size_t m) {
+    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 5>& w, const float* from, float* to,
+                                 size_t k, size_t m) {
         using F = typename L::Floats;
         const auto in = packedIn(s, from, k);
         const auto out = splitOut<5>(s, to, k);
@@ -414,8 +414,8 @@ struct Backward3 {
         F::store(out.value(2, 0), re + im);
     }
     template <class L>
-    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 3>& w, const float* from, float* to, size_t k,
-                                 size_t m) {
+    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 3>& w, const float* from, float* to,
+                                 size_t k, size_t m) {
         const auto in = packedIn(s, from, k);
         const auto out = splitOut<3>(s, to, k);
         const auto x = L::getPairs(in.pair(0, m), s.groups);

@@ -97,21 +97,31 @@ void run(const Stage& s, const float* in, float* out) {
 
 void forwardPass(const Stage& s, float* in, float* out) {
     switch (s.radix) {
-        case 2: return run<Forward2>(s, in, out);
-        case 3: return run<ForwardOdd<3>>(s, in, out);
-        case 4: return run<Forward4>(s, in, out);
-        case 5: return run<ForwardOdd<5>>(s, in, out);
-        default: return forwardGeneral(s, in, out);
+        case 2:
+            return run<Forward2>(s, in, out);
+        case 3:
+            return run<ForwardOdd<3>>(s, in, out);
+        case 4:
+            return run<Forward4>(s, in, out);
+        case 5:
+            return run<ForwardOdd<5>>(s, in, out);
+        default:
+            return forwardGeneral(s, in, out);
     }
 }
 
 void backwardPass(const Stage& s, float* in, float* out) {
     switch (s.radix) {
-        case 2: return run<Backward2>(s, in, out);
-        case 3: return run<Backward3>(s, in, out);
-        case 4: return run<Backward4>(s, in, out);
-        case 5: return run<Backward5>(s, in, out);
-        default: return backwardGeneral(s, in, out);
+        case 2:
+            return run<Backward2>(s, in, out);
+        case 3:
+            return run<Backward3>(s, in, out);
+        case 4:
+            return run<Backward4>(s, in, out);
+        case 5:
+            return run<Backward5>(s, in, out);
+        default:
+            return backwardGeneral(s, in, out);
     }
 }
 

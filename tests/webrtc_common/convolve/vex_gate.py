@@ -3,14 +3,16 @@
 any other function runs on processors that would stop at them.
 
 Usage: vex_gate.py LIBRARY...               exit code 1 if an instruction breaks the rule
-       vex_gate.py --expect-avx LIBRARY...  exit code 1 unless every function of AVX_FUNCTIONS has such
+       vex_gate.py --expect-avx LIBRARY...  exit code 1 unless functions of every kind in AVX_FUNCTIONS have such
                                             instructions: shows that the gate sees them
 """
 import re
 import subprocess
 import sys
 
-AVX_FUNCTIONS = ["convolve_i16_i16_AVX", "convolve_i16_i32_AVX"]
+# Parts of their names.
+AVX_FUNCTIONS = ["convolve_i16_i16_AVX", "convolve_i16_i32_AVX", "7fftpack12_GLOBAL__N_13avx", "9widen_avx",
+                 "16narrowScaled_avx", "13narrowQ10_avx"]
 
 FUNCTION = re.compile(r"^[0-9a-f]+ <(.+)>:$")
 INSTRUCTION = re.compile(r"^\s*[0-9a-f]+:\t((?:[0-9a-f]{2} )+)\s*(\S.*)$")
@@ -39,7 +41,8 @@ def main(arguments):
     expect_avx = arguments[:1] == ["--expect-avx"]
     found = [(library, *pair) for library in arguments[expect_avx:] for pair in vector_instructions(library)]
     if expect_avx:
-        missing = set(AVX_FUNCTIONS) - {function for _, function, _ in found}
+        functions = {function for _, function, _ in found}
+        missing = {part for part in AVX_FUNCTIONS if not any(part in function for function in functions)}
         print("\n".join(f"no AVX instruction found in {name}" for name in sorted(missing)) or "all found")
         return bool(missing)
     broken = [row for row in found if "avx" not in row[1].lower()]
