@@ -140,16 +140,15 @@ std::vector<Variant<Conversion>> builds(Conversion* reference, Conversion* se::F
     return all;
 }
 
-// A hook on every build of the transforms and the conversions.
-static_assert(fftpack::kNumRealFftVariants == se::kNumFftConversions);
+// A hook on the builds that are selected together.
 template <class Hook>
 std::vector<Variant<Hook>> onBuilds(Hook* reference, Hook* hook) {
-    std::vector<Variant<Hook>> all = {{kReference, &Machine::has_nothing_special, reference}};
-    for (int i = 0; i < se::kNumFftConversions; ++i) {
-        const fftpack::RealFftVariant& v = fftpack::kRealFftVariants[i];
-        all.push_back({v.name, v.feature, hook, nullptr, &v, &se::kFftConversions[i]});
-    }
-    return all;
+    const auto on = [hook](int transform, int conversions) -> Variant<Hook> {
+        return {
+            se::kFftConversions[conversions].name, se::kFftConversions[conversions].feature, hook, nullptr,
+            &fftpack::kRealFftVariants[transform], &se::kFftConversions[conversions]};
+    };
+    return {{kReference, &Machine::has_nothing_special, reference}, on(0, 0), on(1, 1)};
 }
 
 }  // namespace

@@ -9,13 +9,13 @@ namespace quill::media::se_wrapper {
 
 const FftConversions kFftConversions[kNumFftConversions] = {
     {"sse41", &CPUInfo::has_sse41, widen_sse41, narrowScaled_sse41, narrowQ10_sse41},
-    {"avx", &CPUInfo::has_avx, widen_avx, narrowScaled_avx, narrowQ10_avx},
+    {"avx2", &CPUInfo::has_avx2, widen_avx2, narrowScaled_avx2, narrowQ10_avx2},
 };
 
 const FftConversions* g_fft_conversions = &kFftConversions[0];
 
 void selectFftConversions(const CPUInfo& cpu) {
-    if (cpu.has_avx) g_fft_conversions = &kFftConversions[1];
+    if (cpu.has_avx2) g_fft_conversions = &kFftConversions[1];
 }
 
 }  // namespace quill::media::se_wrapper

@@ -41,7 +41,7 @@ SE_WRAPPER_EXPORT extern const FftConversions kFftConversions[kNumFftConversions
 // The build that the FFT hooks use: that for SSE4.1 before any code runs, another after selectFftConversions.
 SE_WRAPPER_EXPORT extern const FftConversions* g_fft_conversions;
 
-// Selects the build for AVX exactly when `cpu` has AVX; otherwise leaves the selection alone.
+// Selects the build for AVX2 exactly when `cpu` has AVX2; otherwise leaves the selection alone.
 // needs: no hook is running. [setup]
 SE_WRAPPER_EXPORT void selectFftConversions(const CPUInfo& cpu);
 
