@@ -13,6 +13,7 @@
 #include "webrtc_common/se_wrapper/dsp/compute_rfir.h"
 #include "webrtc_common/se_wrapper/dsp/deinterleave.h"
 #include "webrtc_common/se_wrapper/dsp/fft_context.h"
+#include "webrtc_common/se_wrapper/dsp/fft_conversion.h"
 #include "webrtc_common/se_wrapper/dsp/fft_hooks.h"
 #include "webrtc_common/se_wrapper/dsp/filter.h"
 #include "webrtc_common/se_wrapper/dsp/interpolate.h"

@@ -11,7 +11,7 @@ import subprocess
 import sys
 
 # Parts of their names.
-AVX_FUNCTIONS = ["convolve_i16_i16_AVX", "convolve_i16_i32_AVX", "7fftpack12_GLOBAL__N_13avx", "10widen_avx2",
+AVX_FUNCTIONS = ["convolve_i16_i16_AVX", "convolve_i16_i32_AVX", "7fftpack", "10widen_avx2",
                  "17narrowScaled_avx2", "14narrowQ10_avx2"]
 
 FUNCTION = re.compile(r"^[0-9a-f]+ <(.+)>:$")
