@@ -3,6 +3,7 @@
 
 #include "webrtc_common/convolve/convolve.h"
 #include "webrtc_common/fftpack/fftpack.h"
+#include "webrtc_common/fftpack/real_fft.h"
 #include "webrtc_common/se_wrapper/diags/apply.h"
 #include "webrtc_common/se_wrapper/diags/catalogue.h"
 #include "webrtc_common/se_wrapper/diags/print_array.h"
@@ -12,6 +13,7 @@
 #include "webrtc_common/se_wrapper/dsp/compute_rfir.h"
 #include "webrtc_common/se_wrapper/dsp/deinterleave.h"
 #include "webrtc_common/se_wrapper/dsp/fft_context.h"
+#include "webrtc_common/se_wrapper/dsp/fft_conversion.h"
 #include "webrtc_common/se_wrapper/dsp/fft_hooks.h"
 #include "webrtc_common/se_wrapper/dsp/filter.h"
 #include "webrtc_common/se_wrapper/dsp/interpolate.h"

@@ -4,8 +4,9 @@
 
 #include "tests/kernel_check/functions.h"
 #include "tests/kernel_check/reference_fft.h"
+#include "tests/kernel_check/scalar_fft/scalar_fft.h"
 #include "tests/kernel_check/transforms.h"
-#include "webrtc_common/fftpack/fftpack.h"
+#include "webrtc_common/fftpack/real_fft.h"
 #include "webrtc_common/se_wrapper/dsp/fft_conversion.h"
 #include "webrtc_common/se_wrapper/dsp/fft_hooks.h"
 
@@ -14,7 +15,7 @@ namespace {
 
 namespace se = media::se_wrapper;
 
-using Transform = void(int, float*, float*, int*);
+using Transform = fftpack::RealFft;
 using FwdFft = void(DftObj_t*, int16_t*, uint16_t, uint16_t, int16_t*, uint16_t);
 using InvFft = uint16_t(DftObj_t*, int16_t*, uint16_t, uint16_t, int16_t*, uint16_t);
 using Widen = void(const int16_t*, float*, int);
@@ -120,33 +121,57 @@ std::vector<Numbers> forEachLength(const Numbers& others = {}) {
     return cases;
 }
 
-template <class Routine>
-std::vector<Variant<Routine>> beside(Routine* reference, Routine* routine) {
-    return {{kReference, &Machine::has_nothing_special, reference}, {"sse41", &CPUInfo::has_sse41, routine}};
+// The scalar transform and every build of ours.
+std::vector<Variant<Transform>> builds(Transform* scalar, Transform* fftpack::RealFftVariant::*transform) {
+    std::vector<Variant<Transform>> all = {{"scalar", &Machine::has_nothing_special, scalar}};
+    for (const fftpack::RealFftVariant& v : fftpack::kRealFftVariants) {
+        all.push_back({v.name, v.feature, v.*transform});
+    }
+    return all;
+}
+
+// A conversion and every build of it.
+template <class Conversion>
+std::vector<Variant<Conversion>> builds(Conversion* reference, Conversion* se::FftConversions::*conversion) {
+    std::vector<Variant<Conversion>> all = {{kReference, &Machine::has_nothing_special, reference}};
+    for (const se::FftConversions& v : se::kFftConversions) {
+        all.push_back({v.name, v.feature, v.*conversion});
+    }
+    return all;
+}
+
+// A hook on the builds that are selected together.
+template <class Hook>
+std::vector<Variant<Hook>> onBuilds(Hook* reference, Hook* hook) {
+    const auto on = [hook](int transform, int conversions) -> Variant<Hook> {
+        return {
+            se::kFftConversions[conversions].name, se::kFftConversions[conversions].feature, hook, nullptr,
+            &fftpack::kRealFftVariants[transform], &se::kFftConversions[conversions]};
+    };
+    return {{kReference, &Machine::has_nothing_special, reference}, on(0, 0), on(1, 1)};
 }
 
 }  // namespace
 
 std::vector<KernelFunction> fftFunctions() {
-    // The scalar routine is the reference for others and is judged by the direct transform itself.
-    const std::vector<Variant<Transform>> forward = {
-        {"scalar", &Machine::has_nothing_special, __ogg_fdrfftf},
-    };
-    const std::vector<Variant<Transform>> backward = {
-        {"scalar", &Machine::has_nothing_special, __ogg_fdrfftb},
-    };
-    const std::vector<Numbers> widened = {{{"count", 256}}};
-    const std::vector<Numbers> narrowed = {{{"count", 256}, {"divisor", 1024}}};
+    const std::vector<Numbers> widened = {{{"count", 256}}, {{"count", 1024}}};
+    const std::vector<Numbers> narrowed = {{{"count", 256}, {"divisor", 1024}},
+                                           {{"count", 1024}, {"divisor", 1024}}};
     return {
-        kernelFunction("fdrfftf", poseForward, forward, forEachLength()),
-        kernelFunction("fdrfftb", poseBackward, backward, forEachLength()),
-        kernelFunction("fwdFFT", poseFwdFft, beside(referenceFwdFft, se::fwdFFT),
+        // The scalar transform is judged by the direct one.
+        kernelFunction("fdrfftf", poseForward, builds(scalarForwardFft, &fftpack::RealFftVariant::forward),
+                       forEachLength()),
+        kernelFunction("fdrfftb", poseBackward, builds(scalarBackwardFft, &fftpack::RealFftVariant::backward),
+                       forEachLength()),
+        kernelFunction("fwdFFT", poseFwdFft, onBuilds(referenceFwdFft, se::fwdFFT),
                        forEachLength({{"padding", 0}, {"dft_type", 0}})),
-        kernelFunction("invFFT", poseInvFft, beside(referenceInvFft, se::invFFT),
+        kernelFunction("invFFT", poseInvFft, onBuilds(referenceInvFft, se::invFFT),
                        forEachLength({{"scale_factor_q10", 1024}})),
-        kernelFunction("widen", poseWiden, beside(referenceWiden, se::widen), widened),
-        kernelFunction("narrowScaled", poseNarrow, beside(referenceNarrowScaled, se::narrowScaled), narrowed),
-        kernelFunction("narrowQ10", poseNarrow, beside(referenceNarrowQ10, se::narrowQ10), narrowed),
+        kernelFunction("widen", poseWiden, builds(referenceWiden, &se::FftConversions::widen), widened),
+        kernelFunction("narrowScaled", poseNarrow,
+                       builds(referenceNarrowScaled, &se::FftConversions::narrowScaled), narrowed),
+        kernelFunction("narrowQ10", poseNarrow, builds(referenceNarrowQ10, &se::FftConversions::narrowQ10),
+                       narrowed),
     };
 }
 

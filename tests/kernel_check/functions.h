@@ -1,5 +1,5 @@
 // Every kernel and its variants, as rows that the tests, the harness and its benchmark walk.
-// Threads: one. A variant that uses the convolution kernels sets their pointers.
+// Threads: one. A variant that uses the convolution kernels or those of the FFT sets their pointers.
 #pragma once
 
 #include <functional>
@@ -9,6 +9,8 @@
 #include "common/cpu_info.h"
 #include "tests/kernel_check/problem.h"
 #include "webrtc_common/convolve/convolve.h"
+#include "webrtc_common/fftpack/real_fft.h"
+#include "webrtc_common/se_wrapper/dsp/fft_conversion.h"
 
 namespace quill::test {
 
@@ -25,6 +27,8 @@ struct Variant {
     bool Machine::*needs;
     Routine* routine;
     const media::se_wrapper::ConvolveVariant* kernels = nullptr;  // what it computes through, if anything
+    const fftpack::RealFftVariant* real_fft = nullptr;
+    const media::se_wrapper::FftConversions* conversions = nullptr;
 };
 
 // The name of a first row that states the contract and is never optimised.
@@ -57,6 +61,10 @@ KernelFunction kernelFunction(const char* name, void (*pose)(Problem&, Routine*)
                                          if (v.kernels != nullptr) {
                                              g_convolve_i16_i16 = v.kernels->i16_i16;
                                              g_convolve_i16_i32 = v.kernels->i16_i32;
+                                         }
+                                         if (v.real_fft != nullptr) fftpack::g_real_fft = v.real_fft;
+                                         if (v.conversions != nullptr) {
+                                             media::se_wrapper::g_fft_conversions = v.conversions;
                                          }
                                          pose(problem, v.routine);
                                      }});

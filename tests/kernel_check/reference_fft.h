@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "webrtc_common/fftpack/fftpack.h"
+#include "tests/kernel_check/scalar_fft/scalar_fft.h"
 #include "webrtc_common/se_wrapper/dsp/fft_context.h"
 #include "webrtc_common/se_wrapper/table/engine_types.h"
 
@@ -48,7 +48,7 @@ inline void referenceFwdFft(DftObj_t* object, int16_t* in, uint16_t dft_type, ui
     if (dft_type == 2) std::fill(in, in + std::max(0, n - m), int16_t{0});
     if (dft_type == 3) std::fill(in + std::min(n, m), in + n, int16_t{0});
     referenceWiden(in, data, n);
-    __ogg_fdrfftf(n, data, context.twiddles_.get(), context.factors_.get());
+    scalarForwardFft(n, data, context.twiddles_.get(), context.factors_.get());
     const auto s = static_cast<float>(1.0 / static_cast<double>(n));
     referenceNarrowScaled(data + 1, s, out + 2, n - 1);
     out[0] = static_cast<int16_t>(truncated(static_cast<double>(data[0] * s) * 0.5));
@@ -63,7 +63,7 @@ inline uint16_t referenceInvFft(DftObj_t* object, int16_t* in, uint16_t /*dft_ty
     data[0] = static_cast<float>(in[0] * 2);
     referenceWiden(in + 2, data + 1, n - 1);
     data[n - 1] += data[n - 1];
-    __ogg_fdrfftb(n, data, context.twiddles_.get(), context.factors_.get());
+    scalarBackwardFft(n, data, context.twiddles_.get(), context.factors_.get());
     referenceNarrowQ10(data, static_cast<float>(scale_factor_q10), out, n);
     return context.dft_size_;
 }

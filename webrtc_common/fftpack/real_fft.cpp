@@ -1,12 +1,12 @@
-// The real FFT: factors, twiddle factors and the sequence of passes.
-// Threads: any.
+// The real FFT: factors, twiddle factors and the selected transforms.
+// Threads: any; the selection set-up only. It is initialised statically, so that a transform can be called before
+// any code of the library has run.
 #include <algorithm>
 #include <cmath>
-#include <cstddef>
-#include <utility>
 
 #include "webrtc_common/fftpack/fftpack.h"
-#include "webrtc_common/fftpack/passes.h"
+#include "webrtc_common/fftpack/real_fft.h"
+#include "webrtc_common/fftpack/real_fft_builds.h"
 
 namespace quill::fftpack {
 namespace {
@@ -58,32 +58,19 @@ void fillTwiddles(int n, const int* ifac, float* twiddles) {
     }
 }
 
-Pass& forwardPass(int radix) {
-    return radix == 4 ? forward4 : radix == 2 ? forward2 : forwardGeneral;
-}
+}  // namespace
 
-Pass& backwardPass(int radix) {
-    return radix == 4 ? backward4 : radix == 2 ? backward2 : radix == 3 ? backward3 : backwardGeneral;
-}
-
-// Data that a pass moves to and fro between the caller's array and the scratch.
-struct PingPong {
-    float* data;
-    float* scratch;
-    float* from = data;
-    float* to = scratch;
-
-    void run(Pass& pass, const Stage& stage) {
-        pass(stage, from, to);
-        std::swap(from, to);
-    }
-    void finish(std::size_t n) const {
-        if (from == data) return;
-        for (std::size_t i = 0; i < n; ++i) data[i] = from[i];
-    }
+const RealFftVariant kRealFftVariants[kNumRealFftVariants] = {
+    {"sse41", &CPUInfo::has_sse41, forward_sse41, backward_sse41},
+    {"avx", &CPUInfo::has_avx, forward_avx, backward_avx},
 };
 
-}  // namespace
+const RealFftVariant* g_real_fft = &kRealFftVariants[0];
+
+void selectRealFft(const CPUInfo& cpu) {
+    if (cpu.has_avx) g_real_fft = &kRealFftVariants[1];
+}
+
 }  // namespace quill::fftpack
 
 using namespace quill::fftpack;
@@ -94,36 +81,10 @@ void __ogg_fdrffti(int n, float* wsave, int* ifac) {
     fillTwiddles(n, ifac, wsave + n);
 }
 
-// From the last factor to the first.
 void __ogg_fdrfftf(int n, float* r, float* wsave, int* ifac) {
-    if (n <= 1) return;
-    const auto length = static_cast<std::size_t>(n);
-    PingPong buffers{r, wsave};
-    Stage stage{0, length, 1, wsave + 2 * length - 1};
-    for (int f = ifac[1] - 1; f >= 0; --f) {
-        const int radix = ifac[kFirstFactor + f];
-        stage.radix = static_cast<std::size_t>(radix);
-        stage.groups /= stage.radix;
-        stage.twiddles -= (stage.radix - 1) * stage.width;
-        buffers.run(forwardPass(radix), stage);
-        stage.width *= stage.radix;
-    }
-    buffers.finish(length);
+    g_real_fft->forward(n, r, wsave, ifac);
 }
 
-// From the first factor to the last.
 void __ogg_fdrfftb(int n, float* r, float* wsave, int* ifac) {
-    if (n <= 1) return;
-    const auto length = static_cast<std::size_t>(n);
-    PingPong buffers{r, wsave};
-    Stage stage{0, 1, length, wsave + length};
-    for (int f = 0; f < ifac[1]; ++f) {
-        const int radix = ifac[kFirstFactor + f];
-        stage.radix = static_cast<std::size_t>(radix);
-        stage.width /= stage.radix;
-        buffers.run(backwardPass(radix), stage);
-        stage.twiddles += (stage.radix - 1) * stage.width;
-        stage.groups *= stage.radix;
-    }
-    buffers.finish(length);
+    g_real_fft->backward(n, r, wsave, ifac);
 }

@@ -3,17 +3,18 @@
 functions that carry AVX512, and nowhere else: any other function runs on processors that would stop at them.
 
 Usage: vex_gate.py LIBRARY...               exit code 1 if an instruction breaks the rule
-       vex_gate.py --expect-avx LIBRARY...  exit code 1 unless every function of AVX_FUNCTIONS has such
+       vex_gate.py --expect-avx LIBRARY...  exit code 1 unless functions of every kind in AVX_FUNCTIONS have such
                                             instructions: shows that the gate sees them
 """
 import re
 import subprocess
 import sys
 
-# The bodies behind the AVX entry points; the entry points themselves only jump.
-AVX_FUNCTIONS = [f"convolve_{types}_{instructions}"
+# Patterns of their names. The AVX entry points of the convolution only jump.
+AVX_FUNCTIONS = [f"convolve_{types}_{instructions}$"
                  for types in ("i16_i16", "i16_i32")
                  for instructions in ("avx", "avx2", "avxvnni", "avx512vnni")]
+AVX_FUNCTIONS += ["7fftpack", "10widen_avx2", "17narrowScaled_avx2", "14narrowQ10_avx2"]
 
 FUNCTION = re.compile(r"^[0-9a-f]+ <(.+)>:$")
 INSTRUCTION = re.compile(r"^\s*[0-9a-f]+:\t((?:[0-9a-f]{2} )+)\s*(\S.*)$")
@@ -42,7 +43,8 @@ def main(arguments):
     expect_avx = arguments[:1] == ["--expect-avx"]
     found = [(library, *pair) for library in arguments[expect_avx:] for pair in vector_instructions(library)]
     if expect_avx:
-        missing = set(AVX_FUNCTIONS) - {function for _, function, _, _ in found}
+        functions = {function for _, function, _, _ in found}
+        missing = {part for part in AVX_FUNCTIONS if not any(re.search(part, name) for name in functions)}
         print("\n".join(f"no AVX instruction found in {name}" for name in sorted(missing)) or "all found")
         return bool(missing)
     broken = [row for row in found if row[2] not in row[1].lower()]

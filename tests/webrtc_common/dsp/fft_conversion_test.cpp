@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string>
 #include <vector>
 
 #include "tests/kernel_check/reference_fft.h"
@@ -41,52 +42,65 @@ void expectAtEveryPlace(float value, int16_t expected, const Convert& convert) {
     }
 }
 
-TEST(FftConversion, NarrowingKeepsTheLow16BitsOfATruncation) {
+class FftConversion : public ::testing::TestWithParam<FftConversions> {
+  protected:
+    void SetUp() override {
+        if (!(CPUInfo().*GetParam().feature)) GTEST_SKIP() << "this processor has no " << GetParam().name;
+    }
+    static const FftConversions& build() { return GetParam(); }
+};
+
+INSTANTIATE_TEST_SUITE_P(EachBuild, FftConversion, ::testing::ValuesIn(kFftConversions),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST_P(FftConversion, NarrowingKeepsTheLow16BitsOfATruncation) {
     for (const float value : values()) {
         const auto expected = static_cast<int16_t>(test::truncated(static_cast<double>(value)));
-        expectAtEveryPlace(value, expected,
-                           [](const float* in, int16_t* out, int n) { narrowScaled(in, 1.0f, out, n); });
+        expectAtEveryPlace(value, expected, [](const float* in, int16_t* out, int n) {
+            build().narrowScaled(in, 1.0f, out, n);
+        });
     }
 }
 
-TEST(FftConversion, NarrowingDoesNotSaturate) {
+TEST_P(FftConversion, NarrowingDoesNotSaturate) {
     int16_t out;
     const float just_outside = 32768.0f;
-    narrowScaled(&just_outside, 1.0f, &out, 1);
+    build().narrowScaled(&just_outside, 1.0f, &out, 1);
     EXPECT_EQ(out, -32768);
 }
 
-TEST(FftConversion, NarrowingByQ10RoundsAndSaturates) {
+TEST_P(FftConversion, NarrowingByQ10RoundsAndSaturates) {
     for (const float value : values()) {
         const int32_t shifted = test::truncated(static_cast<double>(value * 1024.0f + 512.0f)) >> 10;
         const auto expected = static_cast<int16_t>(std::clamp(shifted, -32768, 32767));
-        expectAtEveryPlace(value, expected,
-                           [](const float* in, int16_t* out, int n) { narrowQ10(in, 1024.0f, out, n); });
+        expectAtEveryPlace(value, expected, [](const float* in, int16_t* out, int n) {
+            build().narrowQ10(in, 1024.0f, out, n);
+        });
     }
 }
 
-TEST(FftConversion, HalvingTruncatesTheHalf) {
+TEST(FftConversionOfOne, HalvingTruncatesTheHalf) {
     for (const float value : values()) {
         const double half = static_cast<double>(value) * 0.5;
         EXPECT_EQ(narrowScaledHalf(value, 1.0f), static_cast<int16_t>(test::truncated(half))) << value;
     }
 }
 
-TEST(FftConversion, WideningIsExactForEverySample) {
+TEST_P(FftConversion, WideningIsExactForEverySample) {
     Samples in(65536 + 5);
     for (size_t i = 0; i < in.size(); ++i) in[i] = static_cast<int16_t>(i & 0xffffu);
     Floats out(in.size());
-    widen(in.data(), out.data(), static_cast<int>(in.size()));
+    build().widen(in.data(), out.data(), static_cast<int>(in.size()));
     for (size_t i = 0; i < in.size(); ++i) ASSERT_EQ(out[i], static_cast<float>(in[i])) << i;
 }
 
-TEST(FftConversion, OfNothingWritesNothing) {
+TEST_P(FftConversion, OfNothingWritesNothing) {
     int16_t narrow = 7;
     float wide = 7.0f;
     for (const int count : {0, -1}) {
-        widen(&narrow, &wide, count);
-        narrowScaled(&wide, 1.0f, &narrow, count);
-        narrowQ10(&wide, 1.0f, &narrow, count);
+        build().widen(&narrow, &wide, count);
+        build().narrowScaled(&wide, 1.0f, &narrow, count);
+        build().narrowQ10(&wide, 1.0f, &narrow, count);
     }
     EXPECT_EQ(narrow, 7);
     EXPECT_EQ(wide, 7.0f);

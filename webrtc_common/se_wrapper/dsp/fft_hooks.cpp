@@ -45,13 +45,13 @@ void fwdFFT(DftObj_t* obj, int16_t* in, uint16_t dft_type, uint16_t scale_factor
     float* const spectrum = context->scratch_.get();
 
     zeroPadding(*context, dft_type, in);
-    widen(in, spectrum, n);
+    g_fft_conversions->widen(in, spectrum, n);
     __ogg_fdrfftf(n, spectrum, context->twiddles_.get(), context->factors_.get());
 
     const auto scale = static_cast<float>(1.0 / n);
     out[0] = narrowScaledHalf(spectrum[0], scale);
     out[1] = 0;
-    narrowScaled(spectrum + 1, scale, out + 2, n - 1);
+    g_fft_conversions->narrowScaled(spectrum + 1, scale, out + 2, n - 1);
     out[n] = static_cast<int16_t>(out[n] >> 1);
     out[n + 1] = 0;
 }
@@ -64,11 +64,11 @@ uint16_t invFFT(DftObj_t* obj, int16_t* in, uint16_t dft_type, uint16_t scale_fa
     float* const samples = context->scratch_.get();
 
     samples[0] = static_cast<float>(in[0] * 2);
-    widen(in + 2, samples + 1, n - 1);
+    g_fft_conversions->widen(in + 2, samples + 1, n - 1);
     samples[n - 1] += samples[n - 1];
     __ogg_fdrfftb(n, samples, context->twiddles_.get(), context->factors_.get());
 
-    narrowQ10(samples, scale_factor_q10, out, n);
+    g_fft_conversions->narrowQ10(samples, scale_factor_q10, out, n);
     return context->dft_size_;
 }
 

@@ -5,6 +5,8 @@
 #include "common/dynlib.h"
 #include "common/file.h"
 #include "webrtc_common/convolve/convolve.h"
+#include "webrtc_common/fftpack/real_fft.h"
+#include "webrtc_common/se_wrapper/dsp/fft_conversion.h"
 #include "webrtc_common/se_wrapper/engine/hooks.h"
 #include "webrtc_common/se_wrapper/engine/library_property.h"
 #include "webrtc_common/se_wrapper/engine/resolve.h"
@@ -47,6 +49,8 @@ void initSignalEssenceOptimForTests() {
     openChosenBuild();
     saveEngineRoutines();
     selectConvolveKernels(CPUInfo());
+    fftpack::selectRealFft(CPUInfo());
+    selectFftConversions(CPUInfo());
 }
 
 }  // namespace quill::media::se_wrapper

@@ -1,9 +1,9 @@
 // Backward butterflies of radix 2, 3 and 4. The order of every sum is the published one: results are compared
 // bit by bit.
 // Threads: any.
-#include "webrtc_common/fftpack/passes.h"
+#include "tests/kernel_check/scalar_fft/passes.h"
 
-namespace quill::fftpack {
+namespace quill::test::scalar_fft {
 
 void backward2(const Stage& stage, float* in, float* out) {
     for (std::size_t k = 0; k < stage.groups; ++k) {
@@ -100,4 +100,4 @@ void backward4(const Stage& stage, float* in, float* out) {
     }
 }
 
-}  // namespace quill::fftpack
+}  // namespace quill::test::scalar_fft

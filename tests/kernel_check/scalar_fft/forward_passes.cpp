@@ -1,9 +1,9 @@
 // Forward butterflies of radix 2 and 4. The order of every sum is the published one: results are compared bit
 // by bit.
 // Threads: any.
-#include "webrtc_common/fftpack/passes.h"
+#include "tests/kernel_check/scalar_fft/passes.h"
 
-namespace quill::fftpack {
+namespace quill::test::scalar_fft {
 
 void forward2(const Stage& stage, float* in, float* out) {
     for (std::size_t k = 0; k < stage.groups; ++k) {
@@ -66,4 +66,4 @@ void forward4(const Stage& stage, float* in, float* out) {
     }
 }
 
-}  // namespace quill::fftpack
+}  // namespace quill::test::scalar_fft

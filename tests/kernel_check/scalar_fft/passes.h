@@ -2,9 +2,9 @@
 // Threads: any.
 #pragma once
 
-#include "webrtc_common/fftpack/stage.h"
+#include "tests/kernel_check/scalar_fft/stage.h"
 
-namespace quill::fftpack {
+namespace quill::test::scalar_fft {
 
 // in, out: n floats each, not overlapping. The general passes use `in` as their scratch.
 using Pass = void(const Stage& stage, float* in, float* out);
@@ -18,4 +18,4 @@ Pass backward3;
 Pass backward4;
 Pass backwardGeneral;
 
-}  // namespace quill::fftpack
+}  // namespace quill::test::scalar_fft

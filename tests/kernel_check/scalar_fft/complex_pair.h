@@ -4,7 +4,7 @@
 
 #include <cstddef>
 
-namespace quill::fftpack {
+namespace quill::test::scalar_fft {
 
 struct Complex {
     float re;
@@ -52,4 +52,4 @@ inline Complex minusTurned(Complex a, Complex b) {
     return {a.re + b.im, a.im - b.re};
 }
 
-}  // namespace quill::fftpack
+}  // namespace quill::test::scalar_fft

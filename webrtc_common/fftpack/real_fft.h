@@ -1,0 +1,36 @@
+// The builds of the real FFT and the selected one. They differ in encoding and in the width of their vectors,
+// never in a bit of their results.
+// Threads: the transforms any, the selection set-up only.
+#pragma once
+
+#include "common/cpu_info.h"
+#include "webrtc_common/se_wrapper/export.h"
+
+namespace quill::fftpack {
+
+// An in-place transform with the arguments of __ogg_fdrfftf and __ogg_fdrfftb. [any] rt-safe
+using RealFft = void(int n, float* r, float* wsave, const int* ifac);
+
+// One build and the processor feature that it needs.
+struct RealFftVariant {
+    const char* name;
+    bool CPUInfo::*feature;
+    RealFft* forward;
+    RealFft* backward;
+};
+
+inline constexpr int kNumRealFftVariants = 2;
+
+// Every build, the floor first, for whoever lists, checks or measures them.
+SE_WRAPPER_EXPORT extern const RealFftVariant kRealFftVariants[kNumRealFftVariants];
+
+// The build that __ogg_fdrfftf and __ogg_fdrfftb run: that for SSE4.1, of 128-bit vectors, before any code runs,
+// another after selectRealFft.
+SE_WRAPPER_EXPORT extern const RealFftVariant* g_real_fft;
+
+// Selects the build for AVX, of 256-bit vectors, exactly when `cpu` has AVX; otherwise leaves the selection
+// alone, so that one once made is never taken back.
+// needs: no transform is running. [setup]
+SE_WRAPPER_EXPORT void selectRealFft(const CPUInfo& cpu);
+
+}  // namespace quill::fftpack

@@ -1,0 +1,181 @@
+// The body of the real FFT, included by one source file an instruction set, which defines FFT_NAMESPACE as the
+// name of that set. Nothing here may be shared between source files: no name with external linkage, nothing
+// from the standard library. Else the linker might keep the copy built for one processor and give it to
+// another.
+//
+// Every lane of a vector does what the plain scalar transform does for its value, in the same order, so that
+// all builds give the same bits.
+#pragma once
+
+#include <immintrin.h>
+#include <stddef.h>
+
+#include "webrtc_common/fftpack/general_passes.h"
+#include "webrtc_common/fftpack/stage.h"
+
+#define FFT_INLINE inline __attribute__((always_inline))
+#define FFT_UNROLL _Pragma("GCC unroll 8")  // at every optimisation level: rows live in registers
+
+namespace quill::fftpack {
+namespace {
+namespace FFT_NAMESPACE {
+
+#include "webrtc_common/fftpack/lanes.inl.h"
+// Above the others, which build on it.
+#include "webrtc_common/fftpack/arrangements.inl.h"
+// And the butterflies on both.
+#include "webrtc_common/fftpack/passes.inl.h"
+
+// From group k on, with as many lanes as are left for.
+template <class Pass, class F>
+FFT_INLINE void endsFrom(const Stage& s, const float* in, float* out, size_t k) {
+    for (; k + F::kLanes <= s.groups; k += F::kLanes) Pass::template ends<F>(s, in, out, k);
+    if constexpr (F::kLanes > 1) {
+        if (k < s.groups) endsFrom<Pass, typename F::Narrower>(s, in, out, k);
+    }
+}
+
+template <class Pass, class F>
+FFT_INLINE void pairFrom(const Stage& s, const float* in, float* out, size_t k, size_t m) {
+    using L = AcrossGroups<F>;
+    if (k + F::kLanes <= s.groups) {
+        const Twiddles<L, Pass::kRadix> w(s, m);
+        for (; k + F::kLanes <= s.groups; k += F::kLanes) Pass::template pairs<L>(s, w, in, out, k, m);
+    }
+    if constexpr (F::kLanes > 1) {
+        if (k < s.groups) pairFrom<Pass, typename F::Narrower>(s, in, out, k, m);
+    }
+}
+
+template <class Pass>
+void pairsAcrossGroups(const Stage& s, const float* in, float* out) {
+    for (size_t m = 1; 2 * m < s.width; ++m) pairFrom<Pass, Widest>(s, in, out, 0, m);
+}
+
+// The last vector overlaps the one before it, if need be. False when there are too few pairs for a vector.
+template <class Pass, class L>
+bool pairsAlong(const Stage& s, const float* in, float* out) {
+    const size_t pairs = (s.width - 1) / 2;
+    if (pairs < L::kPairs) return false;
+    const size_t last = pairs - L::kPairs + 1;
+    for (size_t m = 1;; m = m + L::kPairs < last ? m + L::kPairs : last) {
+        Pass::template pairs<L>(s, Twiddles<L, Pass::kRadix>(s, m), in, out, 0, m);
+        if (m == last) return true;
+    }
+}
+
+template <class Pass, size_t kGroups, class F>
+bool pairsOfGroups(const Stage& s, const float* in, float* out) {
+    if constexpr (F::kLanes <= kGroups) {
+        return false;
+    } else {
+        return pairsAlong<Pass, AlongPairs<F, kGroups>>(s, in, out) ||
+               pairsOfGroups<Pass, kGroups, typename F::Narrower>(s, in, out);
+    }
+}
+
+// Radix 4 stands at the front of the factors or behind a single 2, so that its groups are 1, 2, 4 and more;
+// a 2 is always the first. Other factors have few groups only where n has hardly any even factors.
+template <class Pass>
+bool pairsOfFewGroups(const Stage& s, const float* in, float* out) {
+    if constexpr (Pass::kRadix == 4) {
+        if (s.groups == 1) return pairsOfGroups<Pass, 1, Widest>(s, in, out);
+        if (s.groups == 2) return pairsOfGroups<Pass, 2, Widest>(s, in, out);
+        if (s.groups == 4) return pairsOfGroups<Pass, 4, Widest>(s, in, out);
+    }
+    if constexpr (Pass::kRadix == 2) return pairsOfGroups<Pass, 1, Widest>(s, in, out);
+    return false;
+}
+
+// `in` may be `out` for rows of one value.
+template <class Pass>
+void run(const Stage& s, const float* in, float* out) {
+    endsFrom<Pass, Widest>(s, in, out, 0);
+    if (s.width < 3) return;
+    if (!pairsOfFewGroups<Pass>(s, in, out)) pairsAcrossGroups<Pass>(s, in, out);
+}
+
+void forwardPass(const Stage& s, float* in, float* out) {
+    switch (s.radix) {
+        case 2:
+            return run<Forward2>(s, in, out);
+        case 3:
+            return run<ForwardOdd<3>>(s, in, out);
+        case 4:
+            return run<Forward4>(s, in, out);
+        case 5:
+            return run<ForwardOdd<5>>(s, in, out);
+        default:
+            return forwardGeneral(s, in, out);
+    }
+}
+
+void backwardPass(const Stage& s, float* in, float* out) {
+    switch (s.radix) {
+        case 2:
+            return run<Backward2>(s, in, out);
+        case 3:
+            return run<Backward3>(s, in, out);
+        case 4:
+            return run<Backward4>(s, in, out);
+        case 5:
+            return run<Backward5>(s, in, out);
+        default:
+            return backwardGeneral(s, in, out);
+    }
+}
+
+constexpr size_t kFirstFactor = 2;  // place in ifac, behind n and the number of factors
+constexpr size_t kLargestVectorRadix = 5;
+
+bool mayRunInPlace(const Stage& s) {
+    return s.width == 1 && s.radix <= kLargestVectorRadix;
+}
+
+void copy(const float* from, float* to, size_t n) {
+    if (from == to) return;
+    for (size_t i = 0; i < n; ++i) to[i] = from[i];
+}
+
+// From the last factor to the first. An odd number of passes begins with one in place, so that the result is
+// where it belongs.
+void forward(int n, float* r, float* wsave, const int* ifac) {
+    if (n <= 1) return;
+    const auto length = static_cast<size_t>(n);
+    const auto count = static_cast<size_t>(ifac[1]);
+    float* from = r;
+    Stage s{0, length, 1, wsave + 2 * length - 1};
+    for (size_t f = count; f-- > 0;) {
+        s.radix = static_cast<size_t>(ifac[kFirstFactor + f]);
+        s.groups /= s.radix;
+        s.twiddles -= (s.radix - 1) * s.width;
+        float* const to = from != r || (count % 2 == 1 && mayRunInPlace(s)) ? r : wsave;
+        forwardPass(s, from, to);
+        from = to;
+        s.width *= s.radix;
+    }
+    copy(from, r, length);
+}
+
+// From the first factor to the last, which may find its values where its results belong.
+void backward(int n, float* r, float* wsave, const int* ifac) {
+    if (n <= 1) return;
+    const auto length = static_cast<size_t>(n);
+    const auto count = static_cast<size_t>(ifac[1]);
+    float* from = r;
+    Stage s{0, 1, length, wsave + length};
+    for (size_t f = 0; f < count; ++f) {
+        s.radix = static_cast<size_t>(ifac[kFirstFactor + f]);
+        s.width /= s.radix;
+        float* const to = from != r || mayRunInPlace(s) ? r : wsave;
+        backwardPass(s, from, to);
+        from = to;
+        s.twiddles += (s.radix - 1) * s.width;
+        s.groups *= s.radix;
+    }
+    copy(from, r, length);
+}
+
+}  // namespace FFT_NAMESPACE
+}  // namespace
+}  // namespace quill::fftpack

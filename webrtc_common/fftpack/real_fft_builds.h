@@ -1,0 +1,14 @@
+// The transforms that each source file of the real FFT exports to the list of builds, and no one else calls.
+// Threads: any.
+#pragma once
+
+namespace quill::fftpack {
+
+void forward_sse41(int n, float* r, float* wsave, const int* ifac);
+void backward_sse41(int n, float* r, float* wsave, const int* ifac);
+
+// needs: a processor with AVX.
+void forward_avx(int n, float* r, float* wsave, const int* ifac);
+void backward_avx(int n, float* r, float* wsave, const int* ifac);
+
+}  // namespace quill::fftpack
