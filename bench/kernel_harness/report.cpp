@@ -58,23 +58,28 @@ void Report::timed(const Selected& row, const quill::test::Numbers& numbers, con
     for (const auto& [name, value] : numbers) numbers_given[name] = value;
     const double per_sample = m.cycles / m.samples;
     const double per_cycle = m.multiply_adds / m.cycles;
+    // The first variant timed is the reference, where it takes part.
+    const double first =
+        first_cycles_.emplace(row.function->name + described(numbers), m.cycles).first->second;
+    const double times_as_fast = first / m.cycles;
     add("timings", row,
         {{"case", numbers_given},
          {"nanoseconds", m.nanoseconds},
          {"cycles", m.cycles},
          {"cycles_per_sample", per_sample},
-         {"multiply_adds_per_cycle", per_cycle}});
+         {"multiply_adds_per_cycle", per_cycle},
+         {"times_as_fast_as_first", times_as_fast}});
     if (json_) return;
     if (!table_begun_) {
-        std::printf("%-24s %-10s %-58s %10s %8s %10s %8s\n", "function", "variant", "case", "cycles", "GHz",
-                    "cycles/smp", "MAC/cyc");
+        std::printf("%-24s %-10s %-58s %10s %8s %10s %8s %8s\n", "function", "variant", "case", "cycles",
+                    "GHz", "cycles/smp", "MAC/cyc", "speed");
         table_begun_ = true;
     }
     char multiply_adds[32] = "-";
     if (m.multiply_adds > 0) std::snprintf(multiply_adds, sizeof multiply_adds, "%.2f", per_cycle);
-    std::printf("%-24s %-10s %-58s %10.1f %8.2f %10.3f %8s\n", row.function->name.c_str(),
+    std::printf("%-24s %-10s %-58s %10.1f %8.2f %10.3f %8s %7.2fx\n", row.function->name.c_str(),
                 row.variant->name.c_str(), described(numbers).c_str(), m.cycles, m.cycles / m.nanoseconds,
-                per_sample, multiply_adds);
+                per_sample, multiply_adds, times_as_fast);
     std::fflush(stdout);
 }
 
