@@ -63,24 +63,29 @@ void Report::timed(const Selected& row, const quill::test::Numbers& numbers, con
     for (const auto& [name, value] : numbers) numbers_given[name] = value;
     const Json per_sample = m.samples > 0 ? Json(m.cycles / m.samples) : Json();
     const double per_cycle = m.multiply_adds / m.cycles;
+    // The first variant timed is the reference, where it takes part.
+    const double first =
+        first_cycles_.emplace(row.function->name + described(numbers), m.cycles).first->second;
+    const double times_as_fast = first / m.cycles;
     add("timings", row,
         {{"case", numbers_given},
          {"nanoseconds", m.nanoseconds},
          {"cycles", m.cycles},
          {"cycles_per_sample", per_sample},
-         {"multiply_adds_per_cycle", per_cycle}});
+         {"multiply_adds_per_cycle", per_cycle},
+         {"times_as_fast_as_first", times_as_fast}});
     if (json_) return;
     if (!table_begun_) {
-        std::printf("%-24s %-11s %-58s %10s %8s %10s %8s\n", "function", "variant", "case", "cycles", "GHz",
-                    "cycles/smp", "MAC/cyc");
+        std::printf("%-24s %-11s %-58s %10s %8s %10s %8s %8s\n", "function", "variant", "case", "cycles",
+                    "GHz", "cycles/smp", "MAC/cyc", "speed");
         table_begun_ = true;
     }
     char samples[32] = "-", multiply_adds[32] = "-";
     if (m.samples > 0) std::snprintf(samples, sizeof samples, "%.3f", m.cycles / m.samples);
     if (m.multiply_adds > 0) std::snprintf(multiply_adds, sizeof multiply_adds, "%.2f", per_cycle);
-    std::printf("%-24s %-11s %-58s %10.1f %8.2f %10s %8s\n", row.function->name.c_str(),
+    std::printf("%-24s %-11s %-58s %10.1f %8.2f %10s %8s %7.2fx\n", row.function->name.c_str(),
                 row.variant->name.c_str(), described(numbers).c_str(), m.cycles, m.cycles / m.nanoseconds,
-                samples, multiply_adds);
+                samples, multiply_adds, times_as_fast);
     std::fflush(stdout);
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <nlohmann/json.hpp>
 #include <string>
 
@@ -32,6 +33,7 @@ class Report {
     const bool json_;
     nlohmann::ordered_json document_;
     bool table_begun_ = false;
+    std::map<std::string, double> first_cycles_;  // of a function and case, those of its first variant
 };
 
 }  // namespace kernel_harness

@@ -20,11 +20,12 @@ namespace quill::fftpack {
 namespace {
 namespace FFT_NAMESPACE {
 
+// Each builds on those before it.
+// clang-format off
 #include "webrtc_common/fftpack/lanes.inl.h"
-// Above the others, which build on it.
 #include "webrtc_common/fftpack/arrangements.inl.h"
-// And the butterflies on both.
 #include "webrtc_common/fftpack/passes.inl.h"
+// clang-format on
 
 // From group k on, with as many lanes as are left for.
 template <class Pass, class F>
