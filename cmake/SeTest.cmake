@@ -7,6 +7,8 @@ include(GoogleTest)
 function(se_test_flags target)
   if(SE_WRAPPER_SANITIZE MATCHES "address")
     target_compile_options(${target} PRIVATE -fno-sanitize=all)
+    # They ask whether the process is instrumented, not their own code.
+    target_compile_definitions(${target} PRIVATE __SANITIZE_ADDRESS__=1)
   endif()
 endfunction()
 
