@@ -13,7 +13,7 @@ namespace se_host {
 struct NoiseTestReport {
     std::string output;
     std::string picture;  // empty: none
-    std::string sound;  // where it came from
+    std::string sound;    // where it came from
     std::string build;
     std::string version;
     size_t blocks = 0;  // that the test took
