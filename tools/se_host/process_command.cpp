@@ -30,8 +30,6 @@ constexpr const char* kExamples =
     "  se_host process meeting.wav talker.wav --engine se_lib_harborv006\n"
     "  se_host process call.wav talker.wav --far-end-channel 0 --parts call --compare-routines\n";
 
-constexpr int kCentreMicrophone = 1;  // channel
-
 struct ProcessOptions {
     RecordingOptions recording;
     EngineOptions engine;

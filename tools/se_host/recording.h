@@ -12,6 +12,8 @@
 
 namespace se_host {
 
+inline constexpr int kCentreMicrophone = 1;  // channel
+
 struct RecordingOptions {
     std::string input;
     std::string far_end_file;            // empty: none

@@ -14,7 +14,7 @@ inline constexpr int kSpectrumBins = kSpectrumSize / 2;  // from 0 Hz in steps o
 struct Moment {
     double seconds;                 // the middle of its samples
     double level_dbfs;              // root mean square; -120 at least
-    std::vector<double> bins_dbfs;  // of sines, -120 at least; bin 0 is left at that
+    std::vector<double> bins_dbfs;  // of sines, -120 at least
 };
 
 // Spectra of Hann-windowed samples at 16 kHz. At most `moments` of them, evenly spaced; sound shorter than

@@ -13,8 +13,6 @@ namespace {
 using quill::stringPrintf;
 using Json = nlohmann::ordered_json;
 
-constexpr size_t kCentreMicrophone = 1;  // channel
-
 std::string line(const char* label, const std::string& text) {
     return stringPrintf("  %-10s", label) + text + "\n";
 }
@@ -36,7 +34,7 @@ std::string levelText(double dbfs) {
 }
 
 std::string inAndOutText(const Summary& summary, double Level::*dbfs) {
-    return levelText(summary.input_levels[kCentreMicrophone].*dbfs) + " at the centre microphone, " +
+    return levelText(summary.input_levels[size_t{kCentreMicrophone}].*dbfs) + " at the centre microphone, " +
            levelText(summary.output_level.*dbfs) + " in the output";
 }
 
