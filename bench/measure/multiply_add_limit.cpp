@@ -1,11 +1,7 @@
-#include "bench/kernel_harness/multiply_add_limit.h"
+#include "bench/measure/multiply_add_limit.h"
 
-namespace kernel_harness {
+namespace bench {
 namespace {
-
-using quill::test::KernelVariant;
-using quill::test::Machine;
-using quill::test::Problem;
 
 // Ten sums, more than any processor needs to hide the latency of its multiplications.
 #define EACH_SUM(instructions) ".irp n, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11\n\t" instructions "\n\t.endr\n\t"
@@ -30,25 +26,22 @@ LOOP(madd512, "vpmaddwd %%zmm0, %%zmm1, %%zmm12; vpaddd %%zmm12, %%zmm\\n, %%zmm
 LOOP(dot256, "%{vex%} vpdpwssd %%ymm0, %%ymm1, %%ymm\\n", "vzeroupper")
 LOOP(dot512, "vpdpwssd %%zmm0, %%zmm1, %%zmm\\n", "vzeroupper")
 
-KernelVariant row(const char* name, bool Machine::*needs, int bits, void (*loop)()) {
-    return {name, needs, [bits, loop](Problem& problem) {
-                problem.work(0, double{kRounds} * kSums * bits / 16);
-                problem.call([loop] { loop(); });
-            }};
+MultiplyAddLimit row(const char* name, bool quill::CPUInfo::*needs, int bits, void (*loop)()) {
+    return {name, needs, double{kRounds} * kSums * bits / 16, loop};
 }
 
 }  // namespace
 
-quill::test::KernelFunction multiplyAddLimits() {
-    return {"multiply_add_limit",
-            {
-                row("madd-128", &Machine::has_avx, 128, madd128),
-                row("madd-256", &Machine::has_avx2, 256, madd256),
-                row("dot-256", &Machine::has_avx_vnni, 256, dot256),
-                row("madd-512", &Machine::has_avx512, 512, madd512),
-                row("dot-512", &Machine::has_avx512_vnni, 512, dot512),
-            },
-            {{}}};
+const std::vector<MultiplyAddLimit>& multiplyAddLimits() {
+    using Machine = quill::CPUInfo;
+    static const std::vector<MultiplyAddLimit> all = {
+        row("madd-128", &Machine::has_avx, 128, madd128),
+        row("madd-256", &Machine::has_avx2, 256, madd256),
+        row("dot-256", &Machine::has_avx_vnni, 256, dot256),
+        row("madd-512", &Machine::has_avx512, 512, madd512),
+        row("dot-512", &Machine::has_avx512_vnni, 512, dot512),
+    };
+    return all;
 }
 
-}  // namespace kernel_harness
+}  // namespace bench

@@ -1,9 +1,9 @@
-#include "bench/kernel_harness/core_clock.h"
+#include "bench/measure/core_clock.h"
 
 #include <chrono>
 #include <cstdint>
 
-namespace kernel_harness {
+namespace bench {
 namespace {
 
 // Every x86-64 core of today multiplies 64-bit integers in three cycles. Additions would not do: some cores
@@ -31,4 +31,4 @@ double secondsPerCycle() {
     return (now() - begin) / (kMultiplications * kCyclesPerMultiplication);
 }
 
-}  // namespace kernel_harness
+}  // namespace bench

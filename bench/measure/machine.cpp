@@ -1,8 +1,8 @@
-#include "bench/engine_vs_peer/machine.h"
+#include "bench/measure/machine.h"
 
 #include <fstream>
 
-namespace engine_vs_peer {
+namespace bench {
 
 std::string processorName() {
     std::ifstream lines("/proc/cpuinfo");
@@ -21,4 +21,4 @@ std::string compilerName() {
 #endif
 }
 
-}  // namespace engine_vs_peer
+}  // namespace bench

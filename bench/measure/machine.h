@@ -4,7 +4,7 @@
 
 #include <string>
 
-namespace engine_vs_peer {
+namespace bench {
 
 // As the kernel names it; "unknown" when it does not.
 std::string processorName();
@@ -12,4 +12,4 @@ std::string processorName();
 // That built this program, with its version.
 std::string compilerName();
 
-}  // namespace engine_vs_peer
+}  // namespace bench

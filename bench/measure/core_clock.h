@@ -2,7 +2,7 @@
 // Threads: one.
 #pragma once
 
-namespace kernel_harness {
+namespace bench {
 
 // Seconds on a clock that never goes back.
 double now();
@@ -10,4 +10,4 @@ double now();
 // Seconds that one core cycle takes at this moment. Runs for about 20 microseconds.
 double secondsPerCycle();
 
-}  // namespace kernel_harness
+}  // namespace bench
