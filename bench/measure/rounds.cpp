@@ -23,7 +23,7 @@ class Track {
 
     // A look at the clock that was interrupted would make the calls seem fast, so the faster clock counts.
     void round() {
-        if (times_ > 1) call_(times_ / 8 + 1);  // the others have been here
+        call_(times_ / 8 + 1);  // the others have been here
         const double before = secondsPerCycle();
         const double begin = now();
         call_(times_);

@@ -28,7 +28,7 @@ void multiply(Session& session, int n) {
     quill::test::referenceVcmul(a.data(), b.data(), expected.data(), static_cast<uint16_t>(n));
     const Samples small_a = noise(parts, 100, 3), small_b = noise(parts, 100, 4);
     const Samples small_expected = productsOf(small_a, small_b);
-    const Floats float_a = widened(a), float_b = widened(b);
+    const Floats float_a = widened(a), float_b = widened(b, 1.0f / 32768);
     Floats float_out(parts);
 
     const auto in_q15 = [&](const std::string& name, Role role, auto call) -> Contestant {

@@ -53,9 +53,8 @@ struct Result {
     std::string name;
     Role role;
     double cycles, nanoseconds, work;
-    std::string beside;   // as the contest has it
-    double times_beside;  // its time divided by that one's; 0: there is none
-    double allocations;   // for a unit of work; negative: not counted
+    std::string beside;  // as the contest has it
+    double allocations;  // for a unit of work; negative: not counted
 
     double amount() const { return figure.is_rate ? work / cycles : cycles / work; }
 };

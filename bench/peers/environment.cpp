@@ -38,6 +38,10 @@ std::string load() {
     return text;
 }
 
+std::string firstWord(const std::string& text) {
+    return text.substr(0, text.find(' '));
+}
+
 }  // namespace
 
 Names environment() {
@@ -52,10 +56,10 @@ Names environment() {
 
 Names libraries() {
     return {
-        {"FFTW", std::string(fftwf_version)},
+        {"FFTW", fftwf_version},
         {"KissFFT", KISSFFT_VERSION},
         {"libavcodec, libavutil, libswresample", av_version_info()},
-        {"libsamplerate", src_get_version()},
+        {"libsamplerate", firstWord(src_get_version())},
         {"liquid-dsp", liquid_libversion()},
         {"SpeexDSP", SPEEXDSP_VERSION},
         {"VOLK", std::string(volk_version()) + ", " + volk_get_machine()},

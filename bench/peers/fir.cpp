@@ -23,7 +23,6 @@ namespace se = quill::media::se_wrapper;
 
 constexpr int kBlock = se::BLOCK_SIZE;
 constexpr int kBlocks = 8;  // of a check
-constexpr int kTransform = 256;
 
 // What the filters are given and what comes out without delay: the newest sample counts.
 struct Problem {
@@ -71,47 +70,52 @@ class History {
     std::vector<Sample> samples_;
 };
 
-// Overlap-save: the first taps - 1 outputs of a transform are wrong, the next kBlock are those of the block.
+// Overlap-save in transforms of n samples: the first taps - 1 outputs are wrong, the next kBlock are the block's.
 class OverlapSave {
   public:
-    explicit OverlapSave(const Problem& p)
-        : taps_(p.taps),
-          time_(fftwf_alloc_real(kTransform)),
-          bins_(fftwf_alloc_complex(kBins)),
-          response_(kBins) {
-        forward_ = fftwf_plan_dft_r2c_1d(kTransform, time_, bins_, FFTW_PATIENT);
-        backward_ = fftwf_plan_dft_c2r_1d(kTransform, bins_, time_, FFTW_PATIENT);
-        std::fill(time_, time_ + kTransform, 0.0f);
+    OverlapSave(const Problem& p, size_t n)
+        : history_(p.taps - 1), bins_(n / 2 + 1), in_(n), out_(n), spectrum_(bins_), response_(bins_) {
+        auto* const spectrum = reinterpret_cast<fftwf_complex*>(spectrum_.data());
+        forward_ = fftwf_plan_dft_r2c_1d(static_cast<int>(n), in_.data(), spectrum,
+                                         FFTW_PATIENT | FFTW_PRESERVE_INPUT);
+        backward_ = fftwf_plan_dft_c2r_1d(static_cast<int>(n), spectrum, out_.data(), FFTW_PATIENT);
         // The oldest sample's coefficient comes first.
-        for (size_t k = 0; k < taps_; ++k) time_[taps_ - 1 - k] = p.float_coeffs[k] / kTransform;
+        std::fill(in_.begin(), in_.end(), 0.0f);
+        for (size_t k = 0; k < p.taps; ++k) in_[p.taps - 1 - k] = p.float_coeffs[k] / static_cast<float>(n);
         fftwf_execute(forward_);
-        std::copy_n(reinterpret_cast<const lv_32fc_t*>(bins_), kBins, response_.begin());
+        response_ = spectrum_;
+        std::fill(in_.begin(), in_.end(), 0.0f);
     }
     ~OverlapSave() {
         fftwf_destroy_plan(forward_);
         fftwf_destroy_plan(backward_);
-        fftwf_free(time_);
-        fftwf_free(bins_);
     }
     OverlapSave(const OverlapSave&) = delete;
     OverlapSave& operator=(const OverlapSave&) = delete;
 
-    void block(const float* history, float* out) {
-        std::memcpy(time_, history, (taps_ - 1 + kBlock) * sizeof(float));
-        std::fill(time_ + taps_ - 1 + kBlock, time_ + kTransform, 0.0f);
+    void block(const float* in, float* out) {
+        std::memmove(in_.data(), in_.data() + kBlock, history_ * sizeof(float));
+        std::memcpy(in_.data() + history_, in, kBlock * sizeof(float));
         fftwf_execute(forward_);
-        auto* const bins = reinterpret_cast<lv_32fc_t*>(bins_);
-        volk_32fc_x2_multiply_32fc(bins, bins, response_.data(), kBins);
+        volk_32fc_x2_multiply_32fc(spectrum_.data(), spectrum_.data(), response_.data(),
+                                   static_cast<unsigned>(bins_));
         fftwf_execute(backward_);
-        std::memcpy(out, time_ + taps_ - 1, kBlock * sizeof(float));
+        std::memcpy(out, out_.data() + history_, kBlock * sizeof(float));
     }
 
   private:
-    static constexpr size_t kBins = kTransform / 2 + 1;
-    const size_t taps_;
-    float* const time_;
-    fftwf_complex* const bins_;
-    std::vector<lv_32fc_t> response_;
+    template <class T>
+    struct Allocator {  // as FFTW likes it aligned
+        using value_type = T;
+        T* allocate(size_t count) { return static_cast<T*>(fftwf_malloc(count * sizeof(T))); }
+        void deallocate(T* data, size_t) { fftwf_free(data); }
+        bool operator==(const Allocator&) const { return true; }
+        bool operator!=(const Allocator&) const { return false; }
+    };
+
+    const size_t history_, bins_;
+    std::vector<float, Allocator<float>> in_, out_;
+    std::vector<lv_32fc_t, Allocator<lv_32fc_t>> spectrum_, response_;
     fftwf_plan forward_, backward_;
 };
 
@@ -150,10 +154,15 @@ Contestant library(const std::string& name, const Problem& p, const Block& block
     return filter(name, Role::peer, p, p.float_signal.data(), 0, 0.6, block);
 }
 
+Contestant overlapSave(const Problem& p, size_t n) {
+    const auto made = std::make_shared<OverlapSave>(p, n);
+    return library("FFTW and VOLK, overlap-save, n = " + std::to_string(n), p,
+                   [made](const float* in, float* out) { made->block(in, out); });
+}
+
 std::vector<Contestant> libraries(const Problem& p) {
     const auto taps = static_cast<unsigned>(p.taps);
     Floats reversed(p.float_coeffs.rbegin(), p.float_coeffs.rend());
-    const auto overlap_save = std::make_shared<OverlapSave>(p);
     return {
         library("VOLK, dot product of floats", p,
                 [&p, taps, history = History<float>(p.taps)](const float* in, float* out) mutable {
@@ -172,10 +181,9 @@ std::vector<Contestant> libraries(const Problem& p) {
                                                      fftfilt_rrrf_destroy)](const float* in, float* out) {
                     fftfilt_rrrf_execute(q.get(), const_cast<float*>(in), out);
                 }),
-        library("FFTW and VOLK, overlap-save in 256", p,
-                [overlap_save, history = History<float>(p.taps)](const float* in, float* out) mutable {
-                    overlap_save->block(history.append(in), out);
-                }),
+        overlapSave(p, 216),
+        overlapSave(p, 224),
+        overlapSave(p, 256),
     };
 }
 

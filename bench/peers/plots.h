@@ -2,6 +2,7 @@
 // Threads: one.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -20,7 +21,7 @@ class Plots {
     void draw(const std::vector<Result>& results);
 
   private:
-    const std::string folder_;
+    std::vector<std::unique_ptr<se_host::Picture>> pictures_;  // that appear once they are drawn
 };
 
 }  // namespace peers

@@ -18,7 +18,7 @@ struct Table {
     std::vector<std::vector<std::string>> rows;  // a heading first; of equal lengths
 };
 
-using Cell = std::string (*)(const Result&);
+using Cell = std::string (*)(const Result&, const std::vector<Result>& all);
 
 std::string number(double value, int decimals) {
     char text[32];
@@ -26,13 +26,23 @@ std::string number(double value, int decimals) {
     return text;
 }
 
-std::string amount(const Result& r) {
-    const double value = r.amount();
-    const std::string text = number(value, value < 10 ? 2 : value < 100 ? 1 : 0);
-    return r.times_beside > 0 ? text + " (" + number(r.times_beside, 2) + ")" : text;
+// A result's time divided by that of whom it stands beside; 0 when there is none.
+double timesBeside(const Result& r, const std::vector<Result>& all) {
+    for (const Result& other : all) {
+        if (other.subject == r.subject && other.value == r.value && other.name == r.beside) {
+            return r.cycles / other.cycles;
+        }
+    }
+    return 0;
 }
 
-std::string allocations(const Result& r) {
+std::string amount(const Result& r, const std::vector<Result>& all) {
+    const double value = r.amount(), ratio = timesBeside(r, all);
+    const std::string text = number(value, value < 10 ? 2 : value < 100 ? 1 : 0);
+    return ratio > 0 ? text + " (" + number(ratio, 2) + ")" : text;
+}
+
+std::string allocations(const Result& r, const std::vector<Result>&) {
     return number(r.allocations, 2);
 }
 
@@ -80,7 +90,7 @@ std::vector<std::string> rowOf(const std::vector<Result>& results, const std::st
     for (const int value : values) {
         const auto found = std::find_if(results.begin(), results.end(),
                                         [&](const Result& r) { return r.name == name && r.value == value; });
-        row.push_back(found == results.end() ? "" : cell(*found));
+        row.push_back(found == results.end() ? "" : cell(*found, results));
     }
     return row;
 }
@@ -203,7 +213,7 @@ std::string jsonOf(const Findings& findings) {
                       {"nanoseconds", r.nanoseconds},
                       {"work", r.work},
                       {r.figure.unit, r.amount()}};
-        if (r.times_beside > 0) entry["times_beside"] = r.times_beside;
+        if (const double ratio = timesBeside(r, findings.results); ratio > 0) entry["times_beside"] = ratio;
         if (r.allocations >= 0) entry["allocations"] = r.allocations;
         document["results"].push_back(std::move(entry));
     }

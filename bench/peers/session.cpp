@@ -1,6 +1,10 @@
 #include "bench/peers/session.h"
 
+#include <unistd.h>
+
+#include <algorithm>
 #include <cstdio>
+#include <utility>
 
 #include "tests/common/property_node/allocation_count.h"
 #include "tests/kernel_check/check.h"
@@ -21,6 +25,11 @@ void requireRight(const Contest& contest, const Contestant& contestant) {
 
 double allocationsOf(const Contestant& contestant) {
     return static_cast<double>(quill::test::allocationsOf([&] { contestant.run(1); }));
+}
+
+// The line that is written over by the next, where somebody looks on.
+void showProgress(const std::string& text) {
+    if (::isatty(STDERR_FILENO) != 0) std::fprintf(stderr, "\r\033[K%s", text.c_str());
 }
 
 }  // namespace
@@ -46,23 +55,28 @@ void Session::hold(const Contest& contest) {
         peers::requireRight(contest, contestant);
         calls.push_back(contestant.run);
     }
-    std::fprintf(stderr, "\r\033[K%s, %s %d", contest.subject.c_str(), contest.parameter.c_str(),
-                 contest.value);
+    showProgress(contest.subject + ", " + contest.parameter + " " + std::to_string(contest.value));
     const bench::Rounds rounds = quick_ ? bench::Rounds{11, 20e-6, 0.1, 3} : bench::Rounds();
     const std::vector<bench::Timing> timings = bench::timeInTurn(calls, rounds);
-    double beside = 0;
-    for (size_t i = 0; i < calls.size(); ++i) {
-        if (contest.contestants[i].name == contest.beside) beside = timings[i].cycles;
-    }
     for (size_t i = 0; i < calls.size(); ++i) {
         const Contestant& who = contest.contestants[i];
         const double work = who.work > 0 ? who.work : contest.work;
-        results_.push_back({area_, contest.subject, contest.parameter, contest.value, contest.figure,
-                            who.name, who.role, timings[i].cycles, timings[i].nanoseconds, work,
-                            contest.beside, beside > 0 ? timings[i].cycles / beside : 0,
-                            contest.count_allocations ? allocationsOf(who) / work : -1});
+        const double allocations = contest.count_allocations ? allocationsOf(who) / work : -1;
+        keep({area_, contest.subject, contest.parameter, contest.value, contest.figure, who.name, who.role,
+              timings[i].cycles, timings[i].nanoseconds, work, contest.beside, allocations});
     }
-    std::fprintf(stderr, "\r\033[K");
+    showProgress("");
+}
+
+void Session::keep(Result result) {
+    const auto same = std::find_if(results_.begin(), results_.end(), [&](const Result& r) {
+        return r.subject == result.subject && r.value == result.value && r.name == result.name;
+    });
+    if (same == results_.end()) {
+        results_.push_back(std::move(result));
+    } else if (result.cycles < same->cycles) {
+        *same = std::move(result);
+    }
 }
 
 }  // namespace peers
