@@ -9,6 +9,9 @@ namespace bench {
 // As the kernel names it; "unknown" when it does not.
 std::string processorName();
 
+// "family 6, model 207, stepping 2": some names say little.
+std::string processorModel();
+
 // That built this program, with its version.
 std::string compilerName();
 

@@ -38,6 +38,11 @@ std::string load() {
     return text;
 }
 
+std::string boostVersion() {
+    return std::to_string(BOOST_VERSION / 100000) + "." + std::to_string(BOOST_VERSION / 100 % 1000) + "." +
+           std::to_string(BOOST_VERSION % 100);
+}
+
 std::string firstWord(const std::string& text) {
     return text.substr(0, text.find(' '));
 }
@@ -46,7 +51,7 @@ std::string firstWord(const std::string& text) {
 
 Names environment() {
     return {
-        {"processor", bench::processorName()},
+        {"processor", bench::processorName() + ", " + bench::processorModel()},
         {"compiler", bench::compilerName()},
         {"flags", PEERS_FLAGS},
         {"date", today()},
@@ -63,7 +68,7 @@ Names libraries() {
         {"liquid-dsp", liquid_libversion()},
         {"SpeexDSP", SPEEXDSP_VERSION},
         {"VOLK", std::string(volk_version()) + ", " + volk_get_machine()},
-        {"Boost", BOOST_LIB_VERSION},
+        {"Boost", boostVersion()},
         {"nlohmann_json", TEXT(NLOHMANN_JSON_VERSION_MAJOR) "." TEXT(NLOHMANN_JSON_VERSION_MINOR) "." TEXT(
                               NLOHMANN_JSON_VERSION_PATCH)},
     };
