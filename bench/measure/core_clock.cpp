@@ -1,5 +1,7 @@
 #include "bench/measure/core_clock.h"
 
+#include <time.h>
+
 #include <chrono>
 #include <cstdint>
 
@@ -16,6 +18,12 @@ constexpr int kMultiplications = 16 * 1500;
 double now() {
     const auto time = std::chrono::steady_clock::now().time_since_epoch();
     return std::chrono::duration<double>(time).count();
+}
+
+double threadNow() {
+    timespec time{};
+    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
 }
 
 double secondsPerCycle() {
