@@ -22,12 +22,12 @@ struct Area {
 
 inline constexpr Area kAreas[] = {
     {"correlation", "FIR correlation of 16-bit samples", correlation},
-    {"real-fft", "real FFT and the hooks around it", realFft},
-    {"complex-multiply", "product of complex 16-bit vectors", complexMultiply},
-    {"resampling", "interpolation from 16 to 48 kHz", resampling},
-    {"fir", "filter of 55 taps on blocks of audio", fir},
-    {"process-block", "the wrapper's own share of a block", processBlock},
-    {"property-tree", "set, look-up, passes over diagnostics", propertyTree},
+    {"real-fft", "Real FFT and the hooks around it", realFft},
+    {"complex-multiply", "Product of complex 16-bit vectors", complexMultiply},
+    {"resampling", "Interpolation from 16 to 48 kHz", resampling},
+    {"fir", "Filter of 55 taps on blocks of audio", fir},
+    {"process-block", "The wrapper's own share of a block", processBlock},
+    {"property-tree", "Property tree: set, look-up, passes over diagnostics", propertyTree},
 };
 
 }  // namespace peers

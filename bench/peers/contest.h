@@ -22,7 +22,7 @@ struct Contestant {
     Role role;
     bench::Repeated run;
     // Makes the call on the contest's problem and gives how far its result is from what is expected; null for
-    // a limit.
+    // what is checked elsewhere and for a limit.
     std::function<double()> error;
     double tolerance = 0;
     double work = 0;  // of one call; 0: the contest's

@@ -98,7 +98,8 @@ void run(const Options& options) {
     std::optional<Plots> plots;
     if (!options.plots.empty()) plots.emplace(options.plots);
 
-    const Names machine = environment();
+    Names machine = environment();
+    machine.emplace_back("runs", std::to_string(options.repeat));
     Session session(options.quick);
     for (int i = 0; i < options.repeat; ++i) compare(session, options.area);
     const Findings findings = {machine, libraries(), session.results()};

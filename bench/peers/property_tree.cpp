@@ -2,8 +2,10 @@
 // listeners nor metadata: what they are asked for is what they share with ours.
 #include <algorithm>
 #include <boost/property_tree/ptree.hpp>
-#include <memory>
 #include <nlohmann/json.hpp>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "bench/peers/areas.h"
 #include "bench/stub_engine/stub_engine.h"
@@ -73,108 +75,99 @@ Contestant checked(const std::string& name, Role role, const Call& call, const I
     return {name, role, bench::repeated(call), error};
 }
 
+// A table of the cost of `work` in cycles and allocations.
+void hold(Session& session, const std::string& subject, int count, const char* unit, double work,
+          std::vector<Contestant> contestants) {
+    Contest contest{subject, "diagnostics", count, {unit, false}, work, std::move(contestants)};
+    contest.count_allocations = true;
+    session.hold(contest);
+}
+
 void set(Session& session, int count) {
     Trees t(count);
     const std::string& path = t.paths[t.paths.size() / 2];
     const quill::PropertyNodePtr node = t.root->getNode(path, false);
     ptree& boost = t.boost.get_child(boostPath(path));
     json& member = t.document[jsonPointer(path)];
-    session.hold({"set of an unchanged scalar, node in hand",
-                  "diagnostics",
-                  count,
-                  {"cycles a call", false},
-                  1,
-                  {
-                      checked(
-                          "ours, set<int>", Role::ours, [&] { node->set<int>(kValue); },
-                          [&] { return t.changes == 0 && node->get<int>() == kValue; }),
-                      checked(
-                          "Boost, put_value", Role::peer, [&] { boost.put_value(kValue); },
-                          [&] { return boost.get_value<int>() == kValue; }),
-                      checked(
-                          "nlohmann, assignment", Role::peer, [&] { member = kValue; },
-                          [&] { return member == kValue; }),
-                      checked(
-                          "nlohmann, assignment if unequal", Role::peer,
-                          [&] {
-                              if (member != kValue) member = kValue;
-                          },
-                          [&] { return member == kValue; }),
-                  },
-                  "",
-                  true});
+
+    const auto set_ours = [&] { node->set<int>(kValue); };
+    const auto set_boost = [&] { boost.put_value(kValue); };
+    const auto assign = [&] { member = kValue; };
+    const auto assign_if_unequal = [&] {
+        if (member != kValue) member = kValue;
+    };
+    const auto ours_stands = [&] { return t.changes == 0 && node->get<int>() == kValue; };
+    const auto boost_stands = [&] { return boost.get_value<int>() == kValue; };
+    const auto member_stands = [&] { return member == kValue; };
+    hold(session, "set of an unchanged scalar, node in hand", count, "cycles a call", 1,
+         {
+             checked("ours, set<int>", Role::ours, set_ours, ours_stands),
+             checked("Boost, put_value", Role::peer, set_boost, boost_stands),
+             checked("nlohmann, assignment", Role::peer, assign, member_stands),
+             checked("nlohmann, assignment if unequal", Role::peer, assign_if_unequal, member_stands),
+         });
 }
 
 void lookUp(Session& session, int count) {
     Trees t(count);
-    const void* found = nullptr;
-    const auto is_found = [&] { return found != nullptr; };
-    session.hold({"look-up of a path of three components",
-                  "diagnostics",
-                  count,
-                  {"cycles a call", false},
-                  1,
-                  {
-                      checked(
-                          "ours, getNode", Role::ours,
-                          [&] { found = t.root->getNode(t.paths[t.next()], false).get(); }, is_found),
-                      checked(
-                          "Boost, get_child", Role::peer,
-                          [&] { found = &t.boost.get_child(boostPath(t.paths[t.next()])); }, is_found),
-                      checked(
-                          "nlohmann, pointer from text", Role::peer,
-                          [&] { found = &t.document.at(jsonPointer(t.paths[t.next()])); }, is_found),
-                      checked(
-                          "nlohmann, pointer in hand", Role::peer,
-                          [&] { found = &t.document.at(t.pointers[t.next()]); }, is_found),
-                  },
-                  "",
-                  true});
+    quill::PropertyNode* node = nullptr;
+    const ptree* boost = nullptr;
+    const json* member = nullptr;
+
+    const auto find_ours = [&] { node = t.root->getNode(t.paths[t.next()], false).get(); };
+    const auto find_boost = [&] { boost = &t.boost.get_child(boostPath(t.paths[t.next()])); };
+    const auto find_by_text = [&] { member = &t.document.at(jsonPointer(t.paths[t.next()])); };
+    const auto find_by_pointer = [&] { member = &t.document.at(t.pointers[t.next()]); };
+    const auto ours_is_found = [&] { return node->getFullName() == t.paths[t.at]; };
+    const auto boost_is_found = [&] { return boost->get_value<int>() == kValue; };
+    const auto member_is_found = [&] { return member == &t.document.at(t.pointers[t.at]); };
+    hold(session, "look-up of a path of three components", count, "cycles a call", 1,
+         {
+             checked("ours, getNode", Role::ours, find_ours, ours_is_found),
+             checked("Boost, get_child", Role::peer, find_boost, boost_is_found),
+             checked("nlohmann, pointer from text", Role::peer, find_by_text, member_is_found),
+             checked("nlohmann, pointer in hand", Role::peer, find_by_pointer, member_is_found),
+         });
 }
 
 // What a host would write with the other trees: the path, the node, the value where it differs.
 template <class Publish>
 void eachDiag(const Publish& publish) {
-    for (int i = 0; i < se::SEDiagGetNumDiags(); ++i)
+    for (int i = 0; i < se::SEDiagGetNumDiags(); ++i) {
         publish(se::getDiagPropertyName(i), se::SEDiagGetInt32(i));
+    }
 }
 
 void pass(Session& session, int count) {
     Trees t(count);
-    const auto boost_pass = [&] {
+    const auto publish_ours = [&] { se::readSignalEssenceDiags(t.root); };
+    const auto publish_boost = [&] {
         eachDiag([&](const std::string& path, int value) {
             ptree& node = t.boost.get_child(boostPath(path));
             if (node.get_value<int>() != value) node.put_value(value);
         });
     };
-    const auto json_pass = [&] {
+    const auto publish_members = [&] {
         eachDiag([&](const std::string& path, int value) {
             json& node = t.document.at(jsonPointer(path));
             if (node != value) node = value;
         });
     };
-    session.hold(
-        {"publishing pass over unchanged scalars",
-         "diagnostics",
-         count,
-         {"cycles a diagnostic", false},
+    const auto ours_stands = [&] {
+        const auto stands = [&](const std::string& path) {
+            return t.root->getNode(path, false)->get<int>() == kValue;
+        };
+        return t.changes == 0 && std::all_of(t.paths.begin(), t.paths.end(), stands);
+    };
+    const auto boost_stands = [&] { return t.boost.get<int>(boostPath(t.paths.back())) == kValue; };
+    const auto members_stand = [&] { return t.document.at(t.pointers.back()) == kValue; };
+    hold(session, "publishing pass over unchanged scalars", count, "cycles a diagnostic",
          static_cast<double>(count),
          {
-             checked(
-                 "ours, readSignalEssenceDiags", Role::ours, [&] { se::readSignalEssenceDiags(t.root); },
-                 [&] {
-                     const auto is_published = [&](const std::string& path) {
-                         return t.root->getNode(path, false)->get<int>() == kValue;
-                     };
-                     return t.changes == 0 && std::all_of(t.paths.begin(), t.paths.end(), is_published);
-                 }),
-             checked("Boost", Role::peer, boost_pass,
-                     [&] { return t.boost.get<int>(boostPath(t.paths.back())) == kValue; }),
-             checked("nlohmann", Role::peer, json_pass,
-                     [&] { return t.document.at(t.pointers.back()) == kValue; }),
-         },
-         "",
-         true});
+             checked("ours, readSignalEssenceDiags", Role::ours, publish_ours, ours_stands),
+             checked("Boost", Role::peer, publish_boost, boost_stands),
+             checked("nlohmann", Role::peer, publish_members, members_stand),
+         });
 }
 
 }  // namespace
