@@ -25,7 +25,7 @@ struct Chart {
 constexpr Chart kCharts[] = {
     {"correlation.svg", "convolve_i16_i16, 160 outputs", "FIR correlation of 16-bit samples, 160 outputs",
      "taps", "multiply-accumulates a core cycle",
-     "set logscale x 2\nset xrange [7.5:560]\nset yrange [0:*]\nset offsets 0, 0, graph 0.06, 0\nset xtics "
+     "set logscale x 2\nset xrange [7.5:560]\nset xtics "
      "(8, 16, 32, 64, 128, 256, 512)\n"},
     {"real-fft-forward.svg", "real FFT, forward", "Real FFT, forward", "n, real samples",
      "core cycles a transform",
@@ -63,15 +63,42 @@ std::vector<Curve> curvesOf(const Chart& chart, const std::vector<Result>& resul
     return curves;
 }
 
-// A limit is the same everywhere: a line across, with its name behind its end.
-std::string limitLine(const Curve& curve) {
+// A line across, with a name behind its end.
+struct Limit {
+    std::string name;
+    double value;
+};
+
+double highestOf(const std::vector<Curve>& curves) {
     double highest = 0;
-    for (const auto& point : curve.points) highest = std::max(highest, point[1]);
-    return stringPrintf(
-               "set arrow from graph 0, first %g to graph 1, first %g nohead dt 3 lw 1.2 lc rgb '#404040'\n",
-               highest, highest) +
-           "set label " + plotText(" " + curve.name) +
-           stringPrintf(" at graph 1.005, first %g left font ',9' tc rgb '#404040'\n", highest);
+    for (const Curve& curve : curves) {
+        for (const auto& point : curve.points) highest = std::max(highest, point[1]);
+    }
+    return highest;
+}
+
+// A limit is the same everywhere. Those that lie too close for two names share a line.
+std::vector<Limit> limitsOf(const std::vector<Curve>& curves) {
+    const double close = highestOf(curves) / 30;
+    std::vector<Limit> limits;
+    for (const Curve& curve : curves) {
+        if (curve.role != Role::limit) continue;
+        const double value = highestOf({curve});
+        const auto near = std::find_if(limits.begin(), limits.end(),
+                                       [&](const Limit& l) { return std::fabs(l.value - value) < close; });
+        if (near == limits.end()) {
+            limits.push_back({curve.name, value});
+        } else {
+            near->name += "\\n" + curve.name;
+        }
+    }
+    return limits;
+}
+
+std::string lineOf(const Limit& limit) {
+    const std::string y = stringPrintf("first %g", limit.value);
+    return "set arrow from graph 0, " + y + " to graph 1, " + y + " nohead dt 3 lw 1.2 lc rgb '#404040'\n" +
+           "set label \"" + limit.name + "\" at graph 1.008, " + y + " left font ',9' tc rgb '#404040'\n";
 }
 
 std::string style(const Curve& curve, size_t& ours, size_t& others) {
@@ -86,13 +113,11 @@ std::string style(const Curve& curve, size_t& ours, size_t& others) {
 std::string scriptOf(const Chart& chart, const std::vector<Curve>& curves) {
     std::string script;
     std::string plot;
-    const bool has_limits = curves.back().role == Role::limit;
+    const std::vector<Limit> limits = limitsOf(curves);
+    for (const Limit& limit : limits) script += lineOf(limit);
     size_t ours = 0, others = 0;
     for (size_t i = 0; i < curves.size(); ++i) {
-        if (curves[i].role == Role::limit) {
-            script += limitLine(curves[i]);
-            continue;
-        }
+        if (curves[i].role == Role::limit) continue;
         const std::string block = "curve" + std::to_string(i);
         script += se_host::plotData(block, curves[i].points);
         plot += (plot.empty() ? "plot $" : ", $") + block + style(curves[i], ours, others) + " title " +
@@ -102,7 +127,9 @@ std::string scriptOf(const Chart& chart, const std::vector<Curve>& curves) {
               plotText(chart.y) + "\n" + chart.axes;
     script += "set grid xtics ytics lt 1 lw 0.5 lc rgb '#d0d0d0'\nset border 3\nset tics nomirror\n";
     script += "set key outside right center Left reverse samplen 2.5 spacing 1.25\n";
-    if (has_limits) script += "set key outside bottom center horizontal maxcols 3\nset rmargin 18\n";
+    if (limits.empty()) return script + plot;
+    script += stringPrintf("set yrange [0:%g]\n", 1.06 * highestOf(curves));
+    script += "set key outside bottom center horizontal maxcols 3\nset rmargin 18\n";
     return script + plot;
 }
 

@@ -101,7 +101,7 @@ void set(Session& session, int count) {
     const auto member_stands = [&] { return member == kValue; };
     hold(session, "set of an unchanged scalar, node in hand", count, "cycles a call", 1,
          {
-             checked("ours, set<int>", Role::ours, set_ours, ours_stands),
+             checked("ours, PropertyNode::set", Role::ours, set_ours, ours_stands),
              checked("Boost, put_value", Role::peer, set_boost, boost_stands),
              checked("nlohmann, assignment", Role::peer, assign, member_stands),
              checked("nlohmann, assignment if unequal", Role::peer, assign_if_unequal, member_stands),
