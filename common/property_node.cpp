@@ -33,28 +33,26 @@ PropertyNodePtr PropertyNode::createRoot() {
     return PropertyNodePtr(new PropertyNode({}, {}));
 }
 
-// Branches are taken apart in a loop: a path may have more components than the stack has room for.
+// Branches are taken apart in a loop, because a path may have more components than the stack has room for: the
+// children of a node that dies in the loop join it.
 PropertyNode::~PropertyNode() {
+    thread_local std::vector<PropertyNodePtr>* under_way = nullptr;
+    if (under_way != nullptr) {
+        children_.giveUp(*under_way);
+        return;
+    }
     std::vector<PropertyNodePtr> doomed;
-    giveUpChildren(doomed);
+    children_.giveUp(doomed);
+    under_way = &doomed;
     while (!doomed.empty()) {
         const PropertyNodePtr node = std::move(doomed.back());
         doomed.pop_back();
-        if (node.use_count() == 1) node->giveUpChildren(doomed);
     }
-}
-
-void PropertyNode::giveUpChildren(std::vector<PropertyNodePtr>& to) {
-    const std::lock_guard lock(children_mutex_);
-    for (auto& [name, child] : children_) to.push_back(std::move(child));
-    children_.clear();
+    under_way = nullptr;
 }
 
 std::vector<PropertyNodePtr> PropertyNode::children() const {
-    const std::lock_guard lock(children_mutex_);
-    std::vector<PropertyNodePtr> result;
-    result.reserve(children_.size());
-    for (const auto& [name, child] : children_) result.push_back(child);
+    std::vector<PropertyNodePtr> result = children_.list();
     std::sort(result.begin(), result.end(),
               [](const PropertyNodePtr& a, const PropertyNodePtr& b) { return a->name_ < b->name_; });
     return result;
@@ -79,13 +77,9 @@ PropertyNode* PropertyNode::find(std::string_view path, bool create) {
 }
 
 PropertyNode* PropertyNode::child(std::string_view name, bool create) {
-    const std::lock_guard lock(children_mutex_);
-    const auto place = children_.find(name);
-    if (place != children_.end()) return place->second.get();
-    if (!create) return nullptr;
-    const PropertyNodePtr made(new PropertyNode(pathOfChild(full_name_, name), name));
-    children_.emplace(made->name_, made);
-    return made.get();
+    PropertyNode* const found = children_.find(name);
+    if (found != nullptr || !create) return found;
+    return children_.add(PropertyNodePtr(new PropertyNode(pathOfChild(full_name_, name), name)));
 }
 
 uint64_t PropertyNode::addListener(PropertyListener listener) {
