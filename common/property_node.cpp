@@ -7,16 +7,6 @@
 namespace quill {
 namespace {
 
-// Takes the next component off the front of the path; empty when none is left.
-std::string_view takeComponent(std::string_view& path) {
-    const size_t begin = path.find_first_not_of('/');
-    if (begin == std::string_view::npos) return {};
-    const size_t end = std::min(path.find('/', begin), path.size());
-    const std::string_view component = path.substr(begin, end - begin);
-    path.remove_prefix(end);
-    return component;
-}
-
 std::string pathOfChild(const std::string& parent, std::string_view name) {
     std::string path;
     path.reserve(parent.size() + 1 + name.size());
@@ -70,8 +60,10 @@ bool PropertyNode::exists(const std::string& path) {
 // Plain pointers suffice on the way: nodes are never removed from a tree that somebody holds.
 PropertyNode* PropertyNode::find(std::string_view path, bool create) {
     PropertyNode* node = this;
-    for (auto name = takeComponent(path); !name.empty() && node != nullptr; name = takeComponent(path)) {
-        node = node->child(name, create);
+    while (node != nullptr && !path.empty()) {
+        const std::string_view name = path.substr(0, path.find('/'));
+        path.remove_prefix(std::min(name.size() + 1, path.size()));
+        if (!name.empty()) node = node->child(name, create);
     }
     return node;
 }

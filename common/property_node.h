@@ -92,6 +92,10 @@ class QUILL_COMMON_EXPORT PropertyNode : public std::enable_shared_from_this<Pro
     template <class T>
     bool getMeta(const std::string& name, T& out);
 
+    // [any] As getMeta, but leaves nothing behind: hasMeta and getMeta in one.
+    template <class T>
+    bool findMeta(const std::string& name, T& out);
+
     // [any] Whether the entry exists and is not empty.
     bool hasMeta(const std::string& name);
 

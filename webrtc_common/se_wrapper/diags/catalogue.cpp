@@ -9,14 +9,18 @@
 
 namespace quill::media::se_wrapper {
 
-std::string getDiagPropertyName(int index) {
+void setToDiagPropertyName(std::string& path, int index) {
     static constexpr std::string_view kFolders[] = {"diags/basic/", "diags/intermediate/", "diags/advanced/",
                                                     "diags/debug/"};
     const std::string_view name = SEDiagGetName(index);
     const std::string_view folder = kFolders[std::clamp(SEDiagGetLevel(index), 0, 3)];
+    path.assign(folder).append(name);
+}
+
+std::string getDiagPropertyName(int index) {
     std::string path;
-    path.reserve(folder.size() + name.size());
-    return path.append(folder).append(name);
+    setToDiagPropertyName(path, index);
+    return path;
 }
 
 int getDiagIndexOrDie(const std::vector<std::string>& names) {

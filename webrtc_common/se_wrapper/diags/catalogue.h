@@ -16,6 +16,9 @@ namespace quill::media::se_wrapper {
 // 3 as debug. needs: a loaded engine; `index` is handed to the engine as it is.
 SE_WRAPPER_EXPORT std::string getDiagPropertyName(int index);
 
+// [control] The same, written over `path`, so that a pass makes all its paths in one string.
+void setToDiagPropertyName(std::string& path, int index);
+
 // [setup][control] The index of the first of `names` that the engine knows; later ones are not asked for.
 // fails: fatal when it knows none. Kept on purpose: with that record filtered out the result is 0, and the
 // caller works on diagnostic 0.

@@ -21,8 +21,7 @@ void publishNumber(const Type& type, PropertyNode& node, int index) {
     using Node = typename Type::NodeType;
     const auto value = static_cast<Node>((*type.get)(index));
     typename Type::MarkType mark{};
-    const bool has_mark = node.hasMeta(kDiagMark);
-    if (has_mark) node.getMeta(kDiagMark, mark);
+    const bool has_mark = node.findMeta(kDiagMark, mark);
     if (!isToBePublished(has_mark, mark, value)) return;
     SE_WRAPPER_LOG(5) << "Updating " << SEDiagGetName(index) << " to " << value;
     node.set<Node>(value);
@@ -56,16 +55,17 @@ void publishArray(PropertyNode& node, int index, int length) {
     });
 }
 
-PropertyNodePtr nodeWithHelp(PropertyNode& root, int index) {
-    const std::string path = getDiagPropertyName(index);
+// `path` is where the path text is made, one for a whole pass.
+PropertyNodePtr nodeWithHelp(PropertyNode& root, int index, std::string& path) {
+    setToDiagPropertyName(path, index);
     if (PropertyNodePtr node = root.getNode(path, false)) return node;
     PropertyNodePtr node = root.getNode(path, true);
     node->setMeta<std::string>("help", SEDiagGetHelp(index));
     return node;
 }
 
-void publishDiag(PropertyNode& root, int index) {
-    const PropertyNodePtr node = nodeWithHelp(root, index);
+void publishDiag(PropertyNode& root, int index, std::string& path) {
+    const PropertyNodePtr node = nodeWithHelp(root, index, path);
     if (!isDiagWritable(index)) node->setMeta<bool>("read_only", true);
     SE_WRAPPER_LOG(5) << node->getFullName();
     const int length = SEDiagGetLen(index);
@@ -99,9 +99,10 @@ void readSignalEssenceDiags(const PropertyNodePtr& root) {
     bool transfer_large_arrays = false;
     root->getNode("transfer_large_arrays", true)->get<bool>(transfer_large_arrays, false);
     const int count = SEDiagGetNumDiags();
+    std::string path;
     for (int index = 0; index < count; ++index) {
         if (SEDiagGetLen(index) > kMaxSmallArray && !transfer_large_arrays) continue;
-        publishDiag(*root, index);
+        publishDiag(*root, index, path);
     }
     publishLocation(*root);
     publishBypasses(*root);
