@@ -8,14 +8,12 @@
 #include <string_view>
 #include <vector>
 
-#include "common/export.h"
-
 namespace quill {
 
 class PropertyNode;
 using PropertyNodePtr = std::shared_ptr<PropertyNode>;
 
-class QUILL_COMMON_EXPORT PropertyChildren {
+class PropertyChildren {
   public:
     PropertyChildren();
     ~PropertyChildren();

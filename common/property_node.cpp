@@ -63,14 +63,14 @@ PropertyNode* PropertyNode::find(std::string_view path, bool create) {
     while (node != nullptr && !path.empty()) {
         const std::string_view name = path.substr(0, path.find('/'));
         path.remove_prefix(std::min(name.size() + 1, path.size()));
-        if (!name.empty()) node = node->child(name, create);
+        if (name.empty()) continue;
+        PropertyNode* const child = node->children_.find(name);
+        node = child == nullptr && create ? node->makeChild(name) : child;
     }
     return node;
 }
 
-PropertyNode* PropertyNode::child(std::string_view name, bool create) {
-    PropertyNode* const found = children_.find(name);
-    if (found != nullptr || !create) return found;
+PropertyNode* PropertyNode::makeChild(std::string_view name) {
     return children_.add(PropertyNodePtr(new PropertyNode(pathOfChild(full_name_, name), name)));
 }
 

@@ -120,7 +120,7 @@ class QUILL_COMMON_EXPORT PropertyNode : public std::enable_shared_from_this<Pro
 
     PropertyNode(std::string full_name, std::string_view name);
     PropertyNode* find(std::string_view path, bool create);
-    PropertyNode* child(std::string_view name, bool create);
+    PropertyNode* makeChild(std::string_view name);
     void countChange(Lock& lock, int32_t kind, const std::string& name, const PropertyValue& value);
 
     const std::string full_name_;
