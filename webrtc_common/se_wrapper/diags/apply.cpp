@@ -1,9 +1,8 @@
 #include "webrtc_common/se_wrapper/diags/apply.h"
 
 #include <cstdint>
-#include <string>
 
-#include "webrtc_common/se_wrapper/diags/catalogue.h"
+#include "webrtc_common/se_wrapper/diags/diag_nodes.h"
 #include "webrtc_common/se_wrapper/diags/diag_types.h"
 #include "webrtc_common/se_wrapper/diags/exchange.h"
 #include "webrtc_common/se_wrapper/records.h"
@@ -24,9 +23,8 @@ void applyEdit(const Type& type, PropertyNode& node, int index) {
     node.setMeta<Edit>(kDiagMark, wanted);
 }
 
-void applyDiag(PropertyNode& root, int index, std::string& path) {
-    setToDiagPropertyName(path, index);
-    const PropertyNodePtr node = root.getNode(path, true);
+void applyDiag(DiagNodes& nodes, int index) {
+    const PropertyNodePtr node = nodes.at(index).node;
     withDiagType(SEDiagGetType(index), [&](const auto& type) { applyEdit(type, *node, index); });
 }
 
@@ -46,9 +44,9 @@ void applyBypasses(PropertyNode& root) {
 
 void writeSignalEssenceDiags(const PropertyNodePtr& root) {
     const int count = SEDiagGetNumDiags();
-    std::string path;  // one for the whole pass
+    DiagNodes nodes(*root);
     for (int index = 0; index < count; ++index) {
-        if (SEDiagGetLen(index) <= 1 && isDiagWritable(index)) applyDiag(*root, index, path);
+        if (SEDiagGetLen(index) <= 1 && isDiagWritable(index)) applyDiag(nodes, index);
     }
     applyBypasses(*root);
 }

@@ -9,18 +9,16 @@
 
 namespace quill::media::se_wrapper {
 
-void setToDiagPropertyName(std::string& path, int index) {
-    static constexpr std::string_view kFolders[] = {"diags/basic/", "diags/intermediate/", "diags/advanced/",
-                                                    "diags/debug/"};
-    const std::string_view name = SEDiagGetName(index);
-    const std::string_view folder = kFolders[std::clamp(SEDiagGetLevel(index), 0, 3)];
-    path.assign(folder).append(name);
+size_t getDiagFolder(int index) {
+    return static_cast<size_t>(std::clamp(SEDiagGetLevel(index), 0, int{kDiagFolders.size()} - 1));
 }
 
 std::string getDiagPropertyName(int index) {
+    const std::string_view name = SEDiagGetName(index);
+    const std::string_view folder = kDiagFolders[getDiagFolder(index)];
     std::string path;
-    setToDiagPropertyName(path, index);
-    return path;
+    path.reserve(folder.size() + 1 + name.size());
+    return path.append(folder).append("/").append(name);
 }
 
 int getDiagIndexOrDie(const std::vector<std::string>& names) {

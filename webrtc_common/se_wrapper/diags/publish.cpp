@@ -5,7 +5,7 @@
 #include <type_traits>
 
 #include "common/string_printf.h"
-#include "webrtc_common/se_wrapper/diags/catalogue.h"
+#include "webrtc_common/se_wrapper/diags/diag_nodes.h"
 #include "webrtc_common/se_wrapper/diags/diag_types.h"
 #include "webrtc_common/se_wrapper/diags/exchange.h"
 #include "webrtc_common/se_wrapper/diags/print_array.h"
@@ -55,17 +55,9 @@ void publishArray(PropertyNode& node, int index, int length) {
     });
 }
 
-// `path` is where the path text is made, one for a whole pass.
-PropertyNodePtr nodeWithHelp(PropertyNode& root, int index, std::string& path) {
-    setToDiagPropertyName(path, index);
-    if (PropertyNodePtr node = root.getNode(path, false)) return node;
-    PropertyNodePtr node = root.getNode(path, true);
-    node->setMeta<std::string>("help", SEDiagGetHelp(index));
-    return node;
-}
-
-void publishDiag(PropertyNode& root, int index, std::string& path) {
-    const PropertyNodePtr node = nodeWithHelp(root, index, path);
+void publishDiag(DiagNodes& nodes, int index) {
+    const auto [node, is_new] = nodes.at(index);
+    if (is_new) node->setMeta<std::string>("help", SEDiagGetHelp(index));
     if (!isDiagWritable(index)) node->setMeta<bool>("read_only", true);
     SE_WRAPPER_LOG(5) << node->getFullName();
     const int length = SEDiagGetLen(index);
@@ -99,10 +91,10 @@ void readSignalEssenceDiags(const PropertyNodePtr& root) {
     bool transfer_large_arrays = false;
     root->getNode("transfer_large_arrays", true)->get<bool>(transfer_large_arrays, false);
     const int count = SEDiagGetNumDiags();
-    std::string path;
+    DiagNodes nodes(*root);
     for (int index = 0; index < count; ++index) {
         if (SEDiagGetLen(index) > kMaxSmallArray && !transfer_large_arrays) continue;
-        publishDiag(*root, index, path);
+        publishDiag(nodes, index);
     }
     publishLocation(*root);
     publishBypasses(*root);
