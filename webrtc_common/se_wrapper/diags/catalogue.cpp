@@ -1,21 +1,17 @@
 #include "webrtc_common/se_wrapper/diags/catalogue.h"
 
-#include <algorithm>
 #include <string_view>
 
 #include "common/dynlib.h"
+#include "webrtc_common/se_wrapper/diags/diag_folders.h"
 #include "webrtc_common/se_wrapper/records.h"
 #include "webrtc_common/se_wrapper/table/engine_table.h"
 
 namespace quill::media::se_wrapper {
 
-size_t getDiagFolder(int index) {
-    return static_cast<size_t>(std::clamp(SEDiagGetLevel(index), 0, int{kDiagFolders.size()} - 1));
-}
-
 std::string getDiagPropertyName(int index) {
     const std::string_view name = SEDiagGetName(index);
-    const std::string_view folder = kDiagFolders[getDiagFolder(index)];
+    const std::string_view folder = kDiagFolders[diagFolder(index)];
     std::string path;
     path.reserve(folder.size() + 1 + name.size());
     return path.append(folder).append("/").append(name);

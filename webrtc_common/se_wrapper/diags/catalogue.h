@@ -4,8 +4,6 @@
 // Threads: [setup] while the engine is brought up, [control] after that.
 #pragma once
 
-#include <array>
-#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -17,11 +15,6 @@ namespace quill::media::se_wrapper {
 // [control] The path of a diagnostic, "diags/<level word>/<name>". A level below 0 counts as basic, one above
 // 3 as debug. needs: a loaded engine; `index` is handed to the engine as it is.
 SE_WRAPPER_EXPORT std::string getDiagPropertyName(int index);
-
-// The folders of that path, by level, and the one of a diagnostic as an index into them.
-inline constexpr std::array<const char*, 4> kDiagFolders{"diags/basic", "diags/intermediate",
-                                                         "diags/advanced", "diags/debug"};
-size_t getDiagFolder(int index);
 
 // [setup][control] The index of the first of `names` that the engine knows; later ones are not asked for.
 // fails: fatal when it knows none. Kept on purpose: with that record filtered out the result is 0, and the

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "common/property_node.h"
-#include "webrtc_common/se_wrapper/diags/catalogue.h"
+#include "webrtc_common/se_wrapper/diags/diag_folders.h"
 
 namespace quill::media::se_wrapper {
 
