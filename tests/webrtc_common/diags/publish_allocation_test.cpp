@@ -21,6 +21,7 @@ int g_types = kNumbers;
 class PublishAllocations : public testing::Test {
   protected:
     PublishAllocations() {
+        g_types = kNumbers;
         SEDiagGetNumDiags = [] { return static_cast<int32_t>(g_names.size()); };
         SEDiagGetName = [](int32_t index) { return g_names[static_cast<size_t>(index)].c_str(); };
         SEDiagGetLevel = [](int32_t index) { return index % 4; };
