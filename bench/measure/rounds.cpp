@@ -2,10 +2,14 @@
 
 #include <algorithm>
 
-#include "bench/measure/core_clock.h"
+#include "tools/core_clock/core_clock.h"
 
 namespace bench {
 namespace {
+
+using core_clock::now;
+using core_clock::secondsPerCycle;
+using core_clock::threadNow;
 
 class Track {
   public:

@@ -1,17 +1,30 @@
-#include "bench/measure/core_clock.h"
+#include "tools/core_clock/core_clock.h"
 
 #include <time.h>
+#include <x86intrin.h>
 
 #include <chrono>
-#include <cstdint>
 
-namespace bench {
+namespace core_clock {
 namespace {
 
 // Every x86-64 core of today multiplies 64-bit integers in three cycles. Additions would not do: some cores
 // take several dependent ones in one cycle.
 constexpr int kCyclesPerMultiplication = 3;
 constexpr int kMultiplications = 16 * 1500;
+constexpr int kCycles = kMultiplications * kCyclesPerMultiplication;
+
+// Takes kCycles core cycles.
+void multiplyInAChain() {
+    uint64_t x = 3;
+    for (int i = 0; i < kMultiplications / 16; ++i) {
+        __asm__ volatile(
+            ".rept 16\n\t"
+            "imul %0, %0\n\t"
+            ".endr"
+            : "+r"(x));
+    }
+}
 
 }  // namespace
 
@@ -26,17 +39,20 @@ double threadNow() {
     return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
 }
 
-double secondsPerCycle() {
-    uint64_t x = 3;
-    const double begin = now();
-    for (int i = 0; i < kMultiplications / 16; ++i) {
-        __asm__ volatile(
-            ".rept 16\n\t"
-            "imul %0, %0\n\t"
-            ".endr"
-            : "+r"(x));
-    }
-    return (now() - begin) / (kMultiplications * kCyclesPerMultiplication);
+uint64_t ticks() {
+    return __rdtsc();
 }
 
-}  // namespace bench
+double secondsPerCycle() {
+    const double begin = now();
+    multiplyInAChain();
+    return (now() - begin) / kCycles;
+}
+
+double cyclesPerTick() {
+    const uint64_t begin = ticks();
+    multiplyInAChain();
+    return kCycles / static_cast<double>(ticks() - begin);
+}
+
+}  // namespace core_clock
