@@ -21,6 +21,7 @@ MAY_INCLUDE = {
     f"{WRAPPER}/diags": BASE + [f"{WRAPPER}/diags", f"{WRAPPER}/table"],
     "webrtc_common": BASE + ["webrtc_common"],
     "reference_engine": ["reference_engine"],
+    "tools/core_clock": ["tools/core_clock"],
     "tools/scene": ["tools/scene"],
     "tools": ["common", "webrtc_common", "tools"],
     "tests/engines": ["tests/engines", "common", "webrtc_common"],
