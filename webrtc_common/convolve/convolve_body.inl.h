@@ -33,17 +33,26 @@ CONVOLVE_INLINE void unrolled(const Each& each) {
     }
 }
 
-// One tap pair of each of kSets sets, which stand W taps apart, for kGroups adjoining groups.
-template <class Lanes, size_t kSets, size_t kGroups>
-CONVOLVE_INLINE void addPair(Sums<Lanes> (&sums)[kGroups], const int16_t* coeffs, const int16_t* signal) {
+// One tap pair of each of kSets sets, which stand W taps apart, for kGroups adjoining groups. `part`: nothing, or
+// which outputs of the last group there are; for nothing else are the last samples read.
+template <class Lanes, size_t kSets, size_t kGroups, class... Part>
+CONVOLVE_INLINE void addPair(Sums<Lanes> (&sums)[kGroups], const int16_t* coeffs, const int16_t* signal,
+                             Part... part) {
     typename Lanes::Vector taps[kSets];
     unrolled<kSets>([&](auto s) CONVOLVE_LAMBDA {
         const int16_t* const set = coeffs + Lanes::kOutputs * s.value;
         taps[s.value] = Lanes::pair(set);
     });
     unrolled<kGroups + kSets - 1>([&](auto m) CONVOLVE_LAMBDA {
-        auto even = Lanes::load(signal + Lanes::kOutputs * m.value);
-        auto odd = Lanes::load(signal + Lanes::kOutputs * m.value + 1);
+        const int16_t* const samples = signal + Lanes::kOutputs * m.value;
+        typename Lanes::Vector even, odd;
+        if constexpr (m.value == kGroups + kSets - 2) {
+            even = Lanes::load(samples, part...);
+            odd = Lanes::load(samples + 1, part...);
+        } else {
+            even = Lanes::load(samples);
+            odd = Lanes::load(samples + 1);
+        }
         // Else gcc makes a memory operand of each use, and so a load of each multiplication.
         constexpr bool kUsedAgain = 0 < decltype(m)::value && decltype(m)::value < kGroups + kSets - 2;
         if constexpr (kUsedAgain) CONVOLVE_IN_REGISTERS(even, odd);
@@ -57,22 +66,23 @@ CONVOLVE_INLINE void addPair(Sums<Lanes> (&sums)[kGroups], const int16_t* coeffs
     });
 }
 
-template <class Lanes, size_t kSets, size_t kGroups>
-CONVOLVE_INLINE void addStep(Sums<Lanes> (&sums)[kGroups], const int16_t* coeffs, const int16_t* signal) {
+template <class Lanes, size_t kSets, size_t kGroups, class... Part>
+CONVOLVE_INLINE void addStep(Sums<Lanes> (&sums)[kGroups], const int16_t* coeffs, const int16_t* signal,
+                             Part... part) {
     unrolled<4>([&](auto pair) CONVOLVE_LAMBDA {
-        addPair<Lanes, kSets>(sums, coeffs + 2 * pair.value, signal + 2 * pair.value);
+        addPair<Lanes, kSets>(sums, coeffs + 2 * pair.value, signal + 2 * pair.value, part...);
     });
 }
 
 // All steps of eight taps for kGroups adjoining groups: whole rounds of kSets sets, then pairs of sets, and
 // alone the steps that have no partner one set further. Counted in signed numbers: with unsigned ones gcc keeps
 // the sums on the stack between the loops.
-template <class Lanes, size_t kGroups>
+template <class Lanes, size_t kGroups, class... Part>
 CONVOLVE_INLINE void addSteps(Sums<Lanes> (&sums)[kGroups], const int16_t* coeffs, const int16_t* signal,
-                              ptrdiff_t steps) {
+                              ptrdiff_t steps, Part... part) {
     constexpr ptrdiff_t kSet = Lanes::kOutputs / 8;
     const auto add = [&](auto sets, ptrdiff_t step) CONVOLVE_LAMBDA {
-        addStep<Lanes, decltype(sets)::value>(sums, coeffs + 8 * step, signal + 8 * step);
+        addStep<Lanes, decltype(sets)::value>(sums, coeffs + 8 * step, signal + 8 * step, part...);
     };
     ptrdiff_t first = 0;
     if constexpr (Lanes::kSets > 2) {
@@ -90,19 +100,21 @@ CONVOLVE_INLINE void addSteps(Sums<Lanes> (&sums)[kGroups], const int16_t* coeff
 }
 
 // kGroups adjoining groups from their first tap to their last, handed to `output`.
-template <class Lanes, size_t kGroups, class Output>
+template <class Lanes, size_t kGroups, class Output, class... Part>
 CONVOLVE_INLINE void convolveGroups(const int16_t* coeffs, const int16_t* signal, size_t steps,
-                                    size_t first_output, const Output& output) {
+                                    size_t first_output, const Output& output, Part... part) {
     Sums<Lanes> sums[kGroups];
     unrolled<kGroups>([&](auto m) CONVOLVE_LAMBDA {
         sums[m.value].even = Lanes::zero();
         sums[m.value].odd = Lanes::zero();
     });
-    addSteps(sums, coeffs, signal + first_output, static_cast<ptrdiff_t>(steps));
-    unrolled<kGroups>([&](auto m) CONVOLVE_LAMBDA {
+    addSteps(sums, coeffs, signal + first_output, static_cast<ptrdiff_t>(steps), part...);
+    unrolled<kGroups - 1>([&](auto m) CONVOLVE_LAMBDA {
         output.template put<Lanes>(first_output + Lanes::kOutputs * m.value, sums[m.value].even,
                                    sums[m.value].odd);
     });
+    output.template put<Lanes>(first_output + Lanes::kOutputs * (kGroups - 1), sums[kGroups - 1].even,
+                               sums[kGroups - 1].odd, part...);
 }
 
 // Eights that `count` needs, at least one.
@@ -110,15 +122,31 @@ CONVOLVE_INLINE size_t eights(int count) {
     return count > 8 ? (static_cast<size_t>(count) + 7) / 8 : 1;
 }
 
-// The outputs from `first` on: kGroups groups at a time while there are as many, then one fewer and so on down
-// to one, then narrower ones.
+// At most kGroups groups, the last of which may be incomplete. needs: outputs > 0.
+template <class Lanes, size_t kGroups, class Output>
+CONVOLVE_INLINE void convolvePart(size_t first, const int16_t* coeffs, const int16_t* signal, size_t outputs,
+                                  size_t steps, const Output& output) {
+    constexpr size_t kBefore = (kGroups - 1) * Lanes::kOutputs;
+    if constexpr (kGroups > 1) {
+        if (outputs <= kBefore)
+            return convolvePart<Lanes, kGroups - 1>(first, coeffs, signal, outputs, steps, output);
+    }
+    convolveGroups<Lanes, kGroups>(coeffs, signal, steps, first, output,
+                                   Lanes::firstOutputs(outputs - kBefore));
+}
+
+// The outputs from `first` on: kGroups groups at a time while there are as many. What is left: with lanes that
+// can be left out, one incomplete last group; else one group fewer and so on down to one, then narrower ones.
 template <class Lanes, size_t kGroups, class Output>
 CONVOLVE_INLINE void convolveFrom(size_t first, const int16_t* coeffs, const int16_t* signal, size_t outputs,
                                   size_t steps, const Output& output) {
     constexpr size_t kTogether = kGroups * Lanes::kOutputs;
     for (; first + kTogether <= outputs; first += kTogether)
         convolveGroups<Lanes, kGroups>(coeffs, signal, steps, first, output);
-    if constexpr (kGroups > 1) {
+    if constexpr (Lanes::kCanBePart) {
+        if (first < outputs)
+            convolvePart<Lanes, kGroups>(first, coeffs, signal, outputs - first, steps, output);
+    } else if constexpr (kGroups > 1) {
         convolveFrom<Lanes, kGroups - 1>(first, coeffs, signal, outputs, steps, output);
     } else if constexpr (Lanes::kOutputs > 8) {
         convolveFrom<typename Lanes::Narrower, 1>(first, coeffs, signal, outputs, steps, output);
@@ -139,9 +167,10 @@ struct NarrowedOutput {
     static CONVOLVE_INLINE typename Lanes::Vector rounded(typename Lanes::Vector sums) {
         return Lanes::shiftRight(Lanes::add(sums, Lanes::all(1 << 14)), _mm_cvtsi32_si128(15));
     }
-    template <class Lanes>
-    CONVOLVE_INLINE void put(size_t i, typename Lanes::Vector even, typename Lanes::Vector odd) const {
-        Lanes::storeNarrowed(out + i, rounded<Lanes>(even), rounded<Lanes>(odd));
+    template <class Lanes, class... Part>
+    CONVOLVE_INLINE void put(size_t i, typename Lanes::Vector even, typename Lanes::Vector odd,
+                             Part... part) const {
+        Lanes::storeNarrowed(out + i, rounded<Lanes>(even), rounded<Lanes>(odd), part...);
     }
 };
 
@@ -166,9 +195,10 @@ struct ShiftedOutput {
     CONVOLVE_INLINE typename Lanes::Vector shifted(typename Lanes::Vector sums) const {
         return Lanes::shiftLeft(Lanes::shiftRight(Lanes::add(sums, Lanes::all(rounding)), right), left);
     }
-    template <class Lanes>
-    CONVOLVE_INLINE void put(size_t i, typename Lanes::Vector even, typename Lanes::Vector odd) const {
-        Lanes::storeWide(out + i, shifted<Lanes>(even), shifted<Lanes>(odd));
+    template <class Lanes, class... Part>
+    CONVOLVE_INLINE void put(size_t i, typename Lanes::Vector even, typename Lanes::Vector odd,
+                             Part... part) const {
+        Lanes::storeWide(out + i, shifted<Lanes>(even), shifted<Lanes>(odd), part...);
     }
 };
 

@@ -12,6 +12,7 @@ struct Lanes256 {
     static constexpr size_t kOutputs = 16;
     static constexpr size_t kGroups = 5;  // together: 10 sums, as many as hide a multiplication's latency
     static constexpr size_t kSets = 2;
+    static constexpr bool kCanBePart = false;
 
     static CONVOLVE_INLINE Vector zero() { return _mm256_setzero_si256(); }
     static CONVOLVE_INLINE Vector all(int value) { return _mm256_set1_epi32(value); }

@@ -2,7 +2,7 @@
 // here. Nearly every load crosses a cache line, so more sets than elsewhere share one.
 #pragma once
 
-#include "webrtc_common/convolve/lanes_256.inl.h"
+#include "webrtc_common/convolve/lanes_128.inl.h"
 
 // gcc 12 takes the undefined vectors inside its own header for a mistake of the caller.
 #if defined(__GNUC__) && !defined(__clang__)
@@ -13,15 +13,20 @@ namespace {
 
 struct Lanes512 {
     using Vector = __m512i;
-    using Narrower = Lanes256;
     static constexpr size_t kOutputs = 32;
     static constexpr size_t kGroups = 5;
     static constexpr size_t kSets = 4;
+    static constexpr bool kCanBePart = true;
+    using Part = __mmask32;  // a bit each output
 
     static CONVOLVE_INLINE Vector zero() { return _mm512_setzero_si512(); }
     static CONVOLVE_INLINE Vector all(int value) { return _mm512_set1_epi32(value); }
     static CONVOLVE_INLINE Vector pair(const int16_t* coeffs) { return all(tapPair(coeffs)); }
+    static CONVOLVE_INLINE Part firstOutputs(size_t count) { return ~Part{0} >> (kOutputs - count); }
     static CONVOLVE_INLINE Vector load(const int16_t* p) { return _mm512_loadu_si512(p); }
+    static CONVOLVE_INLINE Vector load(const int16_t* p, Part part) {
+        return _mm512_maskz_loadu_epi16(part, p);
+    }
     static CONVOLVE_INLINE void multiplyAdd(Vector& sums, Vector samples, Vector taps) {
         sums = _mm512_dpwssd_epi32(sums, samples, taps);
     }
@@ -29,19 +34,21 @@ struct Lanes512 {
     static CONVOLVE_INLINE Vector shiftRight(Vector v, __m128i count) { return _mm512_sra_epi32(v, count); }
     static CONVOLVE_INLINE Vector shiftLeft(Vector v, __m128i count) { return _mm512_sll_epi32(v, count); }
     // Unpacking and packing work within each quarter.
-    static CONVOLVE_INLINE void storeNarrowed(int16_t* out, Vector even, Vector odd) {
+    static CONVOLVE_INLINE void storeNarrowed(int16_t* out, Vector even, Vector odd, Part part = ~Part{0}) {
         const Vector low = _mm512_unpacklo_epi32(even, odd);
         const Vector high = _mm512_unpackhi_epi32(even, odd);
-        _mm512_storeu_si512(out, _mm512_packs_epi32(low, high));
+        _mm512_mask_storeu_epi16(out, part, _mm512_packs_epi32(low, high));
     }
     // low holds outputs 0 to 3, 8 to 11, 16 to 19, 24 to 27, high what is between.
-    static CONVOLVE_INLINE void storeWide(int32_t* out, Vector even, Vector odd) {
+    static CONVOLVE_INLINE void storeWide(int32_t* out, Vector even, Vector odd, Part part = ~Part{0}) {
         const Vector low = _mm512_unpacklo_epi32(even, odd);
         const Vector high = _mm512_unpackhi_epi32(even, odd);
         const Vector first = _mm512_setr_epi64(0, 1, 8, 9, 2, 3, 10, 11);
         const Vector second = _mm512_setr_epi64(4, 5, 12, 13, 6, 7, 14, 15);
-        _mm512_storeu_si512(out, _mm512_permutex2var_epi64(low, first, high));
-        _mm512_storeu_si512(out + 16, _mm512_permutex2var_epi64(low, second, high));
+        _mm512_mask_storeu_epi32(out, static_cast<__mmask16>(part),
+                                 _mm512_permutex2var_epi64(low, first, high));
+        _mm512_mask_storeu_epi32(out + 16, static_cast<__mmask16>(part >> 16),
+                                 _mm512_permutex2var_epi64(low, second, high));
     }
 };
 
