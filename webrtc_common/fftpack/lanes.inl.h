@@ -3,12 +3,36 @@
 //
 // 8 lanes are two halves of 4: all rearrangements but those of `halves` happen within a half, since only these
 // are cheap. So the same butterflies serve both sizes.
+//
+// Values are also loaded from 16-bit samples and stored to such.
 
+// A place where values leave as samples: value * gain + 512 in single precision, truncated to 32 bits, shifted
+// right by 10 and saturated.
+struct SamplePlace {
+    int16_t* data;
+    float gain;
+
+    FFT_INLINE SamplePlace operator+(size_t n) const { return {data + n, gain}; }
+};
+constexpr float kHalfUnit = 512.0f;
+
+// Eight samples of two vectors of truncated values.
+FFT_INLINE __m128i narrowed(__m128i low, __m128i high) {
+    return _mm_packs_epi32(_mm_srai_epi32(low, 10), _mm_srai_epi32(high, 10));
+}
+
+// A single value goes through the same conversion as vectors: a cast in the language is undefined outside the
+// range of its target.
 struct One {
     using Vector = float;
     static constexpr size_t kLanes = 1;
     static FFT_INLINE Vector load(const float* p) { return *p; }
+    static FFT_INLINE Vector load(const int16_t* p) { return *p; }
     static FFT_INLINE void store(float* p, Vector v) { *p = v; }
+    static FFT_INLINE void store(SamplePlace to, Vector v) {
+        const __m128i truncated = _mm_cvttps_epi32(_mm_set_ss(v * to.gain + kHalfUnit));
+        *to.data = static_cast<int16_t>(_mm_cvtsi128_si32(narrowed(truncated, truncated)));
+    }
     static FFT_INLINE Vector all(float x) { return x; }
 };
 
@@ -17,7 +41,15 @@ struct Four {
     using Narrower = One;
     static constexpr size_t kLanes = 4;
     static FFT_INLINE Vector load(const float* p) { return _mm_loadu_ps(p); }
+    static FFT_INLINE Vector load(const int16_t* p) { return _mm_cvtepi32_ps(widened(p)); }
+    static FFT_INLINE __m128i widened(const int16_t* p) {
+        return _mm_cvtepi16_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)));
+    }
     static FFT_INLINE void store(float* p, Vector v) { _mm_storeu_ps(p, v); }
+    static FFT_INLINE void store(SamplePlace to, Vector v) {
+        const __m128i truncated = _mm_cvttps_epi32(v * all(to.gain) + all(kHalfUnit));
+        _mm_storel_epi64(reinterpret_cast<__m128i*>(to.data), narrowed(truncated, truncated));
+    }
     static FFT_INLINE Vector all(float x) { return _mm_set1_ps(x); }
 
     // Four at `low`; eight lanes take or put their upper half at `distance` from there.
@@ -45,7 +77,17 @@ struct Eight {
     using Narrower = Four;
     static constexpr size_t kLanes = 8;
     static FFT_INLINE Vector load(const float* p) { return _mm256_loadu_ps(p); }
+    static FFT_INLINE Vector load(const int16_t* p) {
+        const __m256i low = _mm256_castsi128_si256(Four::widened(p));
+        return _mm256_cvtepi32_ps(_mm256_insertf128_si256(low, Four::widened(p + 4), 1));
+    }
     static FFT_INLINE void store(float* p, Vector v) { _mm256_storeu_ps(p, v); }
+    static FFT_INLINE void store(SamplePlace to, Vector v) {
+        const __m256i truncated = _mm256_cvttps_epi32(v * all(to.gain) + all(kHalfUnit));
+        const __m128i samples =
+            narrowed(_mm256_castsi256_si128(truncated), _mm256_extractf128_si256(truncated, 1));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(to.data), samples);
+    }
     static FFT_INLINE Vector all(float x) { return _mm256_set1_ps(x); }
 
     static FFT_INLINE Vector halves(const float* low, ptrdiff_t distance) {

@@ -61,8 +61,9 @@ void fillTwiddles(int n, const int* ifac, float* twiddles) {
 }  // namespace
 
 const RealFftVariant kRealFftVariants[kNumRealFftVariants] = {
-    {"sse41", &CPUInfo::has_sse41, forward_sse41, backward_sse41},
-    {"avx", &CPUInfo::has_avx, forward_avx, backward_avx},
+    {"sse41", &CPUInfo::has_sse41, forward_sse41, backward_sse41, forwardOfSamples_sse41,
+     backwardToSamples_sse41},
+    {"avx", &CPUInfo::has_avx, forward_avx, backward_avx, forwardOfSamples_avx, backwardToSamples_avx},
 };
 
 const RealFftVariant* g_real_fft = &kRealFftVariants[0];

@@ -3,6 +3,8 @@
 // Threads: the transforms any, the selection set-up only.
 #pragma once
 
+#include <cstdint>
+
 #include "common/cpu_info.h"
 #include "webrtc_common/se_wrapper/export.h"
 
@@ -11,12 +13,26 @@ namespace quill::fftpack {
 // An in-place transform with the arguments of __ogg_fdrfftf and __ogg_fdrfftb. [any] rt-safe
 using RealFft = void(int n, float* r, float* wsave, const int* ifac);
 
+// The forward transform of n 16-bit samples, as they are, into r.
+// needs: no overlap. [any] rt-safe
+using ForwardOfSamples = void(int n, const int16_t* in, float* r, float* wsave, const int* ifac);
+
+// The backward transform of r into n 16-bit samples,
+//     out[i] = (x[i] * gain + 512 in single precision, truncated to 32 bits) >> 10, saturated to 16 bits.
+// r is used up.
+// Kept on purpose: what exceeds 32 bits, of either sign, truncates to -2^31, the answer of the processor's
+// conversion, and so leaves as -32768.
+// needs: no overlap. [any] rt-safe
+using BackwardToSamples = void(int n, float* r, float gain, int16_t* out, float* wsave, const int* ifac);
+
 // One build and the processor feature that it needs.
 struct RealFftVariant {
     const char* name;
     bool CPUInfo::*feature;
     RealFft* forward;
     RealFft* backward;
+    ForwardOfSamples* forward_of_samples;
+    BackwardToSamples* backward_to_samples;
 };
 
 inline constexpr int kNumRealFftVariants = 2;

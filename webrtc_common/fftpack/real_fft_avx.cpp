@@ -1,4 +1,4 @@
-// The AVX build of the real FFT: compiled for AVX, exporting its two transforms and nothing else.
+// The AVX build of the real FFT: compiled for AVX, exporting its transforms and nothing else.
 // Threads: any. No standard library templates and no functions shared with other files here.
 #define FFT_NAMESPACE avx
 #include "webrtc_common/fftpack/real_fft_body.inl.h"
@@ -12,6 +12,14 @@ void forward_avx(int n, float* r, float* wsave, const int* ifac) {
 
 void backward_avx(int n, float* r, float* wsave, const int* ifac) {
     avx::backward(n, r, wsave, ifac);
+}
+
+void forwardOfSamples_avx(int n, const int16_t* in, float* r, float* wsave, const int* ifac) {
+    avx::forwardOfSamples(n, in, r, wsave, ifac);
+}
+
+void backwardToSamples_avx(int n, float* r, float gain, int16_t* out, float* wsave, const int* ifac) {
+    avx::backwardToSamples(n, r, gain, out, wsave, ifac);
 }
 
 }  // namespace quill::fftpack

@@ -9,6 +9,7 @@
 
 #include <immintrin.h>
 #include <stddef.h>
+#include <stdint.h>
 
 #include "webrtc_common/fftpack/general_passes.h"
 #include "webrtc_common/fftpack/stage.h"
@@ -28,8 +29,8 @@ namespace FFT_NAMESPACE {
 // clang-format on
 
 // From group k on, with as many lanes as are left for.
-template <class Pass, class F>
-FFT_INLINE void endsFrom(const Stage& s, const float* in, float* out, size_t k) {
+template <class Pass, class F, class In, class Out>
+FFT_INLINE void endsFrom(const Stage& s, In in, Out out, size_t k) {
     for (; k + F::kLanes <= s.groups; k += F::kLanes) Pass::template ends<F>(s, in, out, k);
     if constexpr (F::kLanes > 1) {
         if (k < s.groups) endsFrom<Pass, typename F::Narrower>(s, in, out, k);
@@ -88,15 +89,24 @@ bool pairsOfFewGroups(const Stage& s, const float* in, float* out) {
     return false;
 }
 
+// Rows of one value, at the caller's end of a transform, may also come or go as samples.
+template <class Place>
+constexpr bool kAreFloats = false;
+template <>
+constexpr bool kAreFloats<float*> = true;
+
 // `in` may be `out` for rows of one value.
-template <class Pass>
-void run(const Stage& s, const float* in, float* out) {
+template <class Pass, class In, class Out>
+void run(const Stage& s, In in, Out out) {
     endsFrom<Pass, Widest>(s, in, out, 0);
-    if (s.width < 3) return;
-    if (!pairsOfFewGroups<Pass>(s, in, out)) pairsAcrossGroups<Pass>(s, in, out);
+    if constexpr (kAreFloats<In> && kAreFloats<Out>) {
+        if (s.width < 3) return;
+        if (!pairsOfFewGroups<Pass>(s, in, out)) pairsAcrossGroups<Pass>(s, in, out);
+    }
 }
 
-void forwardPass(const Stage& s, float* in, float* out) {
+template <class In>
+void forwardPass(const Stage& s, In in, float* out) {
     switch (s.radix) {
         case 2:
             return run<Forward2>(s, in, out);
@@ -107,11 +117,12 @@ void forwardPass(const Stage& s, float* in, float* out) {
         case 5:
             return run<ForwardOdd<5>>(s, in, out);
         default:
-            return forwardGeneral(s, in, out);
+            if constexpr (kAreFloats<In>) forwardGeneral(s, in, out);
     }
 }
 
-void backwardPass(const Stage& s, float* in, float* out) {
+template <class Out>
+void backwardPass(const Stage& s, float* in, Out out) {
     switch (s.radix) {
         case 2:
             return run<Backward2>(s, in, out);
@@ -122,7 +133,7 @@ void backwardPass(const Stage& s, float* in, float* out) {
         case 5:
             return run<Backward5>(s, in, out);
         default:
-            return backwardGeneral(s, in, out);
+            if constexpr (kAreFloats<Out>) backwardGeneral(s, in, out);
     }
 }
 
@@ -139,9 +150,8 @@ void copy(const float* from, float* to, size_t n) {
 }
 
 // From the last factor to the first. An odd number of passes begins with one in place, so that the result is
-// where it belongs.
-void forward(int n, float* r, float* wsave, const int* ifac) {
-    if (n <= 1) return;
+// where it belongs. The first pass takes `samples` instead of r, unless they are null.
+void forwardPasses(int n, const int16_t* samples, float* r, float* wsave, const int* ifac) {
     const auto length = static_cast<size_t>(n);
     const auto count = static_cast<size_t>(ifac[1]);
     float* from = r;
@@ -151,16 +161,20 @@ void forward(int n, float* r, float* wsave, const int* ifac) {
         s.groups /= s.radix;
         s.twiddles -= (s.radix - 1) * s.width;
         float* const to = from != r || (count % 2 == 1 && mayRunInPlace(s)) ? r : wsave;
-        forwardPass(s, from, to);
+        if (s.width == 1 && samples != nullptr) {
+            forwardPass(s, samples, to);
+        } else {
+            forwardPass(s, from, to);
+        }
         from = to;
         s.width *= s.radix;
     }
     copy(from, r, length);
 }
 
-// From the first factor to the last, which may find its values where its results belong.
-void backward(int n, float* r, float* wsave, const int* ifac) {
-    if (n <= 1) return;
+// From the first factor to the last, which may find its values where its results belong, and gives `samples`
+// instead of r, unless they are null.
+void backwardPasses(int n, float* r, SamplePlace samples, float* wsave, const int* ifac) {
     const auto length = static_cast<size_t>(n);
     const auto count = static_cast<size_t>(ifac[1]);
     float* from = r;
@@ -168,6 +182,7 @@ void backward(int n, float* r, float* wsave, const int* ifac) {
     for (size_t f = 0; f < count; ++f) {
         s.radix = static_cast<size_t>(ifac[kFirstFactor + f]);
         s.width /= s.radix;
+        if (s.width == 1 && samples.data != nullptr) return backwardPass(s, from, samples);
         float* const to = from != r || mayRunInPlace(s) ? r : wsave;
         backwardPass(s, from, to);
         from = to;
@@ -175,6 +190,32 @@ void backward(int n, float* r, float* wsave, const int* ifac) {
         s.groups *= s.radix;
     }
     copy(from, r, length);
+}
+
+void forward(int n, float* r, float* wsave, const int* ifac) {
+    if (n > 1) forwardPasses(n, nullptr, r, wsave, ifac);
+}
+
+void backward(int n, float* r, float* wsave, const int* ifac) {
+    if (n > 1) backwardPasses(n, r, SamplePlace{nullptr, 0.0f}, wsave, ifac);
+}
+
+// A general pass knows floats only.
+bool lastFactorKnowsSamples(int n, const int* ifac) {
+    return n > 1 && static_cast<size_t>(ifac[kFirstFactor + ifac[1] - 1]) <= kLargestVectorRadix;
+}
+
+void forwardOfSamples(int n, const int16_t* in, float* r, float* wsave, const int* ifac) {
+    if (lastFactorKnowsSamples(n, ifac)) return forwardPasses(n, in, r, wsave, ifac);
+    for (int i = 0; i < n; ++i) r[i] = One::load(in + i);
+    forward(n, r, wsave, ifac);
+}
+
+void backwardToSamples(int n, float* r, float gain, int16_t* out, float* wsave, const int* ifac) {
+    const SamplePlace samples = {out, gain};
+    if (lastFactorKnowsSamples(n, ifac)) return backwardPasses(n, r, samples, wsave, ifac);
+    backward(n, r, wsave, ifac);
+    for (int i = 0; i < n; ++i) One::store(samples + static_cast<size_t>(i), r[i]);
 }
 
 }  // namespace FFT_NAMESPACE

@@ -2,13 +2,19 @@
 // Threads: any.
 #pragma once
 
+#include <stdint.h>
+
 namespace quill::fftpack {
 
 void forward_sse41(int n, float* r, float* wsave, const int* ifac);
 void backward_sse41(int n, float* r, float* wsave, const int* ifac);
+void forwardOfSamples_sse41(int n, const int16_t* in, float* r, float* wsave, const int* ifac);
+void backwardToSamples_sse41(int n, float* r, float gain, int16_t* out, float* wsave, const int* ifac);
 
 // needs: a processor with AVX.
 void forward_avx(int n, float* r, float* wsave, const int* ifac);
 void backward_avx(int n, float* r, float* wsave, const int* ifac);
+void forwardOfSamples_avx(int n, const int16_t* in, float* r, float* wsave, const int* ifac);
+void backwardToSamples_avx(int n, float* r, float gain, int16_t* out, float* wsave, const int* ifac);
 
 }  // namespace quill::fftpack

@@ -4,7 +4,7 @@
 
 #include <memory>
 
-#include "webrtc_common/fftpack/fftpack.h"
+#include "webrtc_common/fftpack/real_fft.h"
 #include "webrtc_common/se_wrapper/dsp/fft_context.h"
 #include "webrtc_common/se_wrapper/dsp/fft_conversion.h"
 #include "webrtc_common/se_wrapper/records.h"
@@ -45,8 +45,8 @@ void fwdFFT(DftObj_t* obj, int16_t* in, uint16_t dft_type, uint16_t scale_factor
     float* const spectrum = context->scratch_.get();
 
     zeroPadding(*context, dft_type, in);
-    g_fft_conversions->widen(in, spectrum, n);
-    __ogg_fdrfftf(n, spectrum, context->twiddles_.get(), context->factors_.get());
+    fftpack::g_real_fft->forward_of_samples(n, in, spectrum, context->twiddles_.get(),
+                                            context->factors_.get());
 
     const auto scale = static_cast<float>(1.0 / n);
     out[0] = narrowScaledHalf(spectrum[0], scale);
@@ -66,9 +66,8 @@ uint16_t invFFT(DftObj_t* obj, int16_t* in, uint16_t dft_type, uint16_t scale_fa
     samples[0] = static_cast<float>(in[0] * 2);
     g_fft_conversions->widen(in + 2, samples + 1, n - 1);
     samples[n - 1] += samples[n - 1];
-    __ogg_fdrfftb(n, samples, context->twiddles_.get(), context->factors_.get());
-
-    g_fft_conversions->narrowQ10(samples, scale_factor_q10, out, n);
+    fftpack::g_real_fft->backward_to_samples(n, samples, scale_factor_q10, out, context->twiddles_.get(),
+                                             context->factors_.get());
     return context->dft_size_;
 }
 
