@@ -12,6 +12,7 @@
 #include "webrtc_common/se_wrapper/dsp/complex_multiply.h"
 #include "webrtc_common/se_wrapper/dsp/compute_rfir.h"
 #include "webrtc_common/se_wrapper/dsp/deinterleave.h"
+#include "webrtc_common/se_wrapper/dsp/dsp_kernels.h"
 #include "webrtc_common/se_wrapper/dsp/fft_context.h"
 #include "webrtc_common/se_wrapper/dsp/fft_conversion.h"
 #include "webrtc_common/se_wrapper/dsp/fft_hooks.h"

@@ -202,7 +202,9 @@ void backward(int n, float* r, float* wsave, const int* ifac) {
 
 // A general pass knows floats only.
 bool lastFactorKnowsSamples(int n, const int* ifac) {
-    return n > 1 && static_cast<size_t>(ifac[kFirstFactor + ifac[1] - 1]) <= kLargestVectorRadix;
+    if (n <= 1) return false;
+    const auto count = static_cast<size_t>(ifac[1]);
+    return static_cast<size_t>(ifac[kFirstFactor + count - 1]) <= kLargestVectorRadix;
 }
 
 void forwardOfSamples(int n, const int16_t* in, float* r, float* wsave, const int* ifac) {

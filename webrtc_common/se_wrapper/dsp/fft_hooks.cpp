@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "webrtc_common/fftpack/real_fft.h"
+#include "webrtc_common/se_wrapper/dsp/dsp_kernels.h"
 #include "webrtc_common/se_wrapper/dsp/fft_context.h"
 #include "webrtc_common/se_wrapper/dsp/fft_conversion.h"
 #include "webrtc_common/se_wrapper/records.h"
@@ -51,7 +52,7 @@ void fwdFFT(DftObj_t* obj, int16_t* in, uint16_t dft_type, uint16_t scale_factor
     const auto scale = static_cast<float>(1.0 / n);
     out[0] = narrowScaledHalf(spectrum[0], scale);
     out[1] = 0;
-    g_fft_conversions->narrowScaled(spectrum + 1, scale, out + 2, n - 1);
+    g_dsp_kernels->narrowScaled(spectrum + 1, scale, out + 2, n - 1);
     out[n] = static_cast<int16_t>(out[n] >> 1);
     out[n + 1] = 0;
 }
@@ -64,7 +65,7 @@ uint16_t invFFT(DftObj_t* obj, int16_t* in, uint16_t dft_type, uint16_t scale_fa
     float* const samples = context->scratch_.get();
 
     samples[0] = static_cast<float>(in[0] * 2);
-    g_fft_conversions->widen(in + 2, samples + 1, n - 1);
+    g_dsp_kernels->widen(in + 2, samples + 1, n - 1);
     samples[n - 1] += samples[n - 1];
     fftpack::g_real_fft->backward_to_samples(n, samples, scale_factor_q10, out, context->twiddles_.get(),
                                              context->factors_.get());
