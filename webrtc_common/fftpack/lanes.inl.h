@@ -77,18 +77,28 @@ struct Eight {
     using Narrower = Four;
     static constexpr size_t kLanes = 8;
     static FFT_INLINE Vector load(const float* p) { return _mm256_loadu_ps(p); }
-    static FFT_INLINE Vector load(const int16_t* p) {
-        const __m256i low = _mm256_castsi128_si256(Four::widened(p));
-        return _mm256_cvtepi32_ps(_mm256_insertf128_si256(low, Four::widened(p + 4), 1));
+    static FFT_INLINE Vector load(const int16_t* p) { return _mm256_cvtepi32_ps(widened(p)); }
+#ifdef __AVX2__
+    static FFT_INLINE __m256i widened(const int16_t* p) {
+        return _mm256_cvtepi16_epi32(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)));
     }
-    static FFT_INLINE void store(float* p, Vector v) { _mm256_storeu_ps(p, v); }
+#else
+    static FFT_INLINE __m256i widened(const int16_t* p) {
+        return _mm256_insertf128_si256(_mm256_castsi128_si256(Four::widened(p)), Four::widened(p + 4), 1);
+    }
+#endif
+    static FFT_INLINE void store(float* p, Vector v) {
+        _mm256_storeu_ps(p, v);
+    }
     static FFT_INLINE void store(SamplePlace to, Vector v) {
         const __m256i truncated = _mm256_cvttps_epi32(v * all(to.gain) + all(kHalfUnit));
         const __m128i samples =
             narrowed(_mm256_castsi256_si128(truncated), _mm256_extractf128_si256(truncated, 1));
         _mm_storeu_si128(reinterpret_cast<__m128i*>(to.data), samples);
     }
-    static FFT_INLINE Vector all(float x) { return _mm256_set1_ps(x); }
+    static FFT_INLINE Vector all(float x) {
+        return _mm256_set1_ps(x);
+    }
 
     static FFT_INLINE Vector halves(const float* low, ptrdiff_t distance) {
         return _mm256_insertf128_ps(_mm256_castps128_ps256(_mm_loadu_ps(low)), _mm_loadu_ps(low + distance),
@@ -98,10 +108,18 @@ struct Eight {
         _mm_storeu_ps(low, _mm256_castps256_ps128(v));
         _mm_storeu_ps(low + distance, _mm256_extractf128_ps(v, 1));
     }
-    static FFT_INLINE Vector evensTwice(Vector v) { return _mm256_moveldup_ps(v); }
-    static FFT_INLINE Vector oddsTwice(Vector v) { return _mm256_movehdup_ps(v); }
-    static FFT_INLINE Vector zipLow(Vector a, Vector b) { return _mm256_unpacklo_ps(a, b); }
-    static FFT_INLINE Vector zipHigh(Vector a, Vector b) { return _mm256_unpackhi_ps(a, b); }
+    static FFT_INLINE Vector evensTwice(Vector v) {
+        return _mm256_moveldup_ps(v);
+    }
+    static FFT_INLINE Vector oddsTwice(Vector v) {
+        return _mm256_movehdup_ps(v);
+    }
+    static FFT_INLINE Vector zipLow(Vector a, Vector b) {
+        return _mm256_unpacklo_ps(a, b);
+    }
+    static FFT_INLINE Vector zipHigh(Vector a, Vector b) {
+        return _mm256_unpackhi_ps(a, b);
+    }
     static FFT_INLINE Vector lowPairs(Vector a, Vector b) {
         return _mm256_shuffle_ps(a, b, _MM_SHUFFLE(1, 0, 1, 0));
     }

@@ -64,12 +64,15 @@ const RealFftVariant kRealFftVariants[kNumRealFftVariants] = {
     {"sse41", &CPUInfo::has_sse41, forward_sse41, backward_sse41, forwardOfSamples_sse41,
      backwardToSamples_sse41},
     {"avx", &CPUInfo::has_avx, forward_avx, backward_avx, forwardOfSamples_avx, backwardToSamples_avx},
+    {"avx2", &CPUInfo::has_avx2, forward_avx2, backward_avx2, forwardOfSamples_avx2, backwardToSamples_avx2},
 };
 
 const RealFftVariant* g_real_fft = &kRealFftVariants[0];
 
 void selectRealFft(const CPUInfo& cpu) {
-    if (cpu.has_avx) g_real_fft = &kRealFftVariants[1];
+    for (const RealFftVariant* v = kRealFftVariants + 1; v != kRealFftVariants + kNumRealFftVariants; ++v) {
+        if (cpu.*v->feature) g_real_fft = v;
+    }
 }
 
 }  // namespace quill::fftpack

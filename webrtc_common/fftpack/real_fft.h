@@ -35,7 +35,7 @@ struct RealFftVariant {
     BackwardToSamples* backward_to_samples;
 };
 
-inline constexpr int kNumRealFftVariants = 2;
+inline constexpr int kNumRealFftVariants = 3;
 
 // Every build, the floor first, for whoever lists, checks or measures them.
 SE_WRAPPER_EXPORT extern const RealFftVariant kRealFftVariants[kNumRealFftVariants];
@@ -44,8 +44,8 @@ SE_WRAPPER_EXPORT extern const RealFftVariant kRealFftVariants[kNumRealFftVarian
 // another after selectRealFft.
 SE_WRAPPER_EXPORT extern const RealFftVariant* g_real_fft;
 
-// Selects the build for AVX, of 256-bit vectors, exactly when `cpu` has AVX; otherwise leaves the selection
-// alone, so that one once made is never taken back.
+// Selects the last build that `cpu` has the feature for, if any beside the floor; otherwise leaves the selection
+// alone, so that one once made is never taken back. Those for AVX and AVX2 have vectors of 256 bits.
 // needs: no transform is running. [setup]
 SE_WRAPPER_EXPORT void selectRealFft(const CPUInfo& cpu);
 

@@ -17,4 +17,10 @@ void backward_avx(int n, float* r, float* wsave, const int* ifac);
 void forwardOfSamples_avx(int n, const int16_t* in, float* r, float* wsave, const int* ifac);
 void backwardToSamples_avx(int n, float* r, float gain, int16_t* out, float* wsave, const int* ifac);
 
+// needs: a processor with AVX2.
+void forward_avx2(int n, float* r, float* wsave, const int* ifac);
+void backward_avx2(int n, float* r, float* wsave, const int* ifac);
+void forwardOfSamples_avx2(int n, const int16_t* in, float* r, float* wsave, const int* ifac);
+void backwardToSamples_avx2(int n, float* r, float gain, int16_t* out, float* wsave, const int* ifac);
+
 }  // namespace quill::fftpack

@@ -19,9 +19,8 @@ struct DspKernels {
     // out[i] = in[i], no overlap. A count of 0 or less converts nothing.
     void (*widen)(const int16_t* in, float* out, int count);
 
-    // out[i] = in[i] * scale in single precision, truncated to 32 bits, of which the low 16 are kept; no overlap.
-    // A count of 0 or less converts nothing.
-    // Kept on purpose: no saturation, because the engine's forward transform has none.
+    // out[i] = in[i] * scale in single precision, truncated to 32 bits and saturated to 16; no overlap. A count
+    // of 0 or less converts nothing.
     void (*narrowScaled)(const float* in, float scale, int16_t* out, int count);
 
     // vcmul_i16, see complex_multiply.h.

@@ -32,27 +32,26 @@ DSP_INLINE void widen(const int16_t* in, float* out, ptrdiff_t count) {
     for (; i < count; ++i) out[i] = in[i];
 }
 
-DSP_INLINE __m128i low16OfFour(const float* in, float scale) {
-    const __m128i truncated = _mm_cvttps_epi32(_mm_mul_ps(_mm_loadu_ps(in), _mm_set1_ps(scale)));
-    return _mm_and_si128(truncated, _mm_set1_epi32(0xffff));
+DSP_INLINE __m128i truncatedFour(const float* in, float scale) {
+    return _mm_cvttps_epi32(_mm_mul_ps(_mm_loadu_ps(in), _mm_set1_ps(scale)));
 }
 
 DSP_INLINE int16_t narrowOne(float in, float scale) {
-    return static_cast<int16_t>(_mm_cvttss_si32(_mm_set_ss(in * scale)));
+    const __m128i truncated = _mm_cvttps_epi32(_mm_set_ss(in * scale));
+    return static_cast<int16_t>(_mm_cvtsi128_si32(Eight::saturate(truncated, truncated)));
 }
 
 DSP_INLINE void narrowEight(const float* in, float scale, int16_t* out) {
-    Eight::store(out, _mm_packus_epi32(low16OfFour(in, scale), low16OfFour(in + 4, scale)));
+    Eight::store(out, Eight::saturate(truncatedFour(in, scale), truncatedFour(in + 4, scale)));
 }
 
 #ifdef __AVX2__
-DSP_INLINE __m256i low16OfEight(const float* in, float scale) {
-    const __m256i truncated = _mm256_cvttps_epi32(_mm256_mul_ps(_mm256_loadu_ps(in), _mm256_set1_ps(scale)));
-    return _mm256_and_si256(truncated, _mm256_set1_epi32(0xffff));
+DSP_INLINE __m256i truncatedEight(const float* in, float scale) {
+    return _mm256_cvttps_epi32(_mm256_mul_ps(_mm256_loadu_ps(in), _mm256_set1_ps(scale)));
 }
 
 DSP_INLINE void narrowSixteen(const float* in, float scale, int16_t* out) {
-    const __m256i sixteen = _mm256_packus_epi32(low16OfEight(in, scale), low16OfEight(in + 8, scale));
+    const __m256i sixteen = Sixteen::saturate(truncatedEight(in, scale), truncatedEight(in + 8, scale));
     Sixteen::store(out, _mm256_permute4x64_epi64(sixteen, _MM_SHUFFLE(3, 1, 2, 0)));
 }
 #endif

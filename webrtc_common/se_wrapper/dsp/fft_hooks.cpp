@@ -52,6 +52,8 @@ void fwdFFT(DftObj_t* obj, int16_t* in, uint16_t dft_type, uint16_t scale_factor
     const auto scale = static_cast<float>(1.0 / n);
     out[0] = narrowScaledHalf(spectrum[0], scale);
     out[1] = 0;
+    // The low 16 bits are the contract. No bin of 16-bit samples over n exceeds 16 bits, so the saturation that
+    // comes with the instruction never acts.
     g_dsp_kernels->narrowScaled(spectrum + 1, scale, out + 2, n - 1);
     out[n] = static_cast<int16_t>(out[n] >> 1);
     out[n + 1] = 0;
