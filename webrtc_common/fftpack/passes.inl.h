@@ -69,9 +69,9 @@ struct Forward2 {
             F::store(out.value(1, 0), -d);
         }
     }
-    template <class L>
-    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 2>& w, const float* from, float* to,
-                                 size_t k, size_t m) {
+    template <class L, class From, class To>
+    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 2>& w, From from, To to, size_t k,
+                                 size_t m) {
         const auto in = split<2>(s, from, k);
         const auto out = packed(s, to, k);
         Complex<typename L::Floats> rows[2];
@@ -101,9 +101,9 @@ struct Backward2 {
         F::store(out.value(0, 0), a + b);
         F::store(out.value(1, 0), a - b);
     }
-    template <class L>
-    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 2>& w, const float* from, float* to,
-                                 size_t k, size_t m) {
+    template <class L, class From, class To>
+    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 2>& w, From from, To to, size_t k,
+                                 size_t m) {
         const auto in = packed(s, from, k);
         const auto out = split<2>(s, to, k);
         const auto x = L::getPairs(in.pair(0, m), s.groups);
@@ -132,9 +132,9 @@ struct Forward4 {
         F::store(out.value(3, last), even - odd);
         if (s.width % 2 == 0) highest<F>(in, out, last);
     }
-    template <class L>
-    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 4>& w, const float* from, float* to,
-                                 size_t k, size_t m) {
+    template <class L, class From, class To>
+    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 4>& w, From from, To to, size_t k,
+                                 size_t m) {
         const auto in = split<4>(s, from, k);
         const auto out = packed(s, to, k);
         Complex<typename L::Floats> rows[4];
@@ -189,9 +189,9 @@ struct Backward4 {
         F::store(out.value(3, 0), difference + im);
         if (s.width % 2 == 0) highest<F>(in, out, last);
     }
-    template <class L>
-    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 4>& w, const float* from, float* to,
-                                 size_t k, size_t m) {
+    template <class L, class From, class To>
+    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 4>& w, From from, To to, size_t k,
+                                 size_t m) {
         const auto in = packed(s, from, k);
         const auto out = split<4>(s, to, k);
         const auto x = L::getPairs(in.pair(0, m), s.groups);
@@ -298,9 +298,9 @@ struct ForwardOdd {
             F::store(out.value(2 * j, 0), odd.differences[j]);
         }
     }
-    template <class L>
-    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, kRadix>& w, const float* from, float* to,
-                                 size_t k, size_t m) {
+    template <class L, class From, class To>
+    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, kRadix>& w, From from, To to, size_t k,
+                                 size_t m) {
         using F = typename L::Floats;
         const auto in = split<kRadix>(s, from, k);
         const auto out = packed(s, to, k);
@@ -354,9 +354,9 @@ struct Backward5 {
             F::store(out.value(5 - j, 0), odd.sums[j] + odd.differences[j]);
         }
     }
-    template <class L>
-    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 5>& w, const float* from, float* to,
-                                 size_t k, size_t m) {
+    template <class L, class From, class To>
+    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 5>& w, From from, To to, size_t k,
+                                 size_t m) {
         using F = typename L::Floats;
         const auto in = packed(s, from, k);
         const auto out = split<5>(s, to, k);
@@ -407,9 +407,9 @@ struct Backward3 {
         F::store(out.value(1, 0), re - im);
         F::store(out.value(2, 0), re + im);
     }
-    template <class L>
-    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 3>& w, const float* from, float* to,
-                                 size_t k, size_t m) {
+    template <class L, class From, class To>
+    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 3>& w, From from, To to, size_t k,
+                                 size_t m) {
         const auto in = packed(s, from, k);
         const auto out = split<3>(s, to, k);
         const auto x = L::getPairs(in.pair(0, m), s.groups);

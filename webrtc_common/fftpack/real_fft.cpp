@@ -61,10 +61,10 @@ void fillTwiddles(int n, const int* ifac, float* twiddles) {
 }  // namespace
 
 const RealFftVariant kRealFftVariants[kNumRealFftVariants] = {
-    {"sse41", &CPUInfo::has_sse41, forward_sse41, backward_sse41, forwardOfSamples_sse41,
-     backwardToSamples_sse41},
-    {"avx", &CPUInfo::has_avx, forward_avx, backward_avx, forwardOfSamples_avx, backwardToSamples_avx},
-    {"avx2", &CPUInfo::has_avx2, forward_avx2, backward_avx2, forwardOfSamples_avx2, backwardToSamples_avx2},
+    {"sse41", &CPUInfo::has_sse41, forward_sse41, backward_sse41, forwardSamples_sse41,
+     backwardSamples_sse41},
+    {"avx", &CPUInfo::has_avx, forward_avx, backward_avx, forwardSamples_avx, backwardSamples_avx},
+    {"avx2", &CPUInfo::has_avx2, forward_avx2, backward_avx2, forwardSamples_avx2, backwardSamples_avx2},
 };
 
 const RealFftVariant* g_real_fft = &kRealFftVariants[0];

@@ -13,17 +13,21 @@ namespace quill::fftpack {
 // An in-place transform with the arguments of __ogg_fdrfftf and __ogg_fdrfftb. [any] rt-safe
 using RealFft = void(int n, float* r, float* wsave, const int* ifac);
 
-// The forward transform of n 16-bit samples, as they are, into r.
-// needs: no overlap. [any] rt-safe
-using ForwardOfSamples = void(int n, const int16_t* in, float* r, float* wsave, const int* ifac);
+// The same transforms between n 16-bit samples and the n values of a half spectrum packed into 16 bits, in which
+// value 0 stands at [0], value k at [k + 1], and the first and the last are halves. r: scratch of n floats.
+// needs: r, wsave and ifac overlap nothing; samples and spectrum may be the same.
 
-// The backward transform of r into n 16-bit samples,
-//     out[i] = (x[i] * gain + 512 in single precision, truncated to 32 bits) >> 10, saturated to 16 bits.
-// r is used up.
+// spectrum[k + 1] = x[k] * scale in single precision, truncated to 32 bits, of which the low 16 are kept. That
+// holds for value 0 too, which is left at [1], and both halvings are left to the caller.
+// Kept on purpose: no saturation, because the engine's forward transform has none. [any] rt-safe
+using ForwardSamples = void(int n, const int16_t* samples, float scale, int16_t* spectrum, float* r,
+                            float* wsave, const int* ifac);
+
+// samples[i] = (x[i] * gain + 512 in single precision, truncated to 32 bits) >> 10, saturated to 16 bits.
 // Kept on purpose: what exceeds 32 bits, of either sign, truncates to -2^31, the answer of the processor's
-// conversion, and so leaves as -32768.
-// needs: no overlap. [any] rt-safe
-using BackwardToSamples = void(int n, float* r, float gain, int16_t* out, float* wsave, const int* ifac);
+// conversion, and so leaves as -32768. [any] rt-safe
+using BackwardSamples = void(int n, const int16_t* spectrum, float gain, int16_t* samples, float* r,
+                             float* wsave, const int* ifac);
 
 // One build and the processor feature that it needs.
 struct RealFftVariant {
@@ -31,8 +35,8 @@ struct RealFftVariant {
     bool CPUInfo::*feature;
     RealFft* forward;
     RealFft* backward;
-    ForwardOfSamples* forward_of_samples;
-    BackwardToSamples* backward_to_samples;
+    ForwardSamples* forward_samples;
+    BackwardSamples* backward_samples;
 };
 
 inline constexpr int kNumRealFftVariants = 3;

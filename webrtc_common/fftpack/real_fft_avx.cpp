@@ -14,12 +14,14 @@ void backward_avx(int n, float* r, float* wsave, const int* ifac) {
     avx::backward(n, r, wsave, ifac);
 }
 
-void forwardOfSamples_avx(int n, const int16_t* in, float* r, float* wsave, const int* ifac) {
-    avx::forwardOfSamples(n, in, r, wsave, ifac);
+void forwardSamples_avx(int n, const int16_t* in, float scale, int16_t* out, float* r, float* wsave,
+                        const int* ifac) {
+    avx::forwardSamples(n, in, scale, out, r, wsave, ifac);
 }
 
-void backwardToSamples_avx(int n, float* r, float gain, int16_t* out, float* wsave, const int* ifac) {
-    avx::backwardToSamples(n, r, gain, out, wsave, ifac);
+void backwardSamples_avx(int n, const int16_t* in, float gain, int16_t* out, float* r, float* wsave,
+                         const int* ifac) {
+    avx::backwardSamples(n, in, gain, out, r, wsave, ifac);
 }
 
 }  // namespace quill::fftpack

@@ -14,12 +14,14 @@ void backward_avx2(int n, float* r, float* wsave, const int* ifac) {
     avx2::backward(n, r, wsave, ifac);
 }
 
-void forwardOfSamples_avx2(int n, const int16_t* in, float* r, float* wsave, const int* ifac) {
-    avx2::forwardOfSamples(n, in, r, wsave, ifac);
+void forwardSamples_avx2(int n, const int16_t* in, float scale, int16_t* out, float* r, float* wsave,
+                         const int* ifac) {
+    avx2::forwardSamples(n, in, scale, out, r, wsave, ifac);
 }
 
-void backwardToSamples_avx2(int n, float* r, float gain, int16_t* out, float* wsave, const int* ifac) {
-    avx2::backwardToSamples(n, r, gain, out, wsave, ifac);
+void backwardSamples_avx2(int n, const int16_t* in, float gain, int16_t* out, float* r, float* wsave,
+                          const int* ifac) {
+    avx2::backwardSamples(n, in, gain, out, r, wsave, ifac);
 }
 
 }  // namespace quill::fftpack

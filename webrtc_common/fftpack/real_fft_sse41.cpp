@@ -14,12 +14,14 @@ void backward_sse41(int n, float* r, float* wsave, const int* ifac) {
     sse41::backward(n, r, wsave, ifac);
 }
 
-void forwardOfSamples_sse41(int n, const int16_t* in, float* r, float* wsave, const int* ifac) {
-    sse41::forwardOfSamples(n, in, r, wsave, ifac);
+void forwardSamples_sse41(int n, const int16_t* in, float scale, int16_t* out, float* r, float* wsave,
+                          const int* ifac) {
+    sse41::forwardSamples(n, in, scale, out, r, wsave, ifac);
 }
 
-void backwardToSamples_sse41(int n, float* r, float gain, int16_t* out, float* wsave, const int* ifac) {
-    sse41::backwardToSamples(n, r, gain, out, wsave, ifac);
+void backwardSamples_sse41(int n, const int16_t* in, float gain, int16_t* out, float* r, float* wsave,
+                           const int* ifac) {
+    sse41::backwardSamples(n, in, gain, out, r, wsave, ifac);
 }
 
 }  // namespace quill::fftpack
