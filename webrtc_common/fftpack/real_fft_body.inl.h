@@ -51,13 +51,13 @@ FFT_INLINE void pairFrom(const Stage& s, In in, Out out, size_t k, size_t m) {
 }
 
 template <class Pass, class F, class In, class Out>
-void pairsAcrossGroups(const Stage& s, In in, Out out) {
+FFT_INLINE void pairsAcrossGroups(const Stage& s, In in, Out out) {
     for (size_t m = 1; 2 * m < s.width; ++m) pairFrom<Pass, F>(s, in, out, 0, m);
 }
 
 // The last vector overlaps the one before it, if need be. False when there are too few pairs for a vector.
 template <class Pass, class L, class In, class Out>
-bool pairsAlong(const Stage& s, In in, Out out) {
+FFT_INLINE bool pairsAlong(const Stage& s, In in, Out out) {
     const size_t pairs = (s.width - 1) / 2;
     if (pairs < L::kPairs) return false;
     const size_t last = pairs - L::kPairs + 1;
@@ -68,7 +68,7 @@ bool pairsAlong(const Stage& s, In in, Out out) {
 }
 
 template <class Pass, size_t kGroups, class F, class In, class Out>
-bool pairsOfGroups(const Stage& s, In in, Out out) {
+FFT_INLINE bool pairsOfGroups(const Stage& s, In in, Out out) {
     if constexpr (F::kLanes <= kGroups) {
         return false;
     } else {
@@ -94,7 +94,7 @@ constexpr bool kAtSingleGroup<SpectrumOut> = true;
 // Radix 4 stands at the front of the factors or behind a single 2, so that its groups are 1, 2, 4 and more;
 // a 2 is always the first. Other factors have few groups only where n has hardly any even factors.
 template <class Pass, class In, class Out>
-bool pairsOfFewGroups(const Stage& s, In in, Out out) {
+FFT_INLINE bool pairsOfFewGroups(const Stage& s, In in, Out out) {
     if constexpr (Pass::kRadix == 4) {
         if (s.groups == 1) return pairsOfGroups<Pass, 1, Widest>(s, in, out);
         if constexpr (!kAtSingleGroup<In> && !kAtSingleGroup<Out>) {
@@ -108,7 +108,7 @@ bool pairsOfFewGroups(const Stage& s, In in, Out out) {
 
 // `in` may be `out` for rows of one value.
 template <class Pass, class In, class Out>
-void run(const Stage& s, In in, Out out) {
+FFT_INLINE void run(const Stage& s, In in, Out out) {
     if constexpr (kAtRowsOfOneValue<In> || kAtRowsOfOneValue<Out>) {
         endsFrom<Pass, Widest>(s, in, out, 0);
     } else if constexpr (kAtSingleGroup<In> || kAtSingleGroup<Out>) {
@@ -123,7 +123,7 @@ void run(const Stage& s, In in, Out out) {
 }
 
 template <class In, class Out>
-void forwardPass(const Stage& s, In in, Out out) {
+FFT_INLINE void forwardPass(const Stage& s, In in, Out out) {
     switch (s.radix) {
         case 2:
             return run<Forward2>(s, in, out);
@@ -137,7 +137,7 @@ void forwardPass(const Stage& s, In in, Out out) {
 }
 
 template <class In, class Out>
-void backwardPass(const Stage& s, In in, Out out) {
+FFT_INLINE void backwardPass(const Stage& s, In in, Out out) {
     switch (s.radix) {
         case 2:
             return run<Backward2>(s, in, out);
