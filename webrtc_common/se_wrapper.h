@@ -14,7 +14,6 @@
 #include "webrtc_common/se_wrapper/dsp/deinterleave.h"
 #include "webrtc_common/se_wrapper/dsp/dsp_kernels.h"
 #include "webrtc_common/se_wrapper/dsp/fft_context.h"
-#include "webrtc_common/se_wrapper/dsp/fft_conversion.h"
 #include "webrtc_common/se_wrapper/dsp/fft_hooks.h"
 #include "webrtc_common/se_wrapper/dsp/filter.h"
 #include "webrtc_common/se_wrapper/dsp/interpolate.h"

@@ -4,39 +4,24 @@
 // 8 lanes are two halves of 4: all rearrangements but those of `halves` happen within a half, since only these
 // are cheap. So the same butterflies serve both sizes.
 
-// A single value goes through the same conversion as vectors: a cast in the language is undefined outside the
-// range of its target.
-struct One {
+struct One : OneSample {
     using Vector = float;
     static constexpr size_t kLanes = 1;
     static FFT_INLINE Vector load(const float* p) { return *p; }
-    static FFT_INLINE Vector load(const int16_t* p) { return *p; }
-    static FFT_INLINE Vector load(PackedSpectrum p) { return p.value(); }
     static FFT_INLINE void store(float* p, Vector v) { *p = v; }
-    static FFT_INLINE void store(SpectrumOut to, Vector v) {
-        *to.data = static_cast<int16_t>(_mm_cvttss_si32(_mm_set_ss(v * to.scale)));
-    }
-    static FFT_INLINE void store(SamplesOut to, Vector v) {
-        const __m128i truncated = _mm_cvttps_epi32(_mm_set_ss(v * to.gain + kHalfUnit));
-        *to.data = static_cast<int16_t>(_mm_cvtsi128_si32(narrowed(truncated, truncated)));
-    }
+    using OneSample::load;
+    using OneSample::store;
     static FFT_INLINE Vector all(float x) { return x; }
 };
 
-struct Four {
+struct Four : FourSamples {
     using Vector = __m128;
     using Narrower = One;
     static constexpr size_t kLanes = 4;
     static FFT_INLINE Vector load(const float* p) { return _mm_loadu_ps(p); }
-    static FFT_INLINE Vector load(const int16_t* p) { return _mm_cvtepi32_ps(widened(p)); }
-    static FFT_INLINE __m128i widened(const int16_t* p) {
-        return _mm_cvtepi16_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)));
-    }
     static FFT_INLINE void store(float* p, Vector v) { _mm_storeu_ps(p, v); }
-    static FFT_INLINE void store(SamplesOut to, Vector v) {
-        const __m128i truncated = _mm_cvttps_epi32(v * all(to.gain) + all(kHalfUnit));
-        _mm_storel_epi64(reinterpret_cast<__m128i*>(to.data), narrowed(truncated, truncated));
-    }
+    using FourSamples::load;
+    using FourSamples::store;
     static FFT_INLINE Vector all(float x) { return _mm_set1_ps(x); }
 
     // Four at `low`; eight lanes take or put their upper half at `distance` from there.
@@ -56,55 +41,18 @@ struct Four {
     static FFT_INLINE Vector pick(Vector a, Vector b) {
         return _mm_shuffle_ps(a, b, _MM_SHUFFLE(k3, k2, k1, k0));
     }
-
-    // A pair of 16-bit values is one of 32 bits, so that its parts come apart and together without a shuffle.
-    using Pairs = __m128i;
-    static FFT_INLINE Pairs loadPairs(const int16_t* p) {
-        return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-    }
-    static FFT_INLINE void storePairs(int16_t* p, Pairs v) {
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v);
-    }
-    static FFT_INLINE Pairs reversed(Pairs v) { return _mm_shuffle_epi32(v, _MM_SHUFFLE(0, 1, 2, 3)); }
-    static FFT_INLINE Pairs loadReversedPairs(const int16_t* p) { return reversed(loadPairs(p)); }
-    static FFT_INLINE void storeReversedPairs(int16_t* p, Pairs v) { storePairs(p, reversed(v)); }
-    static FFT_INLINE Vector re(Pairs v) {
-        return _mm_cvtepi32_ps(_mm_srai_epi32(_mm_slli_epi32(v, 16), 16));
-    }
-    static FFT_INLINE Vector im(Pairs v) { return _mm_cvtepi32_ps(_mm_srai_epi32(v, 16)); }
-    static FFT_INLINE Pairs truncatedPairs(Vector re, Vector im) {
-        return _mm_blend_epi16(_mm_cvttps_epi32(re), _mm_slli_epi32(_mm_cvttps_epi32(im), 16), 0xaa);
-    }
 };
 
 #ifdef __AVX__
-struct Eight {
+struct Eight : EightSamples {
     using Vector = __m256;
     using Narrower = Four;
     static constexpr size_t kLanes = 8;
     static FFT_INLINE Vector load(const float* p) { return _mm256_loadu_ps(p); }
-    static FFT_INLINE Vector load(const int16_t* p) { return _mm256_cvtepi32_ps(widened(p)); }
-#ifdef __AVX2__
-    static FFT_INLINE __m256i widened(const int16_t* p) {
-        return _mm256_cvtepi16_epi32(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)));
-    }
-#else
-    static FFT_INLINE __m256i widened(const int16_t* p) {
-        return _mm256_insertf128_si256(_mm256_castsi128_si256(Four::widened(p)), Four::widened(p + 4), 1);
-    }
-#endif
-    static FFT_INLINE void store(float* p, Vector v) {
-        _mm256_storeu_ps(p, v);
-    }
-    static FFT_INLINE void store(SamplesOut to, Vector v) {
-        const __m256i truncated = _mm256_cvttps_epi32(v * all(to.gain) + all(kHalfUnit));
-        const __m128i samples =
-            narrowed(_mm256_castsi256_si128(truncated), _mm256_extractf128_si256(truncated, 1));
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(to.data), samples);
-    }
-    static FFT_INLINE Vector all(float x) {
-        return _mm256_set1_ps(x);
-    }
+    static FFT_INLINE void store(float* p, Vector v) { _mm256_storeu_ps(p, v); }
+    using EightSamples::load;
+    using EightSamples::store;
+    static FFT_INLINE Vector all(float x) { return _mm256_set1_ps(x); }
 
     static FFT_INLINE Vector halves(const float* low, ptrdiff_t distance) {
         return _mm256_insertf128_ps(_mm256_castps128_ps256(_mm_loadu_ps(low)), _mm_loadu_ps(low + distance),
@@ -114,18 +62,10 @@ struct Eight {
         _mm_storeu_ps(low, _mm256_castps256_ps128(v));
         _mm_storeu_ps(low + distance, _mm256_extractf128_ps(v, 1));
     }
-    static FFT_INLINE Vector evensTwice(Vector v) {
-        return _mm256_moveldup_ps(v);
-    }
-    static FFT_INLINE Vector oddsTwice(Vector v) {
-        return _mm256_movehdup_ps(v);
-    }
-    static FFT_INLINE Vector zipLow(Vector a, Vector b) {
-        return _mm256_unpacklo_ps(a, b);
-    }
-    static FFT_INLINE Vector zipHigh(Vector a, Vector b) {
-        return _mm256_unpackhi_ps(a, b);
-    }
+    static FFT_INLINE Vector evensTwice(Vector v) { return _mm256_moveldup_ps(v); }
+    static FFT_INLINE Vector oddsTwice(Vector v) { return _mm256_movehdup_ps(v); }
+    static FFT_INLINE Vector zipLow(Vector a, Vector b) { return _mm256_unpacklo_ps(a, b); }
+    static FFT_INLINE Vector zipHigh(Vector a, Vector b) { return _mm256_unpackhi_ps(a, b); }
     static FFT_INLINE Vector lowPairs(Vector a, Vector b) {
         return _mm256_shuffle_ps(a, b, _MM_SHUFFLE(1, 0, 1, 0));
     }
@@ -136,77 +76,6 @@ struct Eight {
     static FFT_INLINE Vector pick(Vector a, Vector b) {
         return _mm256_shuffle_ps(a, b, _MM_SHUFFLE(k3, k2, k1, k0));
     }
-
-    // Pairs 0 1 4 5 | 2 3 6 7.
-#ifdef __AVX2__
-    using Pairs = __m256i;
-    static FFT_INLINE Pairs loadPairs(const int16_t* p) {
-        return inOrder(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p)));
-    }
-    static FFT_INLINE void storePairs(int16_t* p, Pairs v) {
-        _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), inOrder(v));
-    }
-    static FFT_INLINE Pairs inOrder(Pairs v) {
-        return _mm256_permute4x64_epi64(v, _MM_SHUFFLE(3, 1, 2, 0));
-    }
-    static FFT_INLINE Pairs loadReversedPairs(const int16_t* p) {
-        return reversedInOrder(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p)));
-    }
-    static FFT_INLINE void storeReversedPairs(int16_t* p, Pairs v) {
-        _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), reversedInOrder(v));
-    }
-    static FFT_INLINE Pairs reversedInOrder(Pairs v) {
-        return _mm256_permutevar8x32_epi32(v, _mm256_setr_epi32(7, 6, 3, 2, 5, 4, 1, 0));
-    }
-    static FFT_INLINE Vector re(Pairs v) {
-        return _mm256_cvtepi32_ps(_mm256_srai_epi32(_mm256_slli_epi32(v, 16), 16));
-    }
-    static FFT_INLINE Vector im(Pairs v) {
-        return _mm256_cvtepi32_ps(_mm256_srai_epi32(v, 16));
-    }
-    static FFT_INLINE Pairs truncatedPairs(Vector re, Vector im) {
-        return _mm256_blend_epi16(_mm256_cvttps_epi32(re), _mm256_slli_epi32(_mm256_cvttps_epi32(im), 16),
-                                  0xaa);
-    }
-#else
-    struct Pairs {
-        __m128i low;
-        __m128i high;
-    };
-    static FFT_INLINE Pairs loadPairs(const int16_t* p) {
-        return inOrder({Four::loadPairs(p), Four::loadPairs(p + 8)});
-    }
-    static FFT_INLINE void storePairs(int16_t* p, Pairs v) {
-        const Pairs pairs = inOrder(v);
-        Four::storePairs(p, pairs.low);
-        Four::storePairs(p + 8, pairs.high);
-    }
-    static FFT_INLINE Pairs inOrder(Pairs v) {
-        return {_mm_unpacklo_epi64(v.low, v.high), _mm_unpackhi_epi64(v.low, v.high)};
-    }
-    static FFT_INLINE Pairs reversed(Pairs v) {
-        return {Four::reversed(v.high), Four::reversed(v.low)};
-    }
-    static FFT_INLINE Pairs loadReversedPairs(const int16_t* p) {
-        return reversed(loadPairs(p));
-    }
-    static FFT_INLINE void storeReversedPairs(int16_t* p, Pairs v) {
-        storePairs(p, reversed(v));
-    }
-    static FFT_INLINE Vector re(Pairs v) {
-        return joined(Four::re(v.low), Four::re(v.high));
-    }
-    static FFT_INLINE Vector im(Pairs v) {
-        return joined(Four::im(v.low), Four::im(v.high));
-    }
-    static FFT_INLINE Vector joined(__m128 low, __m128 high) {
-        return _mm256_insertf128_ps(_mm256_castps128_ps256(low), high, 1);
-    }
-    static FFT_INLINE Pairs truncatedPairs(Vector re, Vector im) {
-        return {Four::truncatedPairs(_mm256_castps256_ps128(re), _mm256_castps256_ps128(im)),
-                Four::truncatedPairs(_mm256_extractf128_ps(re, 1), _mm256_extractf128_ps(im, 1))};
-    }
-#endif
 };
 using Widest = Eight;
 #else

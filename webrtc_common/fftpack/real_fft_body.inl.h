@@ -23,7 +23,7 @@ namespace FFT_NAMESPACE {
 
 // Each builds on those before it.
 // clang-format off
-#include "webrtc_common/fftpack/places.inl.h"
+#include "webrtc_common/fftpack/samples.inl.h"
 #include "webrtc_common/fftpack/lanes.inl.h"
 #include "webrtc_common/fftpack/arrangements.inl.h"
 #include "webrtc_common/fftpack/passes.inl.h"

@@ -8,9 +8,8 @@
 namespace quill::media::se_wrapper {
 
 const DspKernels kDspKernels[kNumDspKernels] = {
-    {"sse41", &CPUInfo::has_sse41, widen_sse41, narrowScaled_sse41, multiplyComplex_sse41,
-     deinterleave_sse41},
-    {"avx2", &CPUInfo::has_avx2, widen_avx2, narrowScaled_avx2, multiplyComplex_avx2, deinterleave_avx2},
+    {"sse41", &CPUInfo::has_sse41, multiplyComplex_sse41, deinterleave_sse41},
+    {"avx2", &CPUInfo::has_avx2, multiplyComplex_avx2, deinterleave_avx2},
 };
 
 const DspKernels* g_dsp_kernels = &kDspKernels[0];

@@ -16,13 +16,6 @@ struct DspKernels {
     const char* name;
     bool CPUInfo::*feature;
 
-    // out[i] = in[i], no overlap. A count of 0 or less converts nothing.
-    void (*widen)(const int16_t* in, float* out, int count);
-
-    // out[i] = in[i] * scale in single precision, truncated to 32 bits and saturated to 16; no overlap. A count
-    // of 0 or less converts nothing.
-    void (*narrowScaled)(const float* in, float scale, int16_t* out, int count);
-
     // vcmul_i16, see complex_multiply.h.
     void (*multiplyComplex)(const int16_t* a, const int16_t* b, int16_t* out, std::size_t n);
 

@@ -3,17 +3,8 @@
 #include "webrtc_common/se_wrapper/dsp/complex_multiply_body.inl.h"
 #include "webrtc_common/se_wrapper/dsp/deinterleave_body.inl.h"
 #include "webrtc_common/se_wrapper/dsp/dsp_kernels_builds.h"
-#include "webrtc_common/se_wrapper/dsp/fft_conversion_body.inl.h"
 
 namespace quill::media::se_wrapper {
-
-void widen_avx2(const int16_t* in, float* out, int count) {
-    widen(in, out, count);
-}
-
-void narrowScaled_avx2(const float* in, float scale, int16_t* out, int count) {
-    narrowScaled(in, scale, out, count);
-}
 
 void multiplyComplex_avx2(const int16_t* a, const int16_t* b, int16_t* out, size_t n) {
     multiplyComplex(a, b, out, n);

@@ -7,14 +7,10 @@
 
 namespace quill::media::se_wrapper {
 
-void widen_sse41(const int16_t* in, float* out, int count);
-void narrowScaled_sse41(const float* in, float scale, int16_t* out, int count);
 void multiplyComplex_sse41(const int16_t* a, const int16_t* b, int16_t* out, size_t n);
 void deinterleave_sse41(const int16_t* interleaved, size_t channels, int16_t* rows);
 
 // needs: a processor with AVX2.
-void widen_avx2(const int16_t* in, float* out, int count);
-void narrowScaled_avx2(const float* in, float scale, int16_t* out, int count);
 void multiplyComplex_avx2(const int16_t* a, const int16_t* b, int16_t* out, size_t n);
 void deinterleave_avx2(const int16_t* interleaved, size_t channels, int16_t* rows);
 
