@@ -8,20 +8,12 @@
 
 namespace quill::media::se_wrapper {
 
-namespace {
-
-AlignedFloats zeros(std::size_t count) {
-    return AlignedFloats(new (AlignedDelete::kAlignment) float[count]());
-}
-
-}  // namespace
-
 std::vector<FFTContext*> g_fft_contexts;
 
 FFTContext::FFTContext(uint16_t dft_size, uint16_t data_len) : dft_size_(dft_size), data_len_(data_len) {
     const std::size_t n = dft_size;
-    twiddles_ = zeros(2 * n + 15);
-    scratch_ = zeros(n);
+    twiddles_ = std::make_unique<float[]>(2 * n + 15);
+    scratch_ = std::make_unique<float[]>(n);
     factors_ = std::make_unique<int[]>(20);
     __ogg_fdrffti(dft_size, twiddles_.get(), factors_.get());
 }

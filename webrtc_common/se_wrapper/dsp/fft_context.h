@@ -4,19 +4,11 @@
 
 #include <cstdint>
 #include <memory>
-#include <new>
 #include <vector>
 
 #include "webrtc_common/se_wrapper/export.h"
 
 namespace quill::media::se_wrapper {
-
-// Floats that begin at a cache line: vectors of the transform seldom reach over two.
-struct AlignedDelete {
-    void operator()(float* data) const { operator delete[](data, kAlignment); }
-    static constexpr std::align_val_t kAlignment{64};
-};
-using AlignedFloats = std::unique_ptr<float[], AlignedDelete>;
 
 // A transform of `dft_size_` real samples. Immutable once made, its scratch excepted.
 struct SE_WRAPPER_EXPORT FFTContext {
@@ -25,10 +17,10 @@ struct SE_WRAPPER_EXPORT FFTContext {
     ~FFTContext();  // releases the factors first, the twiddles last
 
     uint16_t dft_size_;
-    uint16_t data_len_;               // meaningful samples in a block, for the zero-padding transforms
-    AlignedFloats twiddles_;          // wsave of webrtc_common/fftpack/fftpack.h, 2 dft_size_ + 15 entries
-    AlignedFloats scratch_;           // the transform's data, dft_size_ entries, of both directions
-    std::unique_ptr<int[]> factors_;  // ifac, 20 entries
+    uint16_t data_len_;                  // meaningful samples in a block, for the zero-padding transforms
+    std::unique_ptr<float[]> twiddles_;  // wsave of webrtc_common/fftpack/fftpack.h, 2 dft_size_ + 15 entries
+    std::unique_ptr<float[]> scratch_;   // the transform's data, dft_size_ entries, of both directions
+    std::unique_ptr<int[]> factors_;     // ifac, 20 entries
 };
 
 // Every context that an object of the engine points to, in the order of their making. The engine keeps these
