@@ -5,6 +5,8 @@ include(GoogleTest)
 # With AddressSanitizer it is the tested code that is instrumented: instrumenting the tests, too, triples the time
 # of such a build. ThreadSanitizer has to see both.
 function(se_test_flags target)
+  # Their own work is small.
+  target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-O1>)
   if(SE_WRAPPER_SANITIZE MATCHES "address")
     target_compile_options(${target} PRIVATE -fno-sanitize=all)
     # They ask whether the process is instrumented, not their own code.

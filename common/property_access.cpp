@@ -71,6 +71,13 @@ bool PropertyNode::getMeta(const std::string& name, T& out) {
     return lock->meta(name).get(out);
 }
 
+template <class T>
+bool PropertyNode::findMeta(const std::string& name, T& out) {
+    const Lock lock(this, nullptr);
+    const PropertyValue* const entry = lock->findMeta(name);
+    return entry != nullptr && entry->get(out);
+}
+
 bool PropertyNode::hasMeta(const std::string& name) {
     const Lock lock(this, nullptr);
     return lock->findMeta(name) != nullptr;
@@ -119,7 +126,8 @@ bool PropertyNode::setFromText(const std::string& text, std::string* error) {
     template QUILL_COMMON_EXPORT void PropertyNode::get<T>(T&, T);                              \
     template QUILL_COMMON_EXPORT unsigned long PropertyNode::set<T>(T);                         \
     template QUILL_COMMON_EXPORT unsigned long PropertyNode::setMeta<T>(const std::string&, T); \
-    template QUILL_COMMON_EXPORT bool PropertyNode::getMeta<T>(const std::string&, T&);
+    template QUILL_COMMON_EXPORT bool PropertyNode::getMeta<T>(const std::string&, T&);         \
+    template QUILL_COMMON_EXPORT bool PropertyNode::findMeta<T>(const std::string&, T&);
 QUILL_INSTANTIATE_ACCESSORS(float)
 QUILL_INSTANTIATE_ACCESSORS(long)
 QUILL_INSTANTIATE_ACCESSORS(bool)

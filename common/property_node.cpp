@@ -7,16 +7,6 @@
 namespace quill {
 namespace {
 
-// Takes the next component off the front of the path; empty when none is left.
-std::string_view takeComponent(std::string_view& path) {
-    const size_t begin = path.find_first_not_of('/');
-    if (begin == std::string_view::npos) return {};
-    const size_t end = std::min(path.find('/', begin), path.size());
-    const std::string_view component = path.substr(begin, end - begin);
-    path.remove_prefix(end);
-    return component;
-}
-
 std::string pathOfChild(const std::string& parent, std::string_view name) {
     std::string path;
     path.reserve(parent.size() + 1 + name.size());
@@ -33,28 +23,26 @@ PropertyNodePtr PropertyNode::createRoot() {
     return PropertyNodePtr(new PropertyNode({}, {}));
 }
 
-// Branches are taken apart in a loop: a path may have more components than the stack has room for.
+// Branches are taken apart in a loop, because a path may have more components than the stack has room for: the
+// children of a node that dies in the loop join it.
 PropertyNode::~PropertyNode() {
+    thread_local std::vector<PropertyNodePtr>* under_way = nullptr;
+    if (under_way != nullptr) {
+        children_.giveUp(*under_way);
+        return;
+    }
     std::vector<PropertyNodePtr> doomed;
-    giveUpChildren(doomed);
+    children_.giveUp(doomed);
+    under_way = &doomed;
     while (!doomed.empty()) {
         const PropertyNodePtr node = std::move(doomed.back());
         doomed.pop_back();
-        if (node.use_count() == 1) node->giveUpChildren(doomed);
     }
-}
-
-void PropertyNode::giveUpChildren(std::vector<PropertyNodePtr>& to) {
-    const std::lock_guard lock(children_mutex_);
-    for (auto& [name, child] : children_) to.push_back(std::move(child));
-    children_.clear();
+    under_way = nullptr;
 }
 
 std::vector<PropertyNodePtr> PropertyNode::children() const {
-    const std::lock_guard lock(children_mutex_);
-    std::vector<PropertyNodePtr> result;
-    result.reserve(children_.size());
-    for (const auto& [name, child] : children_) result.push_back(child);
+    std::vector<PropertyNodePtr> result = children_.list();
     std::sort(result.begin(), result.end(),
               [](const PropertyNodePtr& a, const PropertyNodePtr& b) { return a->name_ < b->name_; });
     return result;
@@ -72,20 +60,18 @@ bool PropertyNode::exists(const std::string& path) {
 // Plain pointers suffice on the way: nodes are never removed from a tree that somebody holds.
 PropertyNode* PropertyNode::find(std::string_view path, bool create) {
     PropertyNode* node = this;
-    for (auto name = takeComponent(path); !name.empty() && node != nullptr; name = takeComponent(path)) {
-        node = node->child(name, create);
+    while (node != nullptr && !path.empty()) {
+        const std::string_view name = path.substr(0, path.find('/'));
+        path.remove_prefix(std::min(name.size() + 1, path.size()));
+        if (name.empty()) continue;
+        PropertyNode* const child = node->children_.find(name);
+        node = child == nullptr && create ? node->makeChild(name) : child;
     }
     return node;
 }
 
-PropertyNode* PropertyNode::child(std::string_view name, bool create) {
-    const std::lock_guard lock(children_mutex_);
-    const auto place = children_.find(name);
-    if (place != children_.end()) return place->second.get();
-    if (!create) return nullptr;
-    const PropertyNodePtr made(new PropertyNode(pathOfChild(full_name_, name), name));
-    children_.emplace(made->name_, made);
-    return made.get();
+PropertyNode* PropertyNode::makeChild(std::string_view name) {
+    return children_.add(PropertyNodePtr(new PropertyNode(pathOfChild(full_name_, name), name)));
 }
 
 uint64_t PropertyNode::addListener(PropertyListener listener) {

@@ -2,7 +2,7 @@
 //
 // Threads: every function may be called from any thread; none is rt-safe. A node's accessors hold its lock
 // for their whole run, so that each is atomic; the thread that has the lock may take it again. Finding and
-// creating nodes takes none of these locks and never waits for a listener.
+// creating nodes takes none of these locks and never waits for a listener; finding takes no lock at all.
 //
 // Listeners run on the thread that made the change, with the node's lock held. So that no two threads wait
 // for each other: a listener uses its own node and nodes whose full name comes later in byte order (its
@@ -13,21 +13,17 @@
 
 #include <cstdint>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "common/export.h"
+#include "common/property_children.h"
 #include "common/property_listeners.h"
 #include "common/property_node_data.h"
 #include "common/property_value.h"
 
 namespace quill {
-
-class PropertyNode;
-using PropertyNodePtr = std::shared_ptr<PropertyNode>;
 
 // T is one of the five value types throughout; any other is an undefined reference when linking.
 class QUILL_COMMON_EXPORT PropertyNode : public std::enable_shared_from_this<PropertyNode> {
@@ -96,6 +92,10 @@ class QUILL_COMMON_EXPORT PropertyNode : public std::enable_shared_from_this<Pro
     template <class T>
     bool getMeta(const std::string& name, T& out);
 
+    // [any] As getMeta, but leaves nothing behind: hasMeta and getMeta in one.
+    template <class T>
+    bool findMeta(const std::string& name, T& out);
+
     // [any] Whether the entry exists and is not empty.
     bool hasMeta(const std::string& name);
 
@@ -117,19 +117,15 @@ class QUILL_COMMON_EXPORT PropertyNode : public std::enable_shared_from_this<Pro
   private:
     friend class PropertyNodeData::SharedDataLock;
     using Lock = PropertyNodeData::SharedDataLock;
-    // The keys lie in the children themselves.
-    using Children = std::unordered_map<std::string_view, PropertyNodePtr>;
 
     PropertyNode(std::string full_name, std::string_view name);
     PropertyNode* find(std::string_view path, bool create);
-    PropertyNode* child(std::string_view name, bool create);
-    void giveUpChildren(std::vector<PropertyNodePtr>& to);
+    PropertyNode* makeChild(std::string_view name);
     void countChange(Lock& lock, int32_t kind, const std::string& name, const PropertyValue& value);
 
     const std::string full_name_;
     const std::string name_;
-    mutable std::mutex children_mutex_;  // held for single steps; no other lock is taken under it
-    Children children_;
+    PropertyChildren children_;
     PropertyNodeData data_;
     std::unique_ptr<PropertyListeners> listeners_;  // under the data lock; null until the first is added
 };

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "bench/kernel_harness/core_clock.h"
+#include "tools/core_clock/core_clock.h"
 
 namespace kernel_harness {
 namespace {
@@ -25,11 +25,11 @@ class TimedRounds : public quill::test::CallRunner {
         const size_t times = timesPerRound(repeat, call);
         std::vector<double> cycles, seconds;
         for (int round = 0; round < kRounds; ++round) {
-            const double before = secondsPerCycle();
-            const double begin = now();
+            const double before = core_clock::secondsPerCycle();
+            const double begin = core_clock::now();
             repeat(call, times);
-            const double each = (now() - begin) / static_cast<double>(times);
-            const double after = secondsPerCycle();
+            const double each = (core_clock::now() - begin) / static_cast<double>(times);
+            const double after = core_clock::secondsPerCycle();
             seconds.push_back(each);
             cycles.push_back(each / std::min(before, after));
         }
@@ -42,9 +42,9 @@ class TimedRounds : public quill::test::CallRunner {
     // Warms up, too.
     static size_t timesPerRound(void (*repeat)(const void* call, size_t times), const void* call) {
         for (size_t times = 1;; times *= 2) {
-            const double begin = now();
+            const double begin = core_clock::now();
             repeat(call, times);
-            if (now() - begin >= kRoundSeconds) return times;
+            if (core_clock::now() - begin >= kRoundSeconds) return times;
         }
     }
 };

@@ -21,11 +21,12 @@ MAY_INCLUDE = {
     f"{WRAPPER}/diags": BASE + [f"{WRAPPER}/diags", f"{WRAPPER}/table"],
     "webrtc_common": BASE + ["webrtc_common"],
     "reference_engine": ["reference_engine"],
+    "tools/core_clock": ["tools/core_clock"],
     "tools/scene": ["tools/scene"],
     "tools": ["common", "webrtc_common", "tools"],
     "tests/engines": ["tests/engines", "common", "webrtc_common"],
     "tests/kernel_check": ["common", "webrtc_common", "tests/kernel_check", "tests/support/guarded_buffer.h"],
-    "bench": ["common", "webrtc_common", "tools/scene", "tests/kernel_check", "bench"],
+    "bench": ["common", "webrtc_common", "tools/core_clock", "tools/scene", "tests/kernel_check", "bench"],
     "tests": ["common", "webrtc_common", "reference_engine", "tools", "tests"],
 }
 

@@ -39,6 +39,7 @@ struct ProcessOptions {
     std::string tuning;              // applied before; empty: none
     std::vector<std::string> trace;  // which diagnostics to follow, and where to; empty: none
     bool compare_routines = false;
+    bool cycles = false;
     bool bypass = false;
     bool quiet = false;
     bool json = false;
@@ -71,6 +72,7 @@ Summary summarise(const ProcessOptions& options, const Session& session, const R
     summary.file_sample_rate = recording.file_sample_rate;
     summary.processing_seconds = processed.processing_seconds;
     summary.input_levels = levelsOf(recording);
+    summary.cycles = processed.cycles;
     summary.output_level = levelOf(processed.output);
     summary.directions = processed.directions;
     summary.talker = findTalker(processed.directions);
@@ -87,6 +89,7 @@ std::vector<int16_t> centreMicrophoneOf(const Recording& recording) {
 Comparison comparisonOf(const Processed& ours, const Processed& own) {
     Comparison comparison = compare(ours.output, own.output);
     comparison.processing_seconds = own.processing_seconds;
+    comparison.cycles = own.cycles;
     return comparison;
 }
 
@@ -149,7 +152,9 @@ std::vector<std::string> inputsOf(const ProcessOptions& options) {
 void run(const ProcessOptions& options) {
     refuseClashes(inputsOf(options), {options.output, options.plot, tracePath(options)});
     std::optional<SecondRun> second_run;
-    if (options.compare_routines) second_run.emplace(options.engine, options.recording, options.bypass);
+    if (options.compare_routines) {
+        second_run.emplace(options.engine, options.recording, options.bypass, options.cycles);
+    }
     const Session session = startSession(options.engine);
     const std::unique_ptr<DiagTree> diags = tunedDiags(options, session);
     Outputs outputs(options, diags.get());
@@ -158,8 +163,9 @@ void run(const ProcessOptions& options) {
     if (!options.parts.empty()) parts = readSceneParts(options.parts, recording);
 
     const bool show_progress = !options.quiet && ::isatty(STDERR_FILENO) != 0;
-    const Processed processed =
-        process(recording, {options.bypass, show_progress, [&](size_t block) { outputs.afterBlock(block); }});
+    const Processed processed = process(
+        recording,
+        {options.bypass, show_progress, [&](size_t block) { outputs.afterBlock(block); }, options.cycles});
     Summary summary = summarise(options, session, recording, parts, processed);
     if (second_run) summary.engine_routines = comparisonOf(processed, second_run->finish(recording.frames));
     outputs.finish(recording, processed);
@@ -185,7 +191,8 @@ void addOptions(CLI::App& command, ProcessOptions& options) {
     command
         .add_option("--plot", options.plot, "Draw levels and spectra, before and after: a PNG or SVG file")
         ->type_name("PICTURE");
-    command.add_flag("--bypass", options.bypass, "Write the raw microphone of channel 7 instead");
+    CLI::Option* const bypass =
+        command.add_flag("--bypass", options.bypass, "Write the raw microphone of channel 7 instead");
     command
         .add_option("--parts", options.parts,
                     "What the parts of a simulated recording are, as 'se_host scene --parts PREFIX' wrote "
@@ -196,6 +203,12 @@ void addOptions(CLI::App& command, ProcessOptions& options) {
                   "Process once more with the engine's own routines: their speed, and how far the output "
                   "differs")
         ->excludes(tuning);
+    command
+        .add_flag(
+            "--cycles", options.cycles,
+            "Tell where the processor's cycles of a block go: de-interleaving, the engine, its hooks by "
+            "kind; with --compare-routines for both runs")
+        ->excludes(bypass);
     addEngineChoice(command, options.engine);
     addEngineSettings(command, options.engine);
     command.add_flag("--quiet", options.quiet, "No progress bar, and no summary unless --json asks for it");

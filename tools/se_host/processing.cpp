@@ -37,19 +37,24 @@ Processed process(const Recording& recording, const ProcessingOptions& options) 
     result.output.resize(blocks * se::BLOCK_SIZE);
     result.directions.reserve(blocks);
     std::optional<boost::timer::progress_display> progress;
+    std::optional<CycleSplit> split;
+    if (options.split_cycles) split.emplace(blocks);
     if (options.show_progress) progress.emplace(blocks, std::cerr, "");
 
     Clock::duration elapsed{};
     for (size_t block = 0; block < blocks; ++block) {
+        if (split) split->beginBlock();
         const auto start = Clock::now();
         processOneBlock(recording, block, options.bypass, result.output.data() + block * se::BLOCK_SIZE);
         elapsed += Clock::now() - start;
+        if (split) split->endBlock();
         if (!options.bypass) result.directions.push_back(currentDirection());
         if (options.after_block) options.after_block(block);
         if (progress) ++*progress;
     }
 
     result.processing_seconds = std::chrono::duration<double>(elapsed).count();
+    if (split) result.cycles = split->shares();
     result.output.resize(recording.frames);
     return result;
 }

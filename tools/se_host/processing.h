@@ -4,8 +4,10 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <vector>
 
+#include "tools/se_host/cycle_split.h"
 #include "tools/se_host/recording.h"
 
 namespace se_host {
@@ -22,6 +24,7 @@ struct Processed {
     std::vector<int16_t> output;        // mono, as long as the recording was before its padding
     std::vector<Direction> directions;  // one a block; empty when the engine was bypassed
     double processing_seconds = 0;
+    std::optional<CycleShares> cycles;  // when they were asked for
 };
 
 // One of the recording's blocks, BLOCK_SIZE samples to `output`. needs: as `process`.
@@ -31,6 +34,7 @@ struct ProcessingOptions {
     bool bypass = false;  // the raw microphone of channel 7 instead of the engine's output
     bool show_progress = false;
     std::function<void(size_t block)> after_block;  // takes none of the time that is measured
+    bool split_cycles = false;
 };
 
 // needs: a started engine.

@@ -33,7 +33,8 @@ bool receive(int socket, void* data, size_t size) {
 }
 
 // The child's whole life. Its exit leaves alone what the parent has open.
-[[noreturn]] void work(int socket, EngineOptions engine, const RecordingOptions& options, bool bypass) {
+[[noreturn]] void work(int socket, EngineOptions engine, const RecordingOptions& options, bool bypass,
+                       bool split_cycles) {
     char go = 0;
     if (!receive(socket, &go, 1)) ::_exit(0);
     try {
@@ -41,8 +42,10 @@ bool receive(int socket, void* data, size_t size) {
         engine.gain.reset();
         engine.echo_safety_factor.reset();
         startSession(engine);
-        const Processed processed = process(readRecording(options), {bypass, false, {}});
+        const Processed processed = process(readRecording(options), {bypass, false, {}, split_cycles});
+        const CycleShares cycles = processed.cycles.value_or(CycleShares{});
         const bool told = send(socket, &processed.processing_seconds, sizeof(double)) &&
+                          send(socket, &cycles, sizeof(cycles)) &&
                           send(socket, processed.output.data(), processed.output.size() * sizeof(int16_t));
         ::_exit(told ? 0 : 1);
     } catch (const std::exception& error) {
@@ -53,14 +56,16 @@ bool receive(int socket, void* data, size_t size) {
 
 }  // namespace
 
-SecondRun::SecondRun(const EngineOptions& engine, const RecordingOptions& recording, bool bypass) {
+SecondRun::SecondRun(const EngineOptions& engine, const RecordingOptions& recording, bool bypass,
+                     bool split_cycles)
+    : split_cycles_(split_cycles) {
     int ends[2];
     if (::socketpair(AF_UNIX, SOCK_STREAM, 0, ends) != 0) throw Failure(kFailed);
     socket_ = ends[0];
     child_ = ::fork();
     if (child_ == 0) {
         ::close(ends[0]);
-        work(ends[1], engine, recording, bypass);
+        work(ends[1], engine, recording, bypass, split_cycles);
     }
     ::close(ends[1]);
     if (child_ > 0) return;
@@ -76,11 +81,14 @@ SecondRun::~SecondRun() {
 Processed SecondRun::finish(size_t frames) {
     Processed processed;
     processed.output.resize(frames);
+    CycleShares cycles{};
     const char go = 1;
     if (!send(socket_, &go, 1) || !receive(socket_, &processed.processing_seconds, sizeof(double)) ||
+        !receive(socket_, &cycles, sizeof(cycles)) ||
         !receive(socket_, processed.output.data(), frames * sizeof(int16_t))) {
         throw Failure(kFailed);
     }
+    if (split_cycles_) processed.cycles = cycles;
     return processed;
 }
 

@@ -14,7 +14,7 @@ namespace se_host {
 class SecondRun {
   public:
     // Leaves a child that waits. needs: no engine loaded yet, no output file begun, one thread. fails: Failure.
-    SecondRun(const EngineOptions& engine, const RecordingOptions& recording, bool bypass);
+    SecondRun(const EngineOptions& engine, const RecordingOptions& recording, bool bypass, bool split_cycles);
     // Ends the child.
     ~SecondRun();
     SecondRun(const SecondRun&) = delete;
@@ -25,6 +25,7 @@ class SecondRun {
     Processed finish(size_t frames);
 
   private:
+    bool split_cycles_;
     pid_t child_;
     int socket_;
 };

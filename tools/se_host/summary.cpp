@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "common/string_printf.h"
+#include "tools/se_host/cycle_split_output.h"
 #include "tools/se_host/resample.h"
 
 namespace se_host {
@@ -62,6 +63,12 @@ std::string comparisonText(const Summary& summary) {
            differenceText(*summary.engine_routines);
 }
 
+std::string cyclesText(const Summary& summary) {
+    const CycleShares* own = nullptr;
+    if (summary.engine_routines && summary.engine_routines->cycles) own = &*summary.engine_routines->cycles;
+    return toText(*summary.cycles, own);
+}
+
 std::string loweredText(const std::optional<double>& db, const char* when, const char* never) {
     return db ? stringPrintf("lowered by %.1f dB %s", *db, when) : std::string(never);
 }
@@ -110,13 +117,18 @@ Json effectJson(const Summary& summary) {
             {"talker_change_db", numberOrNull(summary.effect->talker_changed_db)}};
 }
 
+Json cyclesJson(const std::optional<CycleShares>& cycles) {
+    return cycles ? toJson(*cycles) : Json(nullptr);
+}
+
 Json comparisonJson(const Summary& summary) {
     if (!summary.engine_routines) return nullptr;
     const Comparison& own = *summary.engine_routines;
     return {{"processing_seconds", own.processing_seconds},
             {"real_time_factor", summary.realTimeFactor(own.processing_seconds)},
             {"largest_difference", own.largest_difference},
-            {"difference_db", own.largest_difference == 0 ? Json(nullptr) : Json(own.difference_db)}};
+            {"difference_db", own.largest_difference == 0 ? Json(nullptr) : Json(own.difference_db)},
+            {"cycles", cyclesJson(own.cycles)}};
 }
 
 Json directionsJson(const Summary& summary) {
@@ -153,6 +165,7 @@ std::string toText(const Summary& summary) {
     if (summary.effect) text += effectText(*summary.effect);
     text += line("took", speedText(summary, summary.processing_seconds));
     if (summary.engine_routines) text += line("routines", comparisonText(summary));
+    if (summary.cycles) text += cyclesText(summary);
     return text;
 }
 
@@ -172,6 +185,7 @@ Json toJson(const Summary& summary) {
             {"levels", levelsJson(summary)},
             {"talker", talkerJson(summary)},
             {"effect", effectJson(summary)},
+            {"cycles", cyclesJson(summary.cycles)},
             {"engine_routines", comparisonJson(summary)},
             {"directions", directionsJson(summary)}};
 }

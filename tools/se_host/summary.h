@@ -21,9 +21,10 @@ struct Comparison {
     double processing_seconds;
     int largest_difference;  // between the outputs, in steps of 16 bits
     double difference_db;    // power of the difference over that of the output; minus infinity: none
+    std::optional<CycleShares> cycles;
 };
 
-// Of two outputs of one length; `processing_seconds` is left to the caller.
+// Of two outputs of one length; `processing_seconds` and `cycles` are left to the caller.
 Comparison compare(const std::vector<int16_t>& output, const std::vector<int16_t>& other);
 
 struct Summary {
@@ -48,6 +49,7 @@ struct Summary {
     std::vector<Direction> directions;
     std::optional<Talker> talker;
     std::optional<Effect> effect;  // when the recording's parts are known
+    std::optional<CycleShares> cycles;
     std::optional<Comparison> engine_routines;
 
     // Time taken over the time that the sound lasts: below 1 is faster than it is spoken.

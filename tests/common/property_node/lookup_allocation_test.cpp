@@ -13,6 +13,7 @@ using test::allocationsOf;
 
 class Allocations : public testing::Test {
   protected:
+    // Three components, too long to lie in a string itself.
     const std::string path_ = "diags/a level with a long name/a diagnostic with a long name";
     const std::string missing_ = "diags/a level with a long name/no diagnostic of such a name";
     const PropertyNodePtr root_ = PropertyNode::createRoot();
@@ -58,6 +59,17 @@ TEST_F(Allocations, SettingAScalarMakesNoneWhileNobodyListens) {
     EXPECT_EQ(allocationsOf([&] { set_all_types(2); }), 0u);
 }
 
+TEST_F(Allocations, SettingAnUnchangedScalarMakesNone) {
+    const auto set_twice = [&](auto value) {
+        node_->set(value);
+        EXPECT_EQ(allocationsOf([&] { EXPECT_EQ(node_->set(value), 0u); }), 0u);
+    };
+    set_twice(1);
+    set_twice(1l);
+    set_twice(1.0f);
+    set_twice(true);
+}
+
 TEST_F(Allocations, SettingAnUnchangedScalarMakesNoneWhileSomebodyListens) {
     node_->addListener([](PropertyNode&, const PropertyChangeInfo&) {});
     node_->set(1);
@@ -71,6 +83,7 @@ TEST_F(Allocations, ReadingAScalarOfItsOwnTypeMakesNone) {
     EXPECT_EQ(allocationsOf([&] {
                   int value = node_->get<int>();
                   node_->getMeta(mark, value);
+                  node_->findMeta(mark, value);
                   node_->hasMeta(mark);
                   node_->setMeta(mark, value);
               }),

@@ -93,6 +93,28 @@ TEST_F(Metadata, HasMetaSeesAnEntryWithAValue) {
     EXPECT_FALSE(node_->hasMeta("read_onl"));
 }
 
+TEST_F(Metadata, FindMetaReadsAnEntryAsGetMetaDoes) {
+    node_->setMeta<std::string>("mark", "12 and more");
+    int number = 0;
+    EXPECT_TRUE(node_->findMeta("mark", number));
+    EXPECT_EQ(number, 12);
+}
+
+TEST_F(Metadata, FindMetaCreatesNothing) {
+    int number = 9;
+    EXPECT_FALSE(node_->findMeta("unknown", number));
+    EXPECT_EQ(number, 9);
+    const PropertyNodeData::SharedDataLock lock(node_.get(), nullptr);
+    EXPECT_EQ(lock->metadata, nullptr);
+}
+
+TEST_F(Metadata, FindMetaPassesOverAnEntryThatAskingLeft) {
+    int number = 9;
+    node_->getMeta("asked", number);
+    EXPECT_FALSE(node_->findMeta("asked", number));
+    EXPECT_EQ(number, 9);
+}
+
 TEST_F(Metadata, DoesNotTouchTheValue) {
     node_->setMeta("help", 1);
     EXPECT_TRUE(node_->value().empty());

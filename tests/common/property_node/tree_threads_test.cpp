@@ -42,6 +42,40 @@ TEST(TreeThreads, ReadersListAndFindWhileWritersMake) {
     EXPECT_EQ(root->getNode(pathOf(kNodes - 1), false)->get<int>(), kNodes - 1);
 }
 
+TEST(TreeThreads, WhatIsThereIsFoundWhileSiblingsAreMade) {
+    const PropertyNodePtr root = PropertyNode::createRoot();
+    const PropertyNodePtr first = root->getNode("0", true);
+    std::atomic<int> made{1};
+    test::together(kThreads, [&](int t) {
+        for (int i = 1; t == 0 && i < kNodes; ++i) {
+            root->getNode(std::to_string(i), true);
+            made = i + 1;
+        }
+        while (t != 0 && made < kNodes) {
+            const std::string newest = std::to_string(made - 1);
+            ASSERT_EQ(root->getNode("0", false), first);
+            ASSERT_EQ(root->getNode(newest, true)->name(), newest);
+            ASSERT_EQ(root->getNode(newest, true), root->getNode(newest, false));
+        }
+    });
+    EXPECT_EQ(root->children().size(), size_t{kNodes});
+}
+
+TEST(TreeThreads, ABranchThatIsHeldIsFoundInWhileTheTreeIsGivenUp) {
+    for (int round = 0; round < 100; ++round) {
+        PropertyNodePtr root = PropertyNode::createRoot();
+        const PropertyNodePtr leaf = root->getNode("a/b/c", true);
+        std::vector<PropertyNodePtr> held(kThreads, root->getNode("a/b", false));
+        held[0] = std::move(root);
+        test::together(kThreads, [&](int t) {
+            if (t != 0) {
+                EXPECT_EQ(held[size_t(t)]->getNode("c", false), leaf);
+            }
+            held[size_t(t)].reset();
+        });
+    }
+}
+
 TEST(TreeThreads, LookupDoesNotWaitForAListener) {
     const PropertyNodePtr root = PropertyNode::createRoot();
     const PropertyNodePtr node = root->getNode("a", true);

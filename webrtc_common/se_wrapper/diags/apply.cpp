@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "webrtc_common/se_wrapper/diags/catalogue.h"
+#include "webrtc_common/se_wrapper/diags/diag_nodes.h"
 #include "webrtc_common/se_wrapper/diags/diag_types.h"
 #include "webrtc_common/se_wrapper/diags/exchange.h"
 #include "webrtc_common/se_wrapper/records.h"
@@ -15,7 +15,7 @@ void applyEdit(const Type& type, PropertyNode& node, int index) {
     using Edit = typename Type::EditType;
     const Edit wanted = node.get<Edit>();
     Edit mark{};
-    if (node.hasMeta(kDiagMark)) node.getMeta(kDiagMark, mark);
+    node.findMeta(kDiagMark, mark);
     const auto ask_engine = [&] { return static_cast<Edit>((*type.get)(index)); };
     if (!isToBeApplied(wanted, mark, ask_engine)) return;
     SE_WRAPPER_LOG(5) << "User changed " << SEDiagGetName(index) << " to " << wanted;
@@ -23,8 +23,8 @@ void applyEdit(const Type& type, PropertyNode& node, int index) {
     node.setMeta<Edit>(kDiagMark, wanted);
 }
 
-void applyDiag(PropertyNode& root, int index) {
-    const PropertyNodePtr node = root.getNode(getDiagPropertyName(index), true);
+void applyDiag(DiagNodes& nodes, int index) {
+    const PropertyNodePtr node = nodes.at(index).node;
     withDiagType(SEDiagGetType(index), [&](const auto& type) { applyEdit(type, *node, index); });
 }
 
@@ -44,8 +44,9 @@ void applyBypasses(PropertyNode& root) {
 
 void writeSignalEssenceDiags(const PropertyNodePtr& root) {
     const int count = SEDiagGetNumDiags();
+    DiagNodes nodes(*root);
     for (int index = 0; index < count; ++index) {
-        if (SEDiagGetLen(index) <= 1 && isDiagWritable(index)) applyDiag(*root, index);
+        if (SEDiagGetLen(index) <= 1 && isDiagWritable(index)) applyDiag(nodes, index);
     }
     applyBypasses(*root);
 }

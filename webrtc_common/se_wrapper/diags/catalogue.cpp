@@ -1,22 +1,20 @@
 #include "webrtc_common/se_wrapper/diags/catalogue.h"
 
-#include <algorithm>
 #include <string_view>
 
 #include "common/dynlib.h"
+#include "webrtc_common/se_wrapper/diags/diag_folders.h"
 #include "webrtc_common/se_wrapper/records.h"
 #include "webrtc_common/se_wrapper/table/engine_table.h"
 
 namespace quill::media::se_wrapper {
 
 std::string getDiagPropertyName(int index) {
-    static constexpr std::string_view kFolders[] = {"diags/basic/", "diags/intermediate/", "diags/advanced/",
-                                                    "diags/debug/"};
     const std::string_view name = SEDiagGetName(index);
-    const std::string_view folder = kFolders[std::clamp(SEDiagGetLevel(index), 0, 3)];
+    const std::string_view folder = kDiagFolders[diagFolder(index)];
     std::string path;
-    path.reserve(folder.size() + name.size());
-    return path.append(folder).append(name);
+    path.reserve(folder.size() + 1 + name.size());
+    return path.append(folder).append("/").append(name);
 }
 
 int getDiagIndexOrDie(const std::vector<std::string>& names) {

@@ -5,7 +5,7 @@
 #include <type_traits>
 
 #include "common/string_printf.h"
-#include "webrtc_common/se_wrapper/diags/catalogue.h"
+#include "webrtc_common/se_wrapper/diags/diag_nodes.h"
 #include "webrtc_common/se_wrapper/diags/diag_types.h"
 #include "webrtc_common/se_wrapper/diags/exchange.h"
 #include "webrtc_common/se_wrapper/diags/print_array.h"
@@ -21,8 +21,7 @@ void publishNumber(const Type& type, PropertyNode& node, int index) {
     using Node = typename Type::NodeType;
     const auto value = static_cast<Node>((*type.get)(index));
     typename Type::MarkType mark{};
-    const bool has_mark = node.hasMeta(kDiagMark);
-    if (has_mark) node.getMeta(kDiagMark, mark);
+    const bool has_mark = node.findMeta(kDiagMark, mark);
     if (!isToBePublished(has_mark, mark, value)) return;
     SE_WRAPPER_LOG(5) << "Updating " << SEDiagGetName(index) << " to " << value;
     node.set<Node>(value);
@@ -56,16 +55,9 @@ void publishArray(PropertyNode& node, int index, int length) {
     });
 }
 
-PropertyNodePtr nodeWithHelp(PropertyNode& root, int index) {
-    const std::string path = getDiagPropertyName(index);
-    if (PropertyNodePtr node = root.getNode(path, false)) return node;
-    PropertyNodePtr node = root.getNode(path, true);
-    node->setMeta<std::string>("help", SEDiagGetHelp(index));
-    return node;
-}
-
-void publishDiag(PropertyNode& root, int index) {
-    const PropertyNodePtr node = nodeWithHelp(root, index);
+void publishDiag(DiagNodes& nodes, int index) {
+    const auto [node, is_new] = nodes.at(index);
+    if (is_new) node->setMeta<std::string>("help", SEDiagGetHelp(index));
     if (!isDiagWritable(index)) node->setMeta<bool>("read_only", true);
     SE_WRAPPER_LOG(5) << node->getFullName();
     const int length = SEDiagGetLen(index);
@@ -99,9 +91,10 @@ void readSignalEssenceDiags(const PropertyNodePtr& root) {
     bool transfer_large_arrays = false;
     root->getNode("transfer_large_arrays", true)->get<bool>(transfer_large_arrays, false);
     const int count = SEDiagGetNumDiags();
+    DiagNodes nodes(*root);
     for (int index = 0; index < count; ++index) {
         if (SEDiagGetLen(index) > kMaxSmallArray && !transfer_large_arrays) continue;
-        publishDiag(*root, index);
+        publishDiag(nodes, index);
     }
     publishLocation(*root);
     publishBypasses(*root);

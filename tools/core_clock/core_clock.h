@@ -2,12 +2,20 @@
 // Threads: one.
 #pragma once
 
-namespace kernel_harness {
+#include <cstdint>
+
+namespace core_clock {
 
 // Seconds on a clock that never goes back.
 double now();
 
+// The time-stamp counter: the clock that takes least to read.
+uint64_t ticks();
+
 // Seconds that one core cycle takes at this moment. Runs for about 20 microseconds.
 double secondsPerCycle();
 
-}  // namespace kernel_harness
+// Core cycles that go by in one tick at this moment. Runs for about 20 microseconds.
+double cyclesPerTick();
+
+}  // namespace core_clock
