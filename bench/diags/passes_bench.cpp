@@ -1,12 +1,11 @@
 // bin/diags_bench: what a publishing and an applying pass cost, by the number of diagnostics.
-// The interface table is filled with functions of this file, so that the wrapper's part is measured alone.
+// The engine is a stub, so that the wrapper's part is measured alone.
 // Threads: one.
 #include <benchmark/benchmark.h>
 
 #include <cstdint>
-#include <string>
-#include <vector>
 
+#include "bench/stub_engine/stub_engine.h"
 #include "common/property_node.h"
 #include "webrtc_common/se_wrapper.h"
 
@@ -14,49 +13,11 @@ namespace se = quill::media::se_wrapper;
 
 namespace {
 
-constexpr int kLevels = 4;
-
-struct Engine {
-    std::vector<std::string> names;
-    int length = 1;
-    int32_t value = 0;
-    int32_t elements[10] = {};
-};
-
-Engine& engine() {
-    static Engine the_engine;
-    return the_engine;
-}
-
-// `count` writable diagnostics of type Int32, spread over the levels.
-void fillCatalogue(std::size_t count, int length) {
-    engine() = {};
-    engine().length = length;
-    for (std::size_t i = 0; i < count; ++i) engine().names.push_back("senr_diagnostic_" + std::to_string(i));
-}
-
-void fillInterfaceTable() {
-    using namespace quill::media::se_wrapper;
-    SEDiagGetNumDiags = [] { return static_cast<int32_t>(engine().names.size()); };
-    SEDiagGetName = [](int32_t index) { return engine().names[static_cast<std::size_t>(index)].c_str(); };
-    SEDiagGetLevel = [](int32_t index) { return index % kLevels; };
-    SEDiagGetHelp = [](int32_t) { return "what the diagnostic does, in a line or two of text"; };
-    SEDiagGetRW = [](int32_t) { return SE_DIAG_RW_WRITABLE; };
-    SEDiagGetLen = [](int32_t) { return engine().length; };
-    SEDiagGetType = [](int32_t) { return SE_DIAG_TYPE_INT32; };
-    SEDiagGetInt32 = [](int32_t) { return engine().value; };
-    SEDiagSetInt32 = [](int32_t, int32_t value) { benchmark::DoNotOptimize(value); };
-    SEDiagGetInt32Array = [](int32_t) { return engine().elements; };
-    MMIfGetCurrentLocation = [](uint16_t*, int16_t*) {};
-    MMIfGetAecBypass = []() -> uint16_t { return 0; };
-    MMIfSetAecBypass = [](uint16_t) {};
-}
-
 // A tree that a pass over `count` diagnostics has filled, and how many changes its nodes have told of since.
 class Tree {
   public:
     explicit Tree(int64_t count, int length = 1) : root_(quill::PropertyNode::createRoot()) {
-        fillCatalogue(static_cast<std::size_t>(count), length);
+        bench::fillStubCatalogue(static_cast<std::size_t>(count), length);
         publish();
         watch(*root_);
     }
@@ -97,7 +58,7 @@ void publishUnchangedScalars(benchmark::State& state) {
 void publishChangedScalars(benchmark::State& state) {
     Tree tree(state.range(0));
     for (auto _ : state) {
-        ++engine().value;
+        ++bench::stubEngine().value;
         tree.publish();
     }
     report(state, tree);
@@ -110,7 +71,7 @@ void publishArraysOfTen(benchmark::State& state) {
 }
 
 void publishIntoAnEmptyTree(benchmark::State& state) {
-    fillCatalogue(static_cast<std::size_t>(state.range(0)), 1);
+    bench::fillStubCatalogue(static_cast<std::size_t>(state.range(0)), 1);
     quill::PropertyNodePtr root;
     for (auto _ : state) {
         root = quill::PropertyNode::createRoot();
@@ -141,7 +102,7 @@ BENCHMARK(applyWithoutEdits)->Apply(eachSize);
 }  // namespace
 
 int main(int argc, char** argv) {
-    fillInterfaceTable();
+    bench::fillInterfaceTable();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
     benchmark::RunSpecifiedBenchmarks();

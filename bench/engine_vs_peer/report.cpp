@@ -5,7 +5,7 @@
 #include <cstring>
 #include <numeric>
 
-#include "bench/engine_vs_peer/machine.h"
+#include "bench/measure/machine.h"
 #include "common/string_printf.h"
 
 namespace engine_vs_peer {
@@ -124,8 +124,8 @@ std::string toText(const Report& report, const EngineText& engine, const TrialOp
     std::string text;
     text += "engine     " + engine.build + " (" + engine.version + "), convolution " + engine.kernels + "\n";
     text += "peer       SpeexDSP " SPEEXDSP_VERSION " behind a delay-and-sum\n";
-    text += "processor  " + processorName() + "\n";
-    text += "compiler   " + compilerName() + "\n";
+    text += "processor  " + bench::processorName() + "\n";
+    text += "compiler   " + bench::compilerName() + "\n";
     text +=
         stringPrintf("scenes     %g s each, seeds %u to %u, talker at %g degrees, noise %g dB below him\n",
                      options.seconds, options.seed, options.seed + static_cast<uint32_t>(seeds) - 1,
@@ -157,8 +157,8 @@ Json toJson(const Report& report, const EngineText& engine, const TrialOptions& 
     for (const FigureRow& row : report.rows) figures.push_back(figureJson(report, row));
     return {{"engine", {{"build", engine.build}, {"version", engine.version}, {"kernels", engine.kernels}}},
             {"peer", {{"library", "SpeexDSP"}, {"version", SPEEXDSP_VERSION}}},
-            {"processor", processorName()},
-            {"compiler", compilerName()},
+            {"processor", bench::processorName()},
+            {"compiler", bench::compilerName()},
             {"scenes",
              {{"seconds", options.seconds},
               {"first_seed", options.seed},

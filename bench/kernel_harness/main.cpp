@@ -8,9 +8,10 @@
 #include <string>
 
 #include "bench/kernel_harness/engine.h"
-#include "bench/kernel_harness/multiply_add_limit.h"
+#include "bench/kernel_harness/measure.h"
 #include "bench/kernel_harness/report.h"
 #include "bench/kernel_harness/self_test.h"
+#include "bench/measure/multiply_add_limit.h"
 #include "tests/kernel_check/check.h"
 
 namespace kernel_harness {
@@ -97,6 +98,18 @@ void timeAll(const Options& options, const std::vector<Selected>& rows, Report& 
     }
 }
 
+// As a function that is only timed; there is no reference.
+KernelFunction machineLimits() {
+    KernelFunction function{"multiply_add_limit", {}, {{}}};
+    for (const bench::MultiplyAddLimit& limit : bench::multiplyAddLimits()) {
+        function.variants.push_back({limit.name, limit.needs, [&limit](quill::test::Problem& problem) {
+                                         problem.work(0, limit.multiply_adds);
+                                         problem.call(limit.loop);
+                                     }});
+    }
+    return function;
+}
+
 bool list(const std::vector<Selected>& rows, Report& report) {
     for (const Selected& row : rows) report.listed(row);
     return true;
@@ -116,7 +129,7 @@ bool run(const Options& options) {
     const std::vector<Selected> rows = select(functions, machine, options.function, options.variant);
     const bool good = options.list ? list(rows, report) : checkAll(options, rows, report);
     if (good && options.bench) {
-        const std::vector<KernelFunction> limits = {multiplyAddLimits()};
+        const std::vector<KernelFunction> limits = {machineLimits()};
         timeAll(options, select(limits, machine, {}, {}), report);
         timeAll(options, rows, report);
     }

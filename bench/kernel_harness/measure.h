@@ -6,7 +6,7 @@
 
 namespace kernel_harness {
 
-// Of one call: what the fastest tenth of many rounds stays below. Whoever shares the core only ever adds.
+// Of one call, as bench/measure/rounds.h has it.
 struct Measurement {
     double cycles = 0;
     double nanoseconds = 0;

@@ -27,6 +27,9 @@ MAY_INCLUDE = {
     "tests/engines": ["tests/engines", "common", "webrtc_common"],
     "tests/kernel_check": ["common", "webrtc_common", "tests/kernel_check", "tests/support/guarded_buffer.h"],
     "bench": ["common", "webrtc_common", "tools/core_clock", "tools/scene", "tests/kernel_check", "bench"],
+    "bench/peers": ["common", "webrtc_common", "tests/kernel_check", "bench",
+                    "tests/common/property_node/allocation_count.h",
+                    "tools/se_host/errors.h", "tools/se_host/gnuplot.h", "tools/se_host/temporary_file.h"],
     "tests": ["common", "webrtc_common", "reference_engine", "tools", "tests"],
 }
 

@@ -1,5 +1,6 @@
 #include "tools/core_clock/core_clock.h"
 
+#include <time.h>
 #include <x86intrin.h>
 
 #include <chrono>
@@ -30,6 +31,12 @@ void multiplyInAChain() {
 double now() {
     const auto time = std::chrono::steady_clock::now().time_since_epoch();
     return std::chrono::duration<double>(time).count();
+}
+
+double threadNow() {
+    timespec time{};
+    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
 }
 
 uint64_t ticks() {

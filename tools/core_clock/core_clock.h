@@ -9,6 +9,9 @@ namespace core_clock {
 // Seconds on a clock that never goes back.
 double now();
 
+// Seconds that this thread has run, what the system gave to others left out. Takes longer than now().
+double threadNow();
+
 // The time-stamp counter: the clock that takes least to read.
 uint64_t ticks();
 
