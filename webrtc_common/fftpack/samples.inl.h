@@ -20,7 +20,8 @@ struct PackedSpectrum {
     FFT_INLINE const int16_t* pairs() const { return data + index + 1; }
     FFT_INLINE float value() const {
         const int x = index == 0 ? *data : *pairs();
-        return static_cast<float>(index == 0 || index == last ? 2 * x : x);
+        return static_cast<float>(x * (index == 0 ? 2 : 1) *
+                                  (index == last ? 2 : 1));  // a single value is both
     }
 };
 
