@@ -274,7 +274,7 @@ void realFft(Session& session) {
         for (const int n : kLengths) transform(session, n, forward);
     }
     for (const Hook& each : kHooks) {
-        for (const int build : {0, 1}) {
+        for (const int build : {0, 1, 2}) {
             for (const int n : kLengths) hook(session, each, build, n);
         }
     }
