@@ -17,7 +17,7 @@
 #include "tools/se_host/temporary_file.h"
 #include "webrtc_common/convolve/convolve.h"
 #include "webrtc_common/fftpack/real_fft.h"
-#include "webrtc_common/se_wrapper/dsp/fft_conversion.h"
+#include "webrtc_common/se_wrapper/dsp/dsp_kernels.h"
 
 namespace peers {
 namespace {
@@ -68,7 +68,7 @@ void addOptions(CLI::App& app, Options& options) {
 // Those that a processor gets without asking.
 void selectEverything(const quill::CPUInfo& cpu) {
     quill::media::se_wrapper::selectConvolveKernels(cpu);
-    quill::media::se_wrapper::selectFftConversions(cpu);
+    quill::media::se_wrapper::selectDspKernels(cpu);
     quill::fftpack::selectRealFft(cpu);
 }
 

@@ -108,6 +108,16 @@ std::vector<Variant<Routine>> overEachKernel(Routine* reference, Routine* routin
     return rows;
 }
 
+// A routine of which there are several builds.
+template <class Routine>
+std::vector<Variant<Routine>> onEachBuild(Routine* reference, Routine* routine) {
+    std::vector<Variant<Routine>> rows = {{kReference, &Machine::has_nothing_special, reference}};
+    for (const se::DspKernels& v : se::kDspKernels) {
+        rows.push_back({v.name, v.feature, routine, nullptr, nullptr, &v});
+    }
+    return rows;
+}
+
 Numbers rfirCase(int order, int num_out, int step) {
     return {
         {"order", order}, {"num_out", num_out}, {"step", step}, {"zeros in front", 0}, {"zeros behind", 0}};
@@ -116,17 +126,11 @@ Numbers rfirCase(int order, int num_out, int step) {
 }  // namespace
 
 std::vector<KernelFunction> dspFunctions() {
-    const std::vector<Variant<Vcmul>> vcmul = {
-        {kReference, &Machine::has_nothing_special, referenceVcmul},
-        {"sse41", &CPUInfo::has_sse41, se::vcmul_i16},
-        {"engine", &Machine::has_engine, engineVcmul},
-    };
-    const std::vector<Variant<Deinterleave>> deinterleave = {
-        {kReference, &Machine::has_nothing_special, referenceDeinterleave},
-        {"plain", &Machine::has_nothing_special, se::deinterleaveMicrophones},
-    };
+    std::vector<Variant<Vcmul>> vcmul = onEachBuild(referenceVcmul, se::vcmul_i16);
+    vcmul.push_back({"engine", &Machine::has_engine, engineVcmul});
     return {
-        kernelFunction("deinterleaveMicrophones", poseDeinterleave, deinterleave,
+        kernelFunction("deinterleaveMicrophones", poseDeinterleave,
+                       onEachBuild(referenceDeinterleave, se::deinterleaveMicrophones),
                        {{{"channels", 8}}, {{"channels", 10}}}),
         kernelFunction("vcmul_i16", poseVcmul, vcmul, {{{"n", 129}}, {{"n", 256}}}),
         kernelFunction("interp1ToNCore", poseInterpolate,

@@ -1,4 +1,4 @@
-// The real FFT, the hooks around it and their conversions: problems and variants.
+// The real FFT and the hooks around it: problems and variants.
 #include <map>
 #include <memory>
 
@@ -7,7 +7,6 @@
 #include "tests/kernel_check/scalar_fft/scalar_fft.h"
 #include "tests/kernel_check/transforms.h"
 #include "webrtc_common/fftpack/real_fft.h"
-#include "webrtc_common/se_wrapper/dsp/fft_conversion.h"
 #include "webrtc_common/se_wrapper/dsp/fft_hooks.h"
 
 namespace quill::test {
@@ -18,15 +17,13 @@ namespace se = media::se_wrapper;
 using Transform = fftpack::RealFft;
 using FwdFft = void(DftObj_t*, int16_t*, uint16_t, uint16_t, int16_t*, uint16_t);
 using InvFft = uint16_t(DftObj_t*, int16_t*, uint16_t, uint16_t, int16_t*, uint16_t);
-using Widen = void(const int16_t*, float*, int);
-using Narrow = void(const float*, float, int16_t*, int);
 
 // Every radix and several together, lengths that engines ask for, and a prime.
 constexpr int kTransformLengths[] = {1,   2,   3,   4,   5,   6,   7,   8,   9,   10,  12, 15,
                                      16,  20,  24,  25,  30,  32,  60,  64,  77,  80,  97, 120,
                                      128, 160, 240, 256, 300, 320, 480, 512, 640, 1024};
-constexpr int kHookLengths[] = {2,  4,  6,   8,   10,  12,  14,  16,  18,  26,
-                                60, 64, 160, 256, 320, 480, 512, 640, 1024};
+constexpr int kHookLengths[] = {2,  4,  6,  8,   10, 12, 14,  16,  18,  20,  24,  26,  30,  32,
+                                48, 54, 70, 128, 60, 64, 160, 256, 320, 480, 512, 640, 1024};
 constexpr int kJudgedLength = 160;  // the exact transform takes n^2
 
 const RealFft& setUp(int n) {
@@ -95,23 +92,6 @@ void poseInvFft(Problem& problem, InvFft* kernel) {
     problem.result(written);
 }
 
-void poseWiden(Problem& problem, Widen* kernel) {
-    const int count = problem.draw("count", kLengths);
-    const int16_t* const in = problem.samples("in", static_cast<size_t>(count));
-    float* const out = problem.output<float>("out", static_cast<size_t>(count));
-    problem.work(count, 0);
-    problem.call([=] { kernel(in, out, count); });
-}
-
-void poseNarrow(Problem& problem, Narrow* kernel) {
-    const int count = problem.draw("count", kLengths);
-    const float factor = 1024.0f / static_cast<float>(problem.draw("divisor", {1, 2, 320, 1024, 65536}));
-    const float* const in = problem.floats("in", static_cast<size_t>(count), fillWithAnyFloats);
-    int16_t* const out = problem.output<int16_t>("out", static_cast<size_t>(count));
-    problem.work(count, 0);
-    problem.call([=] { kernel(in, factor, out, count); });
-}
-
 std::vector<Numbers> forEachLength(const Numbers& others = {}) {
     std::vector<Numbers> cases;
     for (const int n : {256, 320, 512, 640, 1024}) {
@@ -130,33 +110,19 @@ std::vector<Variant<Transform>> builds(Transform* scalar, Transform* fftpack::Re
     return all;
 }
 
-// A conversion and every build of it.
-template <class Conversion>
-std::vector<Variant<Conversion>> builds(Conversion* reference, Conversion* se::FftConversions::*conversion) {
-    std::vector<Variant<Conversion>> all = {{kReference, &Machine::has_nothing_special, reference}};
-    for (const se::FftConversions& v : se::kFftConversions) {
-        all.push_back({v.name, v.feature, v.*conversion});
-    }
-    return all;
-}
-
-// A hook on the builds that are selected together.
+// A hook on every build.
 template <class Hook>
 std::vector<Variant<Hook>> onBuilds(Hook* reference, Hook* hook) {
-    const auto on = [hook](int transform, int conversions) -> Variant<Hook> {
-        return {
-            se::kFftConversions[conversions].name, se::kFftConversions[conversions].feature, hook, nullptr,
-            &fftpack::kRealFftVariants[transform], &se::kFftConversions[conversions]};
-    };
-    return {{kReference, &Machine::has_nothing_special, reference}, on(0, 0), on(1, 1)};
+    std::vector<Variant<Hook>> all = {{kReference, &Machine::has_nothing_special, reference}};
+    for (const fftpack::RealFftVariant& v : fftpack::kRealFftVariants) {
+        all.push_back({v.name, v.feature, hook, nullptr, &v});
+    }
+    return all;
 }
 
 }  // namespace
 
 std::vector<KernelFunction> fftFunctions() {
-    const std::vector<Numbers> widened = {{{"count", 256}}, {{"count", 1024}}};
-    const std::vector<Numbers> narrowed = {{{"count", 256}, {"divisor", 1024}},
-                                           {{"count", 1024}, {"divisor", 1024}}};
     return {
         // The scalar transform is judged by the direct one.
         kernelFunction("fdrfftf", poseForward, builds(scalarForwardFft, &fftpack::RealFftVariant::forward),
@@ -167,11 +133,6 @@ std::vector<KernelFunction> fftFunctions() {
                        forEachLength({{"padding", 0}, {"dft_type", 0}})),
         kernelFunction("invFFT", poseInvFft, onBuilds(referenceInvFft, se::invFFT),
                        forEachLength({{"scale_factor_q10", 1024}})),
-        kernelFunction("widen", poseWiden, builds(referenceWiden, &se::FftConversions::widen), widened),
-        kernelFunction("narrowScaled", poseNarrow,
-                       builds(referenceNarrowScaled, &se::FftConversions::narrowScaled), narrowed),
-        kernelFunction("narrowQ10", poseNarrow, builds(referenceNarrowQ10, &se::FftConversions::narrowQ10),
-                       narrowed),
     };
 }
 

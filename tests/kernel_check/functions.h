@@ -1,5 +1,5 @@
 // Every kernel and its variants, as rows that the tests, the harness and its benchmark walk.
-// Threads: one. A variant that uses the convolution kernels or those of the FFT sets their pointers.
+// Threads: one. A variant that uses kernels of which there are several builds sets their pointers.
 #pragma once
 
 #include <functional>
@@ -10,7 +10,7 @@
 #include "tests/kernel_check/problem.h"
 #include "webrtc_common/convolve/convolve.h"
 #include "webrtc_common/fftpack/real_fft.h"
-#include "webrtc_common/se_wrapper/dsp/fft_conversion.h"
+#include "webrtc_common/se_wrapper/dsp/dsp_kernels.h"
 
 namespace quill::test {
 
@@ -28,7 +28,7 @@ struct Variant {
     Routine* routine;
     const media::se_wrapper::ConvolveVariant* kernels = nullptr;  // what it computes through, if anything
     const fftpack::RealFftVariant* real_fft = nullptr;
-    const media::se_wrapper::FftConversions* conversions = nullptr;
+    const media::se_wrapper::DspKernels* dsp_kernels = nullptr;
 };
 
 // The name of a first row that states the contract and is never optimised.
@@ -63,8 +63,8 @@ KernelFunction kernelFunction(const char* name, void (*pose)(Problem&, Routine*)
                                              g_convolve_i16_i32 = v.kernels->i16_i32;
                                          }
                                          if (v.real_fft != nullptr) fftpack::g_real_fft = v.real_fft;
-                                         if (v.conversions != nullptr) {
-                                             media::se_wrapper::g_fft_conversions = v.conversions;
+                                         if (v.dsp_kernels != nullptr) {
+                                             media::se_wrapper::g_dsp_kernels = v.dsp_kernels;
                                          }
                                          pose(problem, v.routine);
                                      }});

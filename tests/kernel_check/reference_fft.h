@@ -21,7 +21,7 @@ inline int32_t truncated(double value) {
     return fits ? static_cast<int32_t>(value) : INT32_MIN;
 }
 
-// The conversions, as in webrtc_common/se_wrapper/dsp/fft_conversion.h.
+// The conversions at either end of a transform.
 inline void referenceWiden(const int16_t* in, float* out, int count) {
     for (int i = 0; i < count; ++i) out[i] = static_cast<float>(in[i]);
 }

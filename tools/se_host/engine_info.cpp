@@ -3,6 +3,7 @@
 #include "common/cpu_info.h"
 #include "tools/se_host/engine_files.h"
 #include "tools/se_host/properties_by_text.h"
+#include "webrtc_common/fftpack/real_fft.h"
 #include "webrtc_common/se_wrapper.h"
 
 namespace se_host {
@@ -69,6 +70,8 @@ EngineInfo gatherInfo(const Session& session) {
             processorFeatures(),
             kernels == nullptr ? "unknown" : kernels->entry,
             kernels == nullptr ? "unknown" : kernels->name,
+            quill::fftpack::g_real_fft->name,
+            se::g_dsp_kernels->name,
             engineNames(),
             propertyLines(session.root)};
 }

@@ -30,6 +30,8 @@ struct EngineInfo {
     std::vector<Presence> processor_features;
     std::string convolution_kernels;  // the entry points selected
     std::string convolution_body;     // what they run
+    std::string real_fft;             // the selected builds: of the FFT behind its hooks
+    std::string dsp_kernels;          // of the complex multiplication and the de-interleaving
     std::vector<std::string> builds;  // that could be loaded instead
     std::vector<PropertyLine> properties;
 };

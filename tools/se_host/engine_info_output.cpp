@@ -50,8 +50,8 @@ std::string toText(const EngineInfo& info) {
     text += line("offers", namesOfPresent(info.capabilities));
     text += line("builds", quill::join(info.builds.begin(), info.builds.end(), ", "));
     text += line("processor", namesOfPresent(info.processor_features));
-    text +=
-        line("kernels", "convolution " + info.convolution_kernels + " (" + info.convolution_body + " body)");
+    text += line("kernels", "convolution " + info.convolution_kernels + " (" + info.convolution_body +
+                                " body), real FFT " + info.real_fft + ", DSP " + info.dsp_kernels);
     text += "\noptional entry points of the engine\n" + presenceLines(info.optional_entry_points);
     text += "\nproperties\n";
     for (const PropertyLine& property : info.properties) text += propertyText(property);
@@ -61,16 +61,19 @@ std::string toText(const EngineInfo& info) {
 Json toJson(const EngineInfo& info) {
     Json properties = Json::object();
     for (const PropertyLine& property : info.properties) properties[property.path] = propertyJson(property);
-    return {
-        {"engine",
-         {{"build", info.build},
-          {"version", info.version},
-          {"capabilities", presenceJson(info.capabilities)},
-          {"optional_entry_points", presenceJson(info.optional_entry_points)}}},
-        {"builds", info.builds},
-        {"processor_features", presenceJson(info.processor_features)},
-        {"kernels", {{"convolution", info.convolution_kernels}, {"convolution_body", info.convolution_body}}},
-        {"properties", properties}};
+    return {{"engine",
+             {{"build", info.build},
+              {"version", info.version},
+              {"capabilities", presenceJson(info.capabilities)},
+              {"optional_entry_points", presenceJson(info.optional_entry_points)}}},
+            {"builds", info.builds},
+            {"processor_features", presenceJson(info.processor_features)},
+            {"kernels",
+             {{"convolution", info.convolution_kernels},
+              {"convolution_body", info.convolution_body},
+              {"real_fft", info.real_fft},
+              {"dsp", info.dsp_kernels}}},
+            {"properties", properties}};
 }
 
 }  // namespace se_host

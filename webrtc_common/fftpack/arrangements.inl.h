@@ -27,15 +27,21 @@ struct AcrossGroups {
             F::store(at + (kRadix + j) * groups, rows[j].im);
         }
     }
-    static FFT_INLINE Complex<F> getPairs(const float* at, size_t groups) {
+    template <class From>
+    static FFT_INLINE Complex<F> getPairs(From at, size_t groups) {
         return {F::load(at), F::load(at + groups)};
     }
-    static FFT_INLINE void putPairs(float* at, size_t groups, Complex<F> value) {
+    template <class To>
+    static FFT_INLINE void putPairs(To at, size_t groups, Complex<F> value) {
         F::store(at, value.re);
         F::store(at + groups, value.im);
     }
-    static FFT_INLINE Complex<F> getReversed(const float* at, size_t groups) { return getPairs(at, groups); }
-    static FFT_INLINE void putReversed(float* at, size_t groups, Complex<F> value) {
+    template <class From>
+    static FFT_INLINE Complex<F> getReversed(From at, size_t groups) {
+        return getPairs(at, groups);
+    }
+    template <class To>
+    static FFT_INLINE void putReversed(To at, size_t groups, Complex<F> value) {
         putPairs(at, groups, value);
     }
     static FFT_INLINE Complex<F> twiddles(const float* w) { return {F::all(w[0]), F::all(w[1])}; }
@@ -96,11 +102,31 @@ struct AlongPairs<F, 1> {
         F::putHalves(last, -4, F::template pick<2, 3, 0, 1>(first, first));
         F::putHalves(last - 2 * kThird, -4, F::template pick<2, 3, 0, 1>(second, second));
     }
+
+    // The same between 16-bit values.
+    static FFT_INLINE Complex<F> getPairs(PackedSpectrum at, size_t /*groups*/) {
+        const auto pairs = F::loadPairs(at.pairs());
+        return {F::re(pairs), F::im(pairs)};
+    }
+    static FFT_INLINE Complex<F> getReversed(PackedSpectrum at, size_t /*groups*/) {
+        const auto pairs = F::loadReversedPairs(at.pairs());
+        return {F::re(pairs), F::im(pairs)};
+    }
+    static FFT_INLINE void putPairs(SpectrumOut at, size_t /*groups*/, Complex<F> value) {
+        F::storePairs(at.data, truncated(at.scale, value));
+    }
+    static FFT_INLINE void putReversed(SpectrumOut at, size_t /*groups*/, Complex<F> value) {
+        F::storeReversedPairs(at.data, truncated(at.scale, value));
+    }
+
     static FFT_INLINE Complex<F> twiddles(const float* w) {
         return apart(F::load(w), F::load(w + F::kLanes));
     }
 
   private:
+    static FFT_INLINE typename F::Pairs truncated(float scale, Complex<F> value) {
+        return F::truncatedPairs(value.re * F::all(scale), value.im * F::all(scale));
+    }
     static FFT_INLINE Complex<F> apart(Vector first, Vector second) {
         return {F::template pick<0, 2, 0, 2>(first, second), F::template pick<1, 3, 1, 3>(first, second)};
     }

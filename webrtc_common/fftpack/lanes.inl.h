@@ -4,20 +4,24 @@
 // 8 lanes are two halves of 4: all rearrangements but those of `halves` happen within a half, since only these
 // are cheap. So the same butterflies serve both sizes.
 
-struct One {
+struct One : OneSample {
     using Vector = float;
     static constexpr size_t kLanes = 1;
     static FFT_INLINE Vector load(const float* p) { return *p; }
     static FFT_INLINE void store(float* p, Vector v) { *p = v; }
+    using OneSample::load;
+    using OneSample::store;
     static FFT_INLINE Vector all(float x) { return x; }
 };
 
-struct Four {
+struct Four : FourSamples {
     using Vector = __m128;
     using Narrower = One;
     static constexpr size_t kLanes = 4;
     static FFT_INLINE Vector load(const float* p) { return _mm_loadu_ps(p); }
     static FFT_INLINE void store(float* p, Vector v) { _mm_storeu_ps(p, v); }
+    using FourSamples::load;
+    using FourSamples::store;
     static FFT_INLINE Vector all(float x) { return _mm_set1_ps(x); }
 
     // Four at `low`; eight lanes take or put their upper half at `distance` from there.
@@ -40,12 +44,14 @@ struct Four {
 };
 
 #ifdef __AVX__
-struct Eight {
+struct Eight : EightSamples {
     using Vector = __m256;
     using Narrower = Four;
     static constexpr size_t kLanes = 8;
     static FFT_INLINE Vector load(const float* p) { return _mm256_loadu_ps(p); }
     static FFT_INLINE void store(float* p, Vector v) { _mm256_storeu_ps(p, v); }
+    using EightSamples::load;
+    using EightSamples::store;
     static FFT_INLINE Vector all(float x) { return _mm256_set1_ps(x); }
 
     static FFT_INLINE Vector halves(const float* low, ptrdiff_t distance) {

@@ -5,43 +5,37 @@
 // complex values that an arrangement L has in its lanes. A forward pass reads split rows and writes packed ones,
 // a backward pass the reverse.
 
-// Where the values of a pass stand, see stage.h. Data of n floats, from group k on.
-template <size_t kRadix, class Float>
+// Where the values of a pass stand, see stage.h. Data of n values, from group k on.
+template <size_t kRadix, class Place>
 struct Split {
-    Float* data;
+    Place data;
     size_t groups;
 
-    FFT_INLINE Float* value(size_t j, size_t i) const { return data + (kRadix * i + j) * groups; }
-    FFT_INLINE Float* pair(size_t m) const { return value(0, 2 * m - 1); }
+    FFT_INLINE Place value(size_t j, size_t i) const { return data + (kRadix * i + j) * groups; }
+    FFT_INLINE Place pair(size_t m) const { return value(0, 2 * m - 1); }
 };
-template <class Float>
+template <class Place>
 struct Packed {
-    Float* data;
+    Place data;
     size_t groups;
     size_t width;
 
-    FFT_INLINE Float* value(size_t j, size_t i) const { return data + (width * j + i) * groups; }
-    FFT_INLINE Float* pair(size_t j, size_t m) const { return value(j, 2 * m - 1); }
+    FFT_INLINE Place value(size_t j, size_t i) const { return data + (width * j + i) * groups; }
+    FFT_INLINE Place pair(size_t j, size_t m) const { return value(j, 2 * m - 1); }
     // Pairs m, m + 1, ..., `pairs` of them, counted from the end: an odd row is the reversed half of the row
     // before it.
-    FFT_INLINE Float* reversed(size_t j, size_t m, size_t pairs) const {
+    FFT_INLINE Place reversed(size_t j, size_t m, size_t pairs) const {
         return value(j, width + 1 - 2 * (m + pairs));
     }
 };
 
-template <size_t kRadix>
-FFT_INLINE Split<kRadix, const float> splitIn(const Stage& s, const float* in, size_t k) {
-    return {in + k, s.groups};
+template <size_t kRadix, class Place>
+FFT_INLINE Split<kRadix, Place> split(const Stage& s, Place data, size_t k) {
+    return {data + k, s.groups};
 }
-template <size_t kRadix>
-FFT_INLINE Split<kRadix, float> splitOut(const Stage& s, float* out, size_t k) {
-    return {out + k, s.groups};
-}
-FFT_INLINE Packed<const float> packedIn(const Stage& s, const float* in, size_t k) {
-    return {in + k, s.groups, s.width};
-}
-FFT_INLINE Packed<float> packedOut(const Stage& s, float* out, size_t k) {
-    return {out + k, s.groups, s.width};
+template <class Place>
+FFT_INLINE Packed<Place> packed(const Stage& s, Place data, size_t k) {
+    return {data + k, s.groups, s.width};
 }
 
 // The twiddle factors of pair m, row 1 first.
@@ -59,10 +53,10 @@ struct Twiddles {
 struct Forward2 {
     static constexpr size_t kRadix = 2;
 
-    template <class F>
-    static FFT_INLINE void ends(const Stage& s, const float* from, float* to, size_t k) {
-        const auto in = splitIn<2>(s, from, k);
-        const auto out = packedOut(s, to, k);
+    template <class F, class From, class To>
+    static FFT_INLINE void ends(const Stage& s, From from, To to, size_t k) {
+        const auto in = split<2>(s, from, k);
+        const auto out = packed(s, to, k);
         const size_t last = s.width - 1;
         const auto a = F::load(in.value(0, 0));
         const auto b = F::load(in.value(1, 0));
@@ -75,11 +69,11 @@ struct Forward2 {
             F::store(out.value(1, 0), -d);
         }
     }
-    template <class L>
-    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 2>& w, const float* from, float* to,
-                                 size_t k, size_t m) {
-        const auto in = splitIn<2>(s, from, k);
-        const auto out = packedOut(s, to, k);
+    template <class L, class From, class To>
+    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 2>& w, From from, To to, size_t k,
+                                 size_t m) {
+        const auto in = split<2>(s, from, k);
+        const auto out = packed(s, to, k);
         Complex<typename L::Floats> rows[2];
         L::getRows(in.pair(m), s.groups, rows);
         const auto y = timesConj(w.row[1], rows[1]);
@@ -91,10 +85,10 @@ struct Forward2 {
 struct Backward2 {
     static constexpr size_t kRadix = 2;
 
-    template <class F>
-    static FFT_INLINE void ends(const Stage& s, const float* from, float* to, size_t k) {
-        const auto in = packedIn(s, from, k);
-        const auto out = splitOut<2>(s, to, k);
+    template <class F, class From, class To>
+    static FFT_INLINE void ends(const Stage& s, From from, To to, size_t k) {
+        const auto in = packed(s, from, k);
+        const auto out = split<2>(s, to, k);
         const size_t last = s.width - 1;
         const auto a = F::load(in.value(0, 0));
         const auto b = F::load(in.value(1, last));
@@ -107,11 +101,11 @@ struct Backward2 {
         F::store(out.value(0, 0), a + b);
         F::store(out.value(1, 0), a - b);
     }
-    template <class L>
-    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 2>& w, const float* from, float* to,
-                                 size_t k, size_t m) {
-        const auto in = packedIn(s, from, k);
-        const auto out = splitOut<2>(s, to, k);
+    template <class L, class From, class To>
+    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 2>& w, From from, To to, size_t k,
+                                 size_t m) {
+        const auto in = packed(s, from, k);
+        const auto out = split<2>(s, to, k);
         const auto x = L::getPairs(in.pair(0, m), s.groups);
         const auto y = L::getReversed(in.reversed(1, m, L::kPairs), s.groups);
         L::putRows(out.pair(m), s.groups, {plusConj(x, y), w.row[1] * minusConj(x, y)});
@@ -121,10 +115,10 @@ struct Backward2 {
 struct Forward4 {
     static constexpr size_t kRadix = 4;
 
-    template <class F>
-    static FFT_INLINE void ends(const Stage& s, const float* from, float* to, size_t k) {
-        const auto in = splitIn<4>(s, from, k);
-        const auto out = packedOut(s, to, k);
+    template <class F, class From, class To>
+    static FFT_INLINE void ends(const Stage& s, From from, To to, size_t k) {
+        const auto in = split<4>(s, from, k);
+        const auto out = packed(s, to, k);
         const size_t last = s.width - 1;
         const auto a = F::load(in.value(0, 0));
         const auto b = F::load(in.value(1, 0));
@@ -138,11 +132,11 @@ struct Forward4 {
         F::store(out.value(3, last), even - odd);
         if (s.width % 2 == 0) highest<F>(in, out, last);
     }
-    template <class L>
-    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 4>& w, const float* from, float* to,
-                                 size_t k, size_t m) {
-        const auto in = splitIn<4>(s, from, k);
-        const auto out = packedOut(s, to, k);
+    template <class L, class From, class To>
+    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 4>& w, From from, To to, size_t k,
+                                 size_t m) {
+        const auto in = split<4>(s, from, k);
+        const auto out = packed(s, to, k);
         Complex<typename L::Floats> rows[4];
         L::getRows(in.pair(m), s.groups, rows);
         const auto x = rows[0];
@@ -157,8 +151,8 @@ struct Forward4 {
     }
 
   private:
-    template <class F>
-    static FFT_INLINE void highest(const Split<4, const float>& in, const Packed<float>& out, size_t last) {
+    template <class F, class In, class Out>
+    static FFT_INLINE void highest(const In& in, const Out& out, size_t last) {
         const auto half_sqrt2 = F::all(0.70710678118654752440f);
         const auto a = F::load(in.value(0, last));
         const auto b = F::load(in.value(1, last));
@@ -176,10 +170,10 @@ struct Forward4 {
 struct Backward4 {
     static constexpr size_t kRadix = 4;
 
-    template <class F>
-    static FFT_INLINE void ends(const Stage& s, const float* from, float* to, size_t k) {
-        const auto in = packedIn(s, from, k);
-        const auto out = splitOut<4>(s, to, k);
+    template <class F, class From, class To>
+    static FFT_INLINE void ends(const Stage& s, From from, To to, size_t k) {
+        const auto in = packed(s, from, k);
+        const auto out = split<4>(s, to, k);
         const size_t last = s.width - 1;
         const auto a = F::load(in.value(0, 0));
         const auto b = F::load(in.value(1, last));
@@ -195,11 +189,11 @@ struct Backward4 {
         F::store(out.value(3, 0), difference + im);
         if (s.width % 2 == 0) highest<F>(in, out, last);
     }
-    template <class L>
-    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 4>& w, const float* from, float* to,
-                                 size_t k, size_t m) {
-        const auto in = packedIn(s, from, k);
-        const auto out = splitOut<4>(s, to, k);
+    template <class L, class From, class To>
+    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 4>& w, From from, To to, size_t k,
+                                 size_t m) {
+        const auto in = packed(s, from, k);
+        const auto out = split<4>(s, to, k);
         const auto x = L::getPairs(in.pair(0, m), s.groups);
         const auto y = L::getReversed(in.reversed(1, m, L::kPairs), s.groups);
         const auto z = L::getPairs(in.pair(2, m), s.groups);
@@ -214,8 +208,8 @@ struct Backward4 {
     }
 
   private:
-    template <class F>
-    static FFT_INLINE void highest(const Packed<const float>& in, const Split<4, float>& out, size_t last) {
+    template <class F, class In, class Out>
+    static FFT_INLINE void highest(const In& in, const Out& out, size_t last) {
         const auto sqrt2 = F::all(1.41421356237309504880f);
         const auto a = F::load(in.value(0, last));
         const auto b = F::load(in.value(1, 0));
@@ -285,10 +279,10 @@ struct ForwardOdd {
     static constexpr size_t kRadix = kOddRadix;
     static constexpr size_t kHalf = (kRadix - 1) / 2;
 
-    template <class F>
-    static FFT_INLINE void ends(const Stage& s, const float* from, float* to, size_t k) {
-        const auto in = splitIn<kRadix>(s, from, k);
-        const auto out = packedOut(s, to, k);
+    template <class F, class From, class To>
+    static FFT_INLINE void ends(const Stage& s, From from, To to, size_t k) {
+        const auto in = split<kRadix>(s, from, k);
+        const auto out = packed(s, to, k);
         Odd<F, kRadix> odd;
         odd.sums[0] = F::load(in.value(0, 0));
         FFT_UNROLL for (size_t j = 1; j <= kHalf; ++j) {
@@ -304,12 +298,12 @@ struct ForwardOdd {
             F::store(out.value(2 * j, 0), odd.differences[j]);
         }
     }
-    template <class L>
-    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, kRadix>& w, const float* from, float* to,
-                                 size_t k, size_t m) {
+    template <class L, class From, class To>
+    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, kRadix>& w, From from, To to, size_t k,
+                                 size_t m) {
         using F = typename L::Floats;
-        const auto in = splitIn<kRadix>(s, from, k);
-        const auto out = packedOut(s, to, k);
+        const auto in = split<kRadix>(s, from, k);
+        const auto out = packed(s, to, k);
         Complex<F> rows[kRadix];
         L::getRows(in.pair(m), s.groups, rows);
         Odd<F, kRadix> re, im;
@@ -341,10 +335,10 @@ struct Backward5 {
     static constexpr size_t kRadix = 5;
     static constexpr size_t kHalf = 2;
 
-    template <class F>
-    static FFT_INLINE void ends(const Stage& s, const float* from, float* to, size_t k) {
-        const auto in = packedIn(s, from, k);
-        const auto out = splitOut<5>(s, to, k);
+    template <class F, class From, class To>
+    static FFT_INLINE void ends(const Stage& s, From from, To to, size_t k) {
+        const auto in = packed(s, from, k);
+        const auto out = split<5>(s, to, k);
         Odd<F, 5> odd;
         odd.sums[0] = F::load(in.value(0, 0));
         FFT_UNROLL for (size_t j = 1; j <= kHalf; ++j) {
@@ -360,12 +354,12 @@ struct Backward5 {
             F::store(out.value(5 - j, 0), odd.sums[j] + odd.differences[j]);
         }
     }
-    template <class L>
-    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 5>& w, const float* from, float* to,
-                                 size_t k, size_t m) {
+    template <class L, class From, class To>
+    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 5>& w, From from, To to, size_t k,
+                                 size_t m) {
         using F = typename L::Floats;
-        const auto in = packedIn(s, from, k);
-        const auto out = splitOut<5>(s, to, k);
+        const auto in = packed(s, from, k);
+        const auto out = split<5>(s, to, k);
         const Complex<F> first = L::getPairs(in.pair(0, m), s.groups);
         Odd<F, 5> re, im;
         re.sums[0] = first.re;
@@ -399,10 +393,10 @@ struct Backward3 {
     static constexpr float kCos = -0.5f;
     static constexpr float kSin = 0.86602540378443864676f;
 
-    template <class F>
-    static FFT_INLINE void ends(const Stage& s, const float* from, float* to, size_t k) {
-        const auto in = packedIn(s, from, k);
-        const auto out = splitOut<3>(s, to, k);
+    template <class F, class From, class To>
+    static FFT_INLINE void ends(const Stage& s, From from, To to, size_t k) {
+        const auto in = packed(s, from, k);
+        const auto out = split<3>(s, to, k);
         const auto a = F::load(in.value(0, 0));
         const auto b = F::load(in.value(1, s.width - 1));
         const auto c = F::load(in.value(2, 0));
@@ -413,11 +407,11 @@ struct Backward3 {
         F::store(out.value(1, 0), re - im);
         F::store(out.value(2, 0), re + im);
     }
-    template <class L>
-    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 3>& w, const float* from, float* to,
-                                 size_t k, size_t m) {
-        const auto in = packedIn(s, from, k);
-        const auto out = splitOut<3>(s, to, k);
+    template <class L, class From, class To>
+    static FFT_INLINE void pairs(const Stage& s, const Twiddles<L, 3>& w, From from, To to, size_t k,
+                                 size_t m) {
+        const auto in = packed(s, from, k);
+        const auto out = split<3>(s, to, k);
         const auto x = L::getPairs(in.pair(0, m), s.groups);
         const auto y = L::getPairs(in.pair(2, m), s.groups);
         const auto z = L::getReversed(in.reversed(1, m, L::kPairs), s.groups);

@@ -61,14 +61,18 @@ void fillTwiddles(int n, const int* ifac, float* twiddles) {
 }  // namespace
 
 const RealFftVariant kRealFftVariants[kNumRealFftVariants] = {
-    {"sse41", &CPUInfo::has_sse41, forward_sse41, backward_sse41},
-    {"avx", &CPUInfo::has_avx, forward_avx, backward_avx},
+    {"sse41", &CPUInfo::has_sse41, forward_sse41, backward_sse41, forwardSamples_sse41,
+     backwardSamples_sse41},
+    {"avx", &CPUInfo::has_avx, forward_avx, backward_avx, forwardSamples_avx, backwardSamples_avx},
+    {"avx2", &CPUInfo::has_avx2, forward_avx2, backward_avx2, forwardSamples_avx2, backwardSamples_avx2},
 };
 
 const RealFftVariant* g_real_fft = &kRealFftVariants[0];
 
 void selectRealFft(const CPUInfo& cpu) {
-    if (cpu.has_avx) g_real_fft = &kRealFftVariants[1];
+    for (const RealFftVariant* v = kRealFftVariants + 1; v != kRealFftVariants + kNumRealFftVariants; ++v) {
+        if (cpu.*v->feature) g_real_fft = v;
+    }
 }
 
 }  // namespace quill::fftpack

@@ -3,6 +3,8 @@
 // Threads: the transforms any, the selection set-up only.
 #pragma once
 
+#include <cstdint>
+
 #include "common/cpu_info.h"
 #include "webrtc_common/se_wrapper/export.h"
 
@@ -11,15 +13,33 @@ namespace quill::fftpack {
 // An in-place transform with the arguments of __ogg_fdrfftf and __ogg_fdrfftb. [any] rt-safe
 using RealFft = void(int n, float* r, float* wsave, const int* ifac);
 
+// The same transforms between n 16-bit samples and the n values of a half spectrum packed into 16 bits, in which
+// value 0 stands at [0], value k at [k + 1], and the first and the last are halves. r: scratch of n floats.
+// needs: r, wsave and ifac overlap nothing; samples and spectrum may be the same.
+
+// spectrum[k + 1] = x[k] * scale in single precision, truncated to 32 bits, of which the low 16 are kept. That
+// holds for value 0 too, which is left at [1], and both halvings are left to the caller.
+// Kept on purpose: no saturation, because the engine's forward transform has none. [any] rt-safe
+using ForwardSamples = void(int n, const int16_t* samples, float scale, int16_t* spectrum, float* r,
+                            float* wsave, const int* ifac);
+
+// samples[i] = (x[i] * gain + 512 in single precision, truncated to 32 bits) >> 10, saturated to 16 bits.
+// Kept on purpose: what exceeds 32 bits, of either sign, truncates to -2^31, the answer of the processor's
+// conversion, and so leaves as -32768. [any] rt-safe
+using BackwardSamples = void(int n, const int16_t* spectrum, float gain, int16_t* samples, float* r,
+                             float* wsave, const int* ifac);
+
 // One build and the processor feature that it needs.
 struct RealFftVariant {
     const char* name;
     bool CPUInfo::*feature;
     RealFft* forward;
     RealFft* backward;
+    ForwardSamples* forward_samples;
+    BackwardSamples* backward_samples;
 };
 
-inline constexpr int kNumRealFftVariants = 2;
+inline constexpr int kNumRealFftVariants = 3;
 
 // Every build, the floor first, for whoever lists, checks or measures them.
 SE_WRAPPER_EXPORT extern const RealFftVariant kRealFftVariants[kNumRealFftVariants];
@@ -28,8 +48,8 @@ SE_WRAPPER_EXPORT extern const RealFftVariant kRealFftVariants[kNumRealFftVarian
 // another after selectRealFft.
 SE_WRAPPER_EXPORT extern const RealFftVariant* g_real_fft;
 
-// Selects the build for AVX, of 256-bit vectors, exactly when `cpu` has AVX; otherwise leaves the selection
-// alone, so that one once made is never taken back.
+// Selects the last build that `cpu` has the feature for, if any beside the floor; otherwise leaves the selection
+// alone, so that one once made is never taken back. Those for AVX and AVX2 have vectors of 256 bits.
 // needs: no transform is running. [setup]
 SE_WRAPPER_EXPORT void selectRealFft(const CPUInfo& cpu);
 

@@ -9,6 +9,7 @@
 
 #include <immintrin.h>
 #include <stddef.h>
+#include <stdint.h>
 
 #include "webrtc_common/fftpack/general_passes.h"
 #include "webrtc_common/fftpack/stage.h"
@@ -22,22 +23,23 @@ namespace FFT_NAMESPACE {
 
 // Each builds on those before it.
 // clang-format off
+#include "webrtc_common/fftpack/samples.inl.h"
 #include "webrtc_common/fftpack/lanes.inl.h"
 #include "webrtc_common/fftpack/arrangements.inl.h"
 #include "webrtc_common/fftpack/passes.inl.h"
 // clang-format on
 
 // From group k on, with as many lanes as are left for.
-template <class Pass, class F>
-FFT_INLINE void endsFrom(const Stage& s, const float* in, float* out, size_t k) {
+template <class Pass, class F, class In, class Out>
+FFT_INLINE void endsFrom(const Stage& s, In in, Out out, size_t k) {
     for (; k + F::kLanes <= s.groups; k += F::kLanes) Pass::template ends<F>(s, in, out, k);
     if constexpr (F::kLanes > 1) {
         if (k < s.groups) endsFrom<Pass, typename F::Narrower>(s, in, out, k);
     }
 }
 
-template <class Pass, class F>
-FFT_INLINE void pairFrom(const Stage& s, const float* in, float* out, size_t k, size_t m) {
+template <class Pass, class F, class In, class Out>
+FFT_INLINE void pairFrom(const Stage& s, In in, Out out, size_t k, size_t m) {
     using L = AcrossGroups<F>;
     if (k + F::kLanes <= s.groups) {
         const Twiddles<L, Pass::kRadix> w(s, m);
@@ -48,14 +50,14 @@ FFT_INLINE void pairFrom(const Stage& s, const float* in, float* out, size_t k, 
     }
 }
 
-template <class Pass>
-void pairsAcrossGroups(const Stage& s, const float* in, float* out) {
-    for (size_t m = 1; 2 * m < s.width; ++m) pairFrom<Pass, Widest>(s, in, out, 0, m);
+template <class Pass, class F, class In, class Out>
+FFT_INLINE void pairsAcrossGroups(const Stage& s, In in, Out out) {
+    for (size_t m = 1; 2 * m < s.width; ++m) pairFrom<Pass, F>(s, in, out, 0, m);
 }
 
 // The last vector overlaps the one before it, if need be. False when there are too few pairs for a vector.
-template <class Pass, class L>
-bool pairsAlong(const Stage& s, const float* in, float* out) {
+template <class Pass, class L, class In, class Out>
+FFT_INLINE bool pairsAlong(const Stage& s, In in, Out out) {
     const size_t pairs = (s.width - 1) / 2;
     if (pairs < L::kPairs) return false;
     const size_t last = pairs - L::kPairs + 1;
@@ -65,8 +67,8 @@ bool pairsAlong(const Stage& s, const float* in, float* out) {
     }
 }
 
-template <class Pass, size_t kGroups, class F>
-bool pairsOfGroups(const Stage& s, const float* in, float* out) {
+template <class Pass, size_t kGroups, class F, class In, class Out>
+FFT_INLINE bool pairsOfGroups(const Stage& s, In in, Out out) {
     if constexpr (F::kLanes <= kGroups) {
         return false;
     } else {
@@ -75,28 +77,53 @@ bool pairsOfGroups(const Stage& s, const float* in, float* out) {
     }
 }
 
+// Samples stand only at rows of one value, spectra of 16 bits only at a single group: the caller's two ends.
+template <class Place>
+constexpr bool kAtRowsOfOneValue = false;
+template <>
+constexpr bool kAtRowsOfOneValue<const int16_t*> = true;
+template <>
+constexpr bool kAtRowsOfOneValue<SamplesOut> = true;
+template <class Place>
+constexpr bool kAtSingleGroup = false;
+template <>
+constexpr bool kAtSingleGroup<PackedSpectrum> = true;
+template <>
+constexpr bool kAtSingleGroup<SpectrumOut> = true;
+
 // Radix 4 stands at the front of the factors or behind a single 2, so that its groups are 1, 2, 4 and more;
 // a 2 is always the first. Other factors have few groups only where n has hardly any even factors.
-template <class Pass>
-bool pairsOfFewGroups(const Stage& s, const float* in, float* out) {
+template <class Pass, class In, class Out>
+FFT_INLINE bool pairsOfFewGroups(const Stage& s, In in, Out out) {
     if constexpr (Pass::kRadix == 4) {
         if (s.groups == 1) return pairsOfGroups<Pass, 1, Widest>(s, in, out);
-        if (s.groups == 2) return pairsOfGroups<Pass, 2, Widest>(s, in, out);
-        if (s.groups == 4) return pairsOfGroups<Pass, 4, Widest>(s, in, out);
+        if constexpr (!kAtSingleGroup<In> && !kAtSingleGroup<Out>) {
+            if (s.groups == 2) return pairsOfGroups<Pass, 2, Widest>(s, in, out);
+            if (s.groups == 4) return pairsOfGroups<Pass, 4, Widest>(s, in, out);
+        }
     }
     if constexpr (Pass::kRadix == 2) return pairsOfGroups<Pass, 1, Widest>(s, in, out);
     return false;
 }
 
 // `in` may be `out` for rows of one value.
-template <class Pass>
-void run(const Stage& s, const float* in, float* out) {
-    endsFrom<Pass, Widest>(s, in, out, 0);
-    if (s.width < 3) return;
-    if (!pairsOfFewGroups<Pass>(s, in, out)) pairsAcrossGroups<Pass>(s, in, out);
+template <class Pass, class In, class Out>
+FFT_INLINE void run(const Stage& s, In in, Out out) {
+    if constexpr (kAtRowsOfOneValue<In> || kAtRowsOfOneValue<Out>) {
+        endsFrom<Pass, Widest>(s, in, out, 0);
+    } else if constexpr (kAtSingleGroup<In> || kAtSingleGroup<Out>) {
+        endsFrom<Pass, One>(s, in, out, 0);
+        if (s.width < 3) return;
+        if (!pairsOfFewGroups<Pass>(s, in, out)) pairsAcrossGroups<Pass, One>(s, in, out);
+    } else {
+        endsFrom<Pass, Widest>(s, in, out, 0);
+        if (s.width < 3) return;
+        if (!pairsOfFewGroups<Pass>(s, in, out)) pairsAcrossGroups<Pass, Widest>(s, in, out);
+    }
 }
 
-void forwardPass(const Stage& s, float* in, float* out) {
+template <class In, class Out>
+FFT_INLINE void forwardPass(const Stage& s, In in, Out out) {
     switch (s.radix) {
         case 2:
             return run<Forward2>(s, in, out);
@@ -106,12 +133,11 @@ void forwardPass(const Stage& s, float* in, float* out) {
             return run<Forward4>(s, in, out);
         case 5:
             return run<ForwardOdd<5>>(s, in, out);
-        default:
-            return forwardGeneral(s, in, out);
     }
 }
 
-void backwardPass(const Stage& s, float* in, float* out) {
+template <class In, class Out>
+FFT_INLINE void backwardPass(const Stage& s, In in, Out out) {
     switch (s.radix) {
         case 2:
             return run<Backward2>(s, in, out);
@@ -121,8 +147,6 @@ void backwardPass(const Stage& s, float* in, float* out) {
             return run<Backward4>(s, in, out);
         case 5:
             return run<Backward5>(s, in, out);
-        default:
-            return backwardGeneral(s, in, out);
     }
 }
 
@@ -139,9 +163,9 @@ void copy(const float* from, float* to, size_t n) {
 }
 
 // From the last factor to the first. An odd number of passes begins with one in place, so that the result is
-// where it belongs.
-void forward(int n, float* r, float* wsave, const int* ifac) {
-    if (n <= 1) return;
+// where it belongs. The first pass takes `samples` and the last gives `spectrum` instead, unless they are null.
+void forwardPasses(int n, const int16_t* samples, float* r, SpectrumOut spectrum, float* wsave,
+                   const int* ifac) {
     const auto length = static_cast<size_t>(n);
     const auto count = static_cast<size_t>(ifac[1]);
     float* from = r;
@@ -150,17 +174,25 @@ void forward(int n, float* r, float* wsave, const int* ifac) {
         s.radix = static_cast<size_t>(ifac[kFirstFactor + f]);
         s.groups /= s.radix;
         s.twiddles -= (s.radix - 1) * s.width;
+        if (s.groups == 1 && spectrum.data != nullptr) return forwardPass(s, from, spectrum);
         float* const to = from != r || (count % 2 == 1 && mayRunInPlace(s)) ? r : wsave;
-        forwardPass(s, from, to);
+        if (s.width == 1 && samples != nullptr) {
+            forwardPass(s, samples, to);
+        } else if (s.radix <= kLargestVectorRadix) {
+            forwardPass(s, from, to);
+        } else {
+            forwardGeneral(s, from, to);
+        }
         from = to;
         s.width *= s.radix;
     }
     copy(from, r, length);
 }
 
-// From the first factor to the last, which may find its values where its results belong.
-void backward(int n, float* r, float* wsave, const int* ifac) {
-    if (n <= 1) return;
+// From the first factor to the last, which may find its values where its results belong. The first pass takes
+// `spectrum` and the last gives `samples` instead, unless they are null.
+void backwardPasses(int n, PackedSpectrum spectrum, float* r, SamplesOut samples, float* wsave,
+                    const int* ifac) {
     const auto length = static_cast<size_t>(n);
     const auto count = static_cast<size_t>(ifac[1]);
     float* from = r;
@@ -168,13 +200,55 @@ void backward(int n, float* r, float* wsave, const int* ifac) {
     for (size_t f = 0; f < count; ++f) {
         s.radix = static_cast<size_t>(ifac[kFirstFactor + f]);
         s.width /= s.radix;
+        if (s.width == 1 && samples.data != nullptr) return backwardPass(s, from, samples);
         float* const to = from != r || mayRunInPlace(s) ? r : wsave;
-        backwardPass(s, from, to);
+        if (s.groups == 1 && spectrum.data != nullptr) {
+            backwardPass(s, spectrum, to);
+        } else if (s.radix <= kLargestVectorRadix) {
+            backwardPass(s, from, to);
+        } else {
+            backwardGeneral(s, from, to);
+        }
         from = to;
         s.twiddles += (s.radix - 1) * s.width;
         s.groups *= s.radix;
     }
     copy(from, r, length);
+}
+
+void forward(int n, float* r, float* wsave, const int* ifac) {
+    if (n > 1) forwardPasses(n, nullptr, r, {nullptr, 0.0f}, wsave, ifac);
+}
+
+void backward(int n, float* r, float* wsave, const int* ifac) {
+    if (n > 1) backwardPasses(n, {nullptr, 0}, r, {nullptr, 0.0f}, wsave, ifac);
+}
+
+// A single pass would stand at both ends, and a general one knows floats only. The factors of n rise but for a 4
+// before a 2.
+bool passesKnowSamples(int n, const int* ifac) {
+    if (n <= 1 || ifac[1] == 1) return false;
+    const auto count = static_cast<size_t>(ifac[1]);
+    return static_cast<size_t>(ifac[kFirstFactor + count - 1]) <= kLargestVectorRadix;
+}
+
+void forwardSamples(int n, const int16_t* in, float scale, int16_t* out, float* r, float* wsave,
+                    const int* ifac) {
+    const SpectrumOut spectrum = {out + 1, scale};
+    if (passesKnowSamples(n, ifac)) return forwardPasses(n, in, r, spectrum, wsave, ifac);
+    for (int i = 0; i < n; ++i) r[i] = One::load(in + i);
+    forward(n, r, wsave, ifac);
+    for (int i = 0; i < n; ++i) One::store(spectrum + i, r[i]);
+}
+
+void backwardSamples(int n, const int16_t* in, float gain, int16_t* out, float* r, float* wsave,
+                     const int* ifac) {
+    const PackedSpectrum spectrum = {in, n - 1};
+    const SamplesOut samples = {out, gain};
+    if (passesKnowSamples(n, ifac)) return backwardPasses(n, spectrum, r, samples, wsave, ifac);
+    for (int i = 0; i < n; ++i) r[i] = One::load(spectrum + i);
+    backward(n, r, wsave, ifac);
+    for (int i = 0; i < n; ++i) One::store(samples + i, r[i]);
 }
 
 }  // namespace FFT_NAMESPACE

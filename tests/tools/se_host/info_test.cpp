@@ -63,7 +63,18 @@ TEST_F(Info, TheKernelsHaveTheWidestBodyThatTheProcessorRuns) {
         if (info["processor_features"][body]) widest = body;
     }
     EXPECT_EQ(info["kernels"]["convolution_body"], widest);
-    EXPECT_NE(run({"info"}).out.find(" (" + widest + " body)\n"), std::string::npos);
+    EXPECT_NE(run({"info"}).out.find(" (" + widest + " body), "), std::string::npos);
+}
+
+TEST_F(Info, NamesTheBuildsOfTheOtherKernels) {
+    const nlohmann::json info = json();
+    const bool avx = info["processor_features"]["avx"];
+    const bool avx2 = info["processor_features"]["avx2"];
+    const std::string real_fft = avx2 ? "avx2" : avx ? "avx" : "sse41";
+    const std::string dsp = avx2 ? "avx2" : "sse41";
+    EXPECT_EQ(info["kernels"]["real_fft"], real_fft);
+    EXPECT_EQ(info["kernels"]["dsp"], dsp);
+    EXPECT_NE(run({"info"}).out.find("real FFT " + real_fft + ", DSP " + dsp + "\n"), std::string::npos);
 }
 
 TEST_F(Info, ListsThePropertiesThatCanBeSet) {

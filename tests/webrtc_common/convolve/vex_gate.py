@@ -14,7 +14,7 @@ import sys
 AVX_FUNCTIONS = [f"convolve_{types}_{instructions}$"
                  for types in ("i16_i16", "i16_i32")
                  for instructions in ("avx", "avx2", "avxvnni", "avx512vnni")]
-AVX_FUNCTIONS += ["7fftpack", "10widen_avx2", "17narrowScaled_avx2", "14narrowQ10_avx2"]
+AVX_FUNCTIONS += ["7fftpack.*3avx", "7fftpack.*4avx2", "20multiplyComplex_avx2", "17deinterleave_avx2"]
 
 FUNCTION = re.compile(r"^[0-9a-f]+ <(.+)>:$")
 INSTRUCTION = re.compile(r"^\s*[0-9a-f]+:\t((?:[0-9a-f]{2} )+)\s*(\S.*)$")

@@ -7,9 +7,10 @@
 namespace quill::fftpack {
 namespace {
 
-CPUInfo processor(bool avx) {
+CPUInfo processor(bool avx, bool avx2 = false) {
     CPUInfo cpu;
     cpu.has_avx = avx;
+    cpu.has_avx2 = avx2;
     return cpu;
 }
 
@@ -30,6 +31,11 @@ TEST_F(RealFftSelection, TakesTheBuildForAvxWhenTheProcessorHasAvx) {
     EXPECT_STREQ(g_real_fft->name, "avx");
 }
 
+TEST_F(RealFftSelection, TakesTheBuildForAvx2WhenTheProcessorHasAvx2) {
+    selectRealFft(processor(true, true));
+    EXPECT_STREQ(g_real_fft->name, "avx2");
+}
+
 TEST_F(RealFftSelection, KeepsTheBuildForSse41WhenTheProcessorHasNoAvx) {
     selectRealFft(processor(false));
     EXPECT_STREQ(g_real_fft->name, "sse41");
@@ -44,7 +50,7 @@ TEST_F(RealFftSelection, IsNeverTakenBack) {
 TEST_F(RealFftSelection, IsWhatTheEntryPointsRun) {
     constexpr RealFft* kForward = [](int, float* r, float*, const int*) { r[0] = 1.0f; };
     constexpr RealFft* kBackward = [](int, float* r, float*, const int*) { r[0] = 2.0f; };
-    const RealFftVariant other = {"other", &CPUInfo::has_sse41, kForward, kBackward};
+    const RealFftVariant other = {"other", &CPUInfo::has_sse41, kForward, kBackward, nullptr, nullptr};
     g_real_fft = &other;
     float r = 0, wsave[17] = {};
     int ifac[20] = {};

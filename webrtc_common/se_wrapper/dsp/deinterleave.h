@@ -2,7 +2,6 @@
 // Threads: audio. It copies samples and must not change them.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 
@@ -14,9 +13,9 @@ namespace quill::media::se_wrapper {
 // Input channel of each microphone row.
 // Kept on purpose: channels 2 and 3 cross and channel 4 comes last, because the engine numbers the
 // microphones that way. Channel 0 of the device is no microphone of the array.
-inline constexpr std::array<std::size_t, 7> kMicrophoneChannels = {1, 3, 2, 5, 6, 7, 4};
+inline constexpr std::size_t kMicrophoneChannels[] = {1, 3, 2, 5, 6, 7, 4};
 
-inline constexpr std::size_t kNumMicrophones = kMicrophoneChannels.size();
+inline constexpr std::size_t kNumMicrophones = sizeof kMicrophoneChannels / sizeof *kMicrophoneChannels;
 inline constexpr std::size_t kMinChannels = 8;
 
 // Copies the microphones of one block into contiguous rows.

@@ -4,9 +4,8 @@
 
 #include <memory>
 
-#include "webrtc_common/fftpack/fftpack.h"
+#include "webrtc_common/fftpack/real_fft.h"
 #include "webrtc_common/se_wrapper/dsp/fft_context.h"
-#include "webrtc_common/se_wrapper/dsp/fft_conversion.h"
 #include "webrtc_common/se_wrapper/records.h"
 
 namespace quill::media::se_wrapper {
@@ -42,16 +41,12 @@ void fwdFFT(DftObj_t* obj, int16_t* in, uint16_t dft_type, uint16_t scale_factor
     QUILL_CHECK_EQ_AT(SE_WRAPPER_HERE, 1024, scale_factor_q10);
     QUILL_CHECK_LE_AT(SE_WRAPPER_HERE, context->dft_size_ + 2, len_out_buf);
     const int n = context->dft_size_;
-    float* const spectrum = context->scratch_.get();
-
     zeroPadding(*context, dft_type, in);
-    g_fft_conversions->widen(in, spectrum, n);
-    __ogg_fdrfftf(n, spectrum, context->twiddles_.get(), context->factors_.get());
-
-    const auto scale = static_cast<float>(1.0 / n);
-    out[0] = narrowScaledHalf(spectrum[0], scale);
+    fftpack::g_real_fft->forward_samples(n, in, static_cast<float>(1.0 / n), out, context->scratch_.get(),
+                                         context->twiddles_.get(), context->factors_.get());
+    // The mean of 16-bit samples fits in 16 bits, so truncating it before it is halved changes nothing.
+    out[0] = static_cast<int16_t>(out[1] / 2);
     out[1] = 0;
-    g_fft_conversions->narrowScaled(spectrum + 1, scale, out + 2, n - 1);
     out[n] = static_cast<int16_t>(out[n] >> 1);
     out[n + 1] = 0;
 }
@@ -61,14 +56,8 @@ uint16_t invFFT(DftObj_t* obj, int16_t* in, uint16_t dft_type, uint16_t scale_fa
     const FFTContext* const context = contextOf(obj);
     QUILL_CHECK_EQ_AT(SE_WRAPPER_HERE, dft_type, 4);
     const int n = context->dft_size_;
-    float* const samples = context->scratch_.get();
-
-    samples[0] = static_cast<float>(in[0] * 2);
-    g_fft_conversions->widen(in + 2, samples + 1, n - 1);
-    samples[n - 1] += samples[n - 1];
-    __ogg_fdrfftb(n, samples, context->twiddles_.get(), context->factors_.get());
-
-    g_fft_conversions->narrowQ10(samples, scale_factor_q10, out, n);
+    fftpack::g_real_fft->backward_samples(n, in, scale_factor_q10, out, context->scratch_.get(),
+                                          context->twiddles_.get(), context->factors_.get());
     return context->dft_size_;
 }
 

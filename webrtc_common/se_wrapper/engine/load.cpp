@@ -6,7 +6,7 @@
 #include "common/file.h"
 #include "webrtc_common/convolve/convolve.h"
 #include "webrtc_common/fftpack/real_fft.h"
-#include "webrtc_common/se_wrapper/dsp/fft_conversion.h"
+#include "webrtc_common/se_wrapper/dsp/dsp_kernels.h"
 #include "webrtc_common/se_wrapper/engine/hooks.h"
 #include "webrtc_common/se_wrapper/engine/library_property.h"
 #include "webrtc_common/se_wrapper/engine/resolve.h"
@@ -50,7 +50,7 @@ void initSignalEssenceOptimForTests() {
     saveEngineRoutines();
     selectConvolveKernels(CPUInfo());
     fftpack::selectRealFft(CPUInfo());
-    selectFftConversions(CPUInfo());
+    selectDspKernels(CPUInfo());
 }
 
 }  // namespace quill::media::se_wrapper

@@ -24,7 +24,7 @@ void processBlock(uint32_t numChannels, const int16_t* interleaved, uint32_t sam
     const auto skipChannels = static_cast<int32_t>(numChannels - uint32_t{kMinChannels});
     QUILL_CHECK_GT_AT(record_sites::kChannelCount, skipChannels, -1);
 
-    alignas(16) int16_t rows[kNumMicrophones][BLOCK_SIZE];
+    alignas(64) int16_t rows[kNumMicrophones][BLOCK_SIZE];
     deinterleaveMicrophones(interleaved, numChannels, rows[0]);
     if (enabled) {
         MMIfProcessMicrophones(rows[0], rows[1], output);
