@@ -11,7 +11,8 @@
 
 namespace {
 
-// Running sums of a group: even outputs and odd outputs.
+// Running sums of a group: even outputs and odd outputs. Lanes with registers to spare keep kChains of them, to
+// which pairs of taps are added in turn, so that fewer additions wait for the one before.
 template <class Lanes>
 struct Sums {
     typename Lanes::Vector even;
@@ -35,9 +36,9 @@ CONVOLVE_INLINE void unrolled(const Each& each) {
 
 // One tap pair of each of kSets sets, which stand W taps apart, for kGroups adjoining groups. `part`: nothing, or
 // which outputs of the last group there are; for nothing else are the last samples read.
-template <class Lanes, size_t kSets, size_t kGroups, class... Part>
-CONVOLVE_INLINE void addPair(Sums<Lanes> (&sums)[kGroups], const int16_t* coeffs, const int16_t* signal,
-                             Part... part) {
+template <class Lanes, size_t kSets, size_t kPair, size_t kGroups, class... Part>
+CONVOLVE_INLINE void addPair(Sums<Lanes> (&sums)[kGroups][Lanes::kChains], const int16_t* coeffs,
+                             const int16_t* signal, Part... part) {
     typename Lanes::Vector taps[kSets];
     unrolled<kSets>([&](auto s) CONVOLVE_LAMBDA {
         const int16_t* const set = coeffs + Lanes::kOutputs * s.value;
@@ -59,18 +60,20 @@ CONVOLVE_INLINE void addPair(Sums<Lanes> (&sums)[kGroups], const int16_t* coeffs
         unrolled<kSets>([&](auto s) CONVOLVE_LAMBDA {
             constexpr size_t group = decltype(m)::value - decltype(s)::value;  // below 0: beyond kGroups, too
             if constexpr (group < kGroups) {
-                Lanes::multiplyAdd(sums[group].even, even, taps[s.value]);
-                Lanes::multiplyAdd(sums[group].odd, odd, taps[s.value]);
+                auto& sum = sums[group][(kPair + s.value) % Lanes::kChains];
+                Lanes::multiplyAdd(sum.even, even, taps[s.value]);
+                Lanes::multiplyAdd(sum.odd, odd, taps[s.value]);
             }
         });
     });
 }
 
 template <class Lanes, size_t kSets, size_t kGroups, class... Part>
-CONVOLVE_INLINE void addStep(Sums<Lanes> (&sums)[kGroups], const int16_t* coeffs, const int16_t* signal,
-                             Part... part) {
+CONVOLVE_INLINE void addStep(Sums<Lanes> (&sums)[kGroups][Lanes::kChains], const int16_t* coeffs,
+                             const int16_t* signal, Part... part) {
     unrolled<4>([&](auto pair) CONVOLVE_LAMBDA {
-        addPair<Lanes, kSets>(sums, coeffs + 2 * pair.value, signal + 2 * pair.value, part...);
+        addPair<Lanes, kSets, decltype(pair)::value>(sums, coeffs + 2 * pair.value, signal + 2 * pair.value,
+                                                     part...);
     });
 }
 
@@ -78,8 +81,8 @@ CONVOLVE_INLINE void addStep(Sums<Lanes> (&sums)[kGroups], const int16_t* coeffs
 // alone the steps that have no partner one set further. Counted in signed numbers: with unsigned ones gcc keeps
 // the sums on the stack between the loops.
 template <class Lanes, size_t kGroups, class... Part>
-CONVOLVE_INLINE void addSteps(Sums<Lanes> (&sums)[kGroups], const int16_t* coeffs, const int16_t* signal,
-                              ptrdiff_t steps, Part... part) {
+CONVOLVE_INLINE void addSteps(Sums<Lanes> (&sums)[kGroups][Lanes::kChains], const int16_t* coeffs,
+                              const int16_t* signal, ptrdiff_t steps, Part... part) {
     constexpr ptrdiff_t kSet = Lanes::kOutputs / 8;
     const auto add = [&](auto sets, ptrdiff_t step) CONVOLVE_LAMBDA {
         addStep<Lanes, decltype(sets)::value>(sums, coeffs + 8 * step, signal + 8 * step, part...);
@@ -103,18 +106,23 @@ CONVOLVE_INLINE void addSteps(Sums<Lanes> (&sums)[kGroups], const int16_t* coeff
 template <class Lanes, size_t kGroups, class Output, class... Part>
 CONVOLVE_INLINE void convolveGroups(const int16_t* coeffs, const int16_t* signal, size_t steps,
                                     size_t first_output, const Output& output, Part... part) {
-    Sums<Lanes> sums[kGroups];
+    Sums<Lanes> sums[kGroups][Lanes::kChains];
     unrolled<kGroups>([&](auto m) CONVOLVE_LAMBDA {
-        sums[m.value].even = Lanes::zero();
-        sums[m.value].odd = Lanes::zero();
+        unrolled<Lanes::kChains>([&](auto chain) CONVOLVE_LAMBDA {
+            sums[m.value][chain.value] = {Lanes::zero(), Lanes::zero()};
+        });
     });
     addSteps(sums, coeffs, signal + first_output, static_cast<ptrdiff_t>(steps), part...);
-    unrolled<kGroups - 1>([&](auto m) CONVOLVE_LAMBDA {
-        output.template put<Lanes>(first_output + Lanes::kOutputs * m.value, sums[m.value].even,
-                                   sums[m.value].odd);
-    });
-    output.template put<Lanes>(first_output + Lanes::kOutputs * (kGroups - 1), sums[kGroups - 1].even,
-                               sums[kGroups - 1].odd, part...);
+    const auto put = [&](auto m, auto... of) CONVOLVE_LAMBDA {
+        Sums<Lanes> sum = sums[m.value][0];
+        unrolled<Lanes::kChains, 1>([&](auto chain) CONVOLVE_LAMBDA {
+            sum.even = Lanes::add(sum.even, sums[m.value][chain.value].even);
+            sum.odd = Lanes::add(sum.odd, sums[m.value][chain.value].odd);
+        });
+        output.template put<Lanes>(first_output + Lanes::kOutputs * m.value, sum.even, sum.odd, of...);
+    };
+    unrolled<kGroups - 1>(put);
+    put(Index<kGroups - 1>(), part...);
 }
 
 // Eights that `count` needs, at least one.

@@ -30,6 +30,7 @@ struct Lanes128 {
     static constexpr size_t kOutputs = 8;
     static constexpr size_t kGroups = 4;  // together: 8 sums of 16 registers, products beside them
     static constexpr size_t kSets = 2;
+    static constexpr size_t kChains = 1;
     static constexpr bool kCanBePart = false;
 
     static CONVOLVE_INLINE Vector zero() { return _mm_setzero_si128(); }

@@ -12,6 +12,7 @@ struct Lanes256 {
     static constexpr size_t kOutputs = 16;
     static constexpr size_t kGroups = 5;  // together: 10 sums, as many as hide a multiplication's latency
     static constexpr size_t kSets = 2;
+    static constexpr size_t kChains = 1;
     static constexpr bool kCanBePart = false;
 
     static CONVOLVE_INLINE Vector zero() { return _mm256_setzero_si256(); }

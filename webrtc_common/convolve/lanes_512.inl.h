@@ -16,6 +16,7 @@ struct Lanes512 {
     static constexpr size_t kOutputs = 32;
     static constexpr size_t kGroups = 5;
     static constexpr size_t kSets = 4;
+    static constexpr size_t kChains = 2;
     static constexpr bool kCanBePart = true;
     using Part = __mmask32;  // a bit each output
 
