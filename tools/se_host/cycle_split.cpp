@@ -80,28 +80,40 @@ double CycleShares::total() const {
 
 CycleSplit::CycleSplit(size_t blocks) {
     blocks_.reserve(blocks);
+    clocks_.reserve(blocks + 1);
     timeTheEngine();
+}
+
+void CycleSplit::lookAtClock() {
+    clocks_.push_back(core_clock::cyclesPerTick());
 }
 
 void CycleSplit::beginBlock() {
     std::fill(std::begin(g_tallies), std::end(g_tallies), Tally{});
-    clock_before_ = core_clock::cyclesPerTick();
     begin_ = core_clock::ticks();
 }
 
-// A look at the clock that was interrupted makes it seem slow, so the faster of two looks counts.
 void CycleSplit::endBlock() {
-    const uint64_t ticks = core_clock::ticks() - begin_;
-    const double cycles_per_tick = std::max(clock_before_, core_clock::cyclesPerTick());
-    Block block{static_cast<double>(ticks) * cycles_per_tick, {}, {}};
+    Block block{static_cast<double>(core_clock::ticks() - begin_), {}, {}};
     for (size_t i = 0; i < kNumTimed; ++i) {
-        block.cycles_in[i] = static_cast<double>(g_tallies[i].ticks) * cycles_per_tick;
+        block.cycles_in[i] = static_cast<double>(g_tallies[i].ticks);
         block.calls_of[i] = static_cast<double>(g_tallies[i].calls);
     }
     blocks_.push_back(block);
 }
 
-CycleShares CycleSplit::shares() const {
+// A look at the clock that was interrupted makes it seem slow, so the faster of two looks counts.
+void CycleSplit::countInCycles() {
+    for (size_t i = 0; i < blocks_.size(); ++i) {
+        const double cycles_per_tick = std::max(clocks_[i], clocks_[i + 1]);
+        blocks_[i].cycles *= cycles_per_tick;
+        for (double& cycles : blocks_[i].cycles_in) cycles *= cycles_per_tick;
+    }
+}
+
+CycleShares CycleSplit::finish() {
+    lookAtClock();
+    countInCycles();
     std::vector<double> cycles;
     for (const Block& block : blocks_) cycles.push_back(block.cycles);
     const auto middle = cycles.begin() + static_cast<std::ptrdiff_t>(cycles.size() / 2);

@@ -38,11 +38,13 @@ class CycleSplit {
     // needs: a started engine.
     explicit CycleSplit(size_t blocks);
 
+    // Measures how fast the core is; before each block, and of no block's time.
+    void lookAtClock();
     void beginBlock();
     void endBlock();
 
     // needs: a block that has ended.
-    CycleShares shares() const;
+    CycleShares finish();
 
   private:
     static constexpr size_t kNumTimed = 2 + kNumAudioHooks;  // entry points, hooks
@@ -52,10 +54,11 @@ class CycleSplit {
         std::array<double, kNumTimed> calls_of;
     };
 
+    void countInCycles();
     CycleShares average(double longest) const;
 
-    std::vector<Block> blocks_;
-    double clock_before_ = 0;  // cycles a tick
+    std::vector<Block> blocks_;   // in ticks until countInCycles
+    std::vector<double> clocks_;  // cycles a tick, before each block and after the last
     uint64_t begin_ = 0;
 };
 

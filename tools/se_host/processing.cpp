@@ -43,18 +43,19 @@ Processed process(const Recording& recording, const ProcessingOptions& options) 
 
     Clock::duration elapsed{};
     for (size_t block = 0; block < blocks; ++block) {
-        if (split) split->beginBlock();
+        if (split) split->lookAtClock();
         const auto start = Clock::now();
+        if (split) split->beginBlock();
         processOneBlock(recording, block, options.bypass, result.output.data() + block * se::BLOCK_SIZE);
-        elapsed += Clock::now() - start;
         if (split) split->endBlock();
+        elapsed += Clock::now() - start;
         if (!options.bypass) result.directions.push_back(currentDirection());
         if (options.after_block) options.after_block(block);
         if (progress) ++*progress;
     }
 
     result.processing_seconds = std::chrono::duration<double>(elapsed).count();
-    if (split) result.cycles = split->shares();
+    if (split) result.cycles = split->finish();
     result.output.resize(recording.frames);
     return result;
 }
