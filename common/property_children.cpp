@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <utility>
 
 #include "common/property_node.h"
 
@@ -86,6 +87,8 @@ std::vector<PropertyNodePtr> PropertyChildren::list() const {
 void PropertyChildren::giveUp(std::vector<PropertyNodePtr>& to) {
     for (PropertyNodePtr& child : owned_) to.push_back(std::move(child));
     owned_.clear();
+    table_.store(nullptr, std::memory_order_relaxed);
+    tables_.clear();
 }
 
 }  // namespace quill

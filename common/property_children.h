@@ -29,7 +29,7 @@ class PropertyChildren {
     // All of them, in the order in which they came.
     std::vector<PropertyNodePtr> list() const;
 
-    // Hands the ownership over. needs: nobody else uses this any more.
+    // Hands the ownership over; there are no children from then on. needs: no other thread uses this any more.
     void giveUp(std::vector<PropertyNodePtr>& to);
 
   private:

@@ -40,9 +40,7 @@ struct Lanes128 {
         return _mm_loadu_si128(reinterpret_cast<const Vector*>(p));
     }
     static CONVOLVE_INLINE void multiplyAdd(Vector& sums, Vector samples, Vector taps) {
-#if defined(__AVX512VNNI__)
-        sums = _mm_dpwssd_epi32(sums, samples, taps);
-#elif defined(__AVXVNNI__)
+#if defined(__AVXVNNI__)
         sums = _mm_dpwssd_avx_epi32(sums, samples, taps);
 #else
         sums = _mm_add_epi32(sums, _mm_madd_epi16(samples, taps));

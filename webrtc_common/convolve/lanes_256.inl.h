@@ -22,9 +22,7 @@ struct Lanes256 {
         return _mm256_loadu_si256(reinterpret_cast<const Vector*>(p));
     }
     static CONVOLVE_INLINE void multiplyAdd(Vector& sums, Vector samples, Vector taps) {
-#if defined(__AVX512VNNI__)
-        sums = _mm256_dpwssd_epi32(sums, samples, taps);
-#elif defined(__AVXVNNI__)
+#if defined(__AVXVNNI__)
         sums = _mm256_dpwssd_avx_epi32(sums, samples, taps);
 #else
         sums = _mm256_add_epi32(sums, _mm256_madd_epi16(samples, taps));

@@ -225,7 +225,7 @@ void backward(int n, float* r, float* wsave, const int* ifac) {
 }
 
 // A single pass would stand at both ends, and a general one knows floats only. The factors of n rise but for a 4
-// before a 2.
+// before a 3, so the last one is the largest where it counts.
 bool passesKnowSamples(int n, const int* ifac) {
     if (n <= 1 || ifac[1] == 1) return false;
     const auto count = static_cast<size_t>(ifac[1]);

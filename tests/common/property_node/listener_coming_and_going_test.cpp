@@ -145,5 +145,21 @@ TEST_F(ComingAndGoing, WhatARemovedOneCapturedMayUseTheNodeWhileItDies) {
     EXPECT_EQ(seen.counters(), Counters{1});
 }
 
+// The branch outlives its tree, and dies on its own.
+TEST_F(ComingAndGoing, WhatOneCapturedFindsNoChildrenWhenItsNodeDies) {
+    struct LooksAtDeath {
+        PropertyNode& node;
+        int& found;
+        ~LooksAtDeath() { found = (node.exists("child") ? 1 : 0) + static_cast<int>(node.children().size()); }
+    };
+    int found = -1;
+    PropertyNodePtr branch = PropertyNode::createRoot()->getNode("branch", true);
+    branch->getNode("child", true);
+    branch->addListener([held = std::shared_ptr<LooksAtDeath>(new LooksAtDeath{*branch, found})](
+                            PropertyNode&, const PropertyChangeInfo&) {});
+    branch.reset();
+    EXPECT_EQ(found, 0);
+}
+
 }  // namespace
 }  // namespace quill

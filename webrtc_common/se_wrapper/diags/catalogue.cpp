@@ -10,7 +10,7 @@
 namespace quill::media::se_wrapper {
 
 std::string getDiagPropertyName(int index) {
-    const std::string_view name = SEDiagGetName(index);
+    const std::string_view name = diagName(index);
     const std::string_view folder = kDiagFolders[diagFolder(index)];
     std::string path;
     path.reserve(folder.size() + 1 + name.size());

@@ -2,12 +2,10 @@
 
 #include <utility>
 
-#include "webrtc_common/se_wrapper/table/engine_table.h"
-
 namespace quill::media::se_wrapper {
 
 DiagNodes::Place DiagNodes::at(int index) {
-    name_ = SEDiagGetName(index);
+    name_ = diagName(index);
     const size_t level = diagFolder(index);
     PropertyNodePtr& folder = folders_[level];
     if (folder == nullptr) folder = root_.getNode(kDiagFolders[level], false);

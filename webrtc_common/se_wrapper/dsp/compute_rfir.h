@@ -12,7 +12,7 @@ namespace quill::media::se_wrapper {
 //     out[i] = (sum over k = 0 .. order of coeffs[k] * signal[i * step + k] + 16384) >> 15, saturated.
 // The coefficients are not reversed: signal[i * step] is the oldest sample of the span.
 // in:     order + 1 Q15 coefficients (taps), any number up to 65536; any alignment of int16.
-// out:    num_out samples, none for num_out 0. May be `signal` itself.
+// out:    num_out samples, none for num_out 0. May be `signal` itself, unless step is 0.
 // reads:  num_out a multiple of 8 and step 1: with P the taps rounded up to a multiple of 8, up to
 //         signal[num_out + P - 1]; what lies past the last tap does not matter.
 //         Otherwise no more than signal[0 .. step * (num_out - 1) + order], and of each span nothing

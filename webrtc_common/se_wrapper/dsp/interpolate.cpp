@@ -13,7 +13,7 @@ namespace {
 
 // Every `stride`-th of `to`. Unrolled: the loop alone costs half as much again.
 void spread(const int16_t* from, std::size_t count, int16_t* to, std::size_t stride) {
-    _Pragma("GCC unroll 8") for (std::size_t j = 0; j < count; ++j, to += stride)* to = from[j];
+    _Pragma("GCC unroll 8") for (std::size_t j = 0; j < count; ++j) to[j * stride] = from[j];
 }
 
 void interpolate(std::size_t num_in, std::size_t factor, const int16_t* signal, int16_t* out,
