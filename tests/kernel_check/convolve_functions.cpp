@@ -27,10 +27,8 @@ struct Lengths {
 };
 
 const std::vector<Numbers> kTimedCases = {
-    {{"num_out", 160}, {"num_taps", 16}},
-    {{"num_out", 160}, {"num_taps", 64}},
-    {{"num_out", 160}, {"num_taps", 512}},
-    {{"num_out", 80}, {"num_taps", 24}},
+    {{"num_out", 160}, {"num_taps", 16}},  {{"num_out", 160}, {"num_taps", 64}},
+    {{"num_out", 160}, {"num_taps", 512}}, {{"num_out", 80}, {"num_taps", 24}},
     {{"num_out", 56}, {"num_taps", 64}},
 };
 
