@@ -8,11 +8,14 @@
 
 namespace quill {
 
-// [any] The directory that holds the running executable, without a separator at its end. fails: an empty
-// string when the system does not tell.
+// [any] The directory that holds the running executable, as File::directoryOf gives it. fails: an empty string
+// when the system does not tell the executable's path.
 QUILL_COMMON_EXPORT std::string getExePath();
 
 struct QUILL_COMMON_EXPORT File {
+    // [any] The path up to its last "/", without it; "/" for a file in the root directory, empty for a name alone.
+    static std::string directoryOf(const std::string& path);
+
     // [any] `a` and `b` with exactly one "/" between them, whatever stands at the joint.
     static std::string joinPath(const std::string& a, const std::string& b);
 };
