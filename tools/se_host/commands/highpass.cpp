@@ -22,11 +22,10 @@ namespace se = quill::media::se_wrapper;
 using quill::stringPrintf;
 
 constexpr int kPictureSize = 1024;  // samples a piece of the spectra
-constexpr int kDelay = 28;          // samples, of the filter
+constexpr int kDelay = 28;          // samples that the filter gives back late
 
 constexpr const char* kExamples =
-    "The filter starts at gain 1 and fades to G over the first 10 ms. What it gives is 28 samples late\n"
-    "(1.75 ms) at every gain.\n"
+    "The output is as long as the input and in step with it: the filter's delay is taken out.\n"
     "Examples:\n"
     "  se_host highpass talker.wav bright.wav\n"
     "  se_host highpass talker.wav half.wav --gain 0.5 --plot half.png\n";
@@ -40,14 +39,19 @@ struct HighpassOptions {
     bool quiet = false;
 };
 
-// One channel, padded with silence to whole blocks and cut to its length again.
+// One channel, in step with what went in. The filter gives its samples late, so silence behind the channel brings
+// out the last of them; silence before it brings the filter to its gain.
 std::vector<int16_t> filtered(std::vector<int16_t> samples, float gain) {
     se::Filter filter(se::kHighPass600Hz);
+    int16_t silence[se::BLOCK_SIZE] = {};
+    filter.filterBlock(silence, silence, gain);
+
     const size_t length = samples.size();
-    samples.resize((length + se::BLOCK_SIZE - 1) / se::BLOCK_SIZE * se::BLOCK_SIZE);
+    samples.resize((length + kDelay + se::BLOCK_SIZE - 1) / se::BLOCK_SIZE * se::BLOCK_SIZE);
     for (size_t first = 0; first < samples.size(); first += se::BLOCK_SIZE) {
         filter.filterBlock(samples.data() + first, samples.data() + first, gain);
     }
+    samples.erase(samples.begin(), samples.begin() + kDelay);
     samples.resize(length);
     return samples;
 }
@@ -116,10 +120,9 @@ void run(const HighpassOptions& options) {
     if (options.quiet) return;
     std::cout << options.input << " -> " << options.output << "\n"
               << "  sound     " << soundText(file, sound) << "\n"
-              << stringPrintf("  filter    600 Hz high-pass, gain %g, %d samples late\n", options.gain,
-                              kDelay)
-              << "  level     " << levelText(sound, options.channel) << " in channel " << options.channel
-              << ", " << levelText(result, options.channel) << " after the filter\n";
+              << stringPrintf("  filter    600 Hz high-pass, gain %g\n", options.gain) << "  level     "
+              << levelText(sound, options.channel) << " in channel " << options.channel << ", "
+              << levelText(result, options.channel) << " after the filter\n";
 }
 
 std::string refuseOtherGains(const std::string& text) {
