@@ -8,7 +8,7 @@ import re
 import sys
 
 WRAPPER = "webrtc_common/se_wrapper"
-BASE = ["common", f"{WRAPPER}/export.h", f"{WRAPPER}/records.h"]
+BASE = ["common", "webrtc_common/export.h", f"{WRAPPER}/records.h"]
 
 HOST = "tools/se_host"
 HOST_BASE = ["common", "webrtc_common", "tools/output"]
