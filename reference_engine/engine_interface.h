@@ -42,8 +42,8 @@ SE_ENGINE_API void MMIfInit(uint16_t mode);
 // to 6 one after the other. out: 160 samples, 395 samples after the centre microphone. [audio] rt-safe
 SE_ENGINE_API void MMIfProcessMicrophones(int16_t* centre, int16_t* circle, int16_t* out);
 
-// The far-end block of the same 10 ms, called before the microphones. in: 160 samples. out: the 160 samples to
-// play, the receive gain applied; may be `in`. [audio] rt-safe
+// The far-end block of the same 10 ms, called before the microphones. in: 160 samples. out: the 160 samples
+// to play, the receive gain applied; may be `in`. [audio] rt-safe
 SE_ENGINE_API void RcvIfProcessReceivePath(const int16_t* in, int16_t* out);
 
 // in: Q10, 1024 = unity; below 0 counts as 0. [control]

@@ -1,4 +1,5 @@
-// The measures of the engine's audio, which its settings, stages and diagnostics share. Constants and types only.
+// The measures of the engine's audio, which its settings, stages and diagnostics share. Constants and types
+// only.
 #pragma once
 
 #include <cstdint>

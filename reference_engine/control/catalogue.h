@@ -1,4 +1,5 @@
-// The catalogue of diagnostics: one table of the settings and readings that a client may access. Threads: built when the library is loaded, constant afterwards.
+// The catalogue of diagnostics: one table of the settings and readings that a client may access. Threads:
+// built when the library is loaded, constant afterwards.
 #pragma once
 
 #include "reference_engine/engine_interface.h"

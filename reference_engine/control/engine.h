@@ -1,5 +1,5 @@
-// The engine as a whole: the stages of a block in order, and the state between blocks. There is one instance, as
-// the C interface has no handle. Threads: one call at a time; init [setup], the paths [audio] rt-safe.
+// The engine as a whole: the stages of a block in order, and the state between blocks. There is one instance,
+// as the C interface has no handle. Threads: one call at a time; init [setup], the paths [audio] rt-safe.
 #pragma once
 
 #include "reference_engine/audio/beam_former.h"

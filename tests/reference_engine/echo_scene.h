@@ -1,5 +1,5 @@
-// Scenes with a loudspeaker beside the array, sent through both paths of an engine, and the echo in its output.
-// The look direction is fixed, so that the output differs from run to run by the echo alone.
+// Scenes with a loudspeaker beside the array, sent through both paths of an engine, and the echo in its
+// output. The look direction is fixed, so that the output differs from run to run by the echo alone.
 #pragma once
 
 #include "tests/reference_engine/engine_under_test.h"

@@ -25,8 +25,8 @@ INSTANTIATE_FOR_EACH_BUILD(Extremes);
 
 const Samples kSilence(100 * kBlock, 0);
 
-// Blocks after which the output no longer depends on earlier input: it leaves the filters after one block, the
-// frames of the noise reduction after three, their overlap after five, the de-emphasis soon after.
+// Blocks after which the output no longer depends on earlier input: it leaves the filters after one block,
+// the frames of the noise reduction after three, their overlap after five, the de-emphasis soon after.
 constexpr size_t kSettled = 6 * kBlock;
 
 }  // namespace

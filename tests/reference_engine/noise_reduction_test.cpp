@@ -38,7 +38,8 @@ class NoiseReduction : public EngineTest {
         return decibels(pausePower(played(mixture, true)) / pausePower(played(mixture, false)));
     }
 
-    // Level of the talker that is left, in dB: the part of the output that is a multiple of the talker's signal.
+    // Level of the talker that is left, in dB: the part of the output that is a multiple of the talker's
+    // signal.
     double talkerKept(const se_scene::Scene& parts) {
         const Samples talker = played(parts.talker, true);
         const Samples out = played(parts.mixture(), false);
