@@ -4,8 +4,8 @@
 Usage: exported_symbols.py LIST LIBRARY          prints the differences; exit code 1 if there is one
        exported_symbols.py --renew LIST LIBRARY  writes the list
 
-Weak symbols depend on what the compiler inlines. Those of explicitly instantiated templates do not and are listed; the
-others are left out, but each must belong to this project or to the standard library.
+Weak symbols depend on what the compiler inlines, and compilers differ in which type information they export. Both are
+left out, except explicitly instantiated templates; each must belong to this project or to the standard library.
 """
 import pathlib
 import re
@@ -17,6 +17,7 @@ EXPLICIT_INSTANTIATIONS = re.compile(
     r"^(std::string )?quill::(StaticPropertyBase|StaticDeferredInit|property_internal::PropertyValueOperatorsT"
     r"|media::se_wrapper::printArray)<")
 KNOWN = re.compile(r"\bquill::|\bstd::|__gnu_cxx::")
+TYPE_INFORMATION = re.compile(r"(typeinfo|typeinfo name|vtable) for (quill|std)::")
 STRING = "std::__cxx11::basic_string<char, std::char_traits<char>, std::allocator<char> >"
 LINE = re.compile(r"^[0-9a-f]+ (\w) (.+)$")
 
@@ -28,6 +29,8 @@ def exported(library):
     for line in text.splitlines():
         kind, name = LINE.match(line).groups()
         name = name.replace(STRING, "std::string").replace(" >", ">")
+        if TYPE_INFORMATION.match(name):
+            continue
         if kind not in "WVu" or (kind == "W" and EXPLICIT_INSTANTIATIONS.match(name)):
             names.add(name)
         elif not KNOWN.search(name):
