@@ -13,8 +13,8 @@
 #include "bench/routines_vs_libraries/report.h"
 #include "bench/routines_vs_libraries/session.h"
 #include "kernel_check/program/program.h"
-#include "tools/se_host/errors.h"
-#include "tools/se_host/temporary_file.h"
+#include "tools/output/errors.h"
+#include "tools/output/temporary_file.h"
 #include "webrtc_common/se_wrapper/dsp/select_kernels.h"
 
 namespace routines_vs_libraries {
@@ -73,16 +73,16 @@ void compare(Session& session, const std::string& only) {
     if (!found) throw std::invalid_argument("no area '" + only + "'; there are " + areaNames());
 }
 
-void write(se_host::TemporaryFile& file, const std::string& content) {
+void write(se_output::TemporaryFile& file, const std::string& content) {
     std::ofstream stream(file.name(), std::ios::binary);
     stream << content << std::flush;
-    if (!stream) throw se_host::Failure("cannot write '" + file.path() + "'; is there space left?");
+    if (!stream) throw se_output::Failure("cannot write '" + file.path() + "'; is there space left?");
     file.commit();
 }
 
 void run(const Options& options) {
     // Whether they can be written is to be known before the work is done.
-    std::optional<se_host::TemporaryFile> json;
+    std::optional<se_output::TemporaryFile> json;
     if (!options.json.empty()) json.emplace(options.json);
     std::optional<Plots> plots;
     if (!options.plots.empty()) plots.emplace(options.plots);
@@ -106,7 +106,7 @@ int main(int argc, char** argv) {
     CLI::App app(kDescription, "routines_vs_libraries");
     addOptions(app, options);
     return program::run(app, argc, argv, [&] {
-        se_host::removeTemporaryFilesOnSignals();
+        se_output::removeTemporaryFilesOnSignals();
         run(options);
         return program::kDone;
     });
