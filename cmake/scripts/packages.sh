@@ -33,7 +33,7 @@ require_packages() {
 }
 
 BUILD_PACKAGES=(g++ cmake ninja-build pkg-config)
-TOOL_PACKAGES=(libsndfile1-dev libsamplerate0-dev libcli11-dev nlohmann-json3-dev libboost-dev gnuplot-nox)
+TOOL_PACKAGES=(libsndfile1-dev libsamplerate0-dev libcli11-dev nlohmann-json3-dev libboost-dev gnuplot-nox libkissfft-dev)
 TEST_PACKAGES=(libgtest-dev libbenchmark-dev python3 binutils qemu-user libspeexdsp-dev groff-base)
 CHECK_PACKAGES=(clang clang-format clang-tidy)
 PEER_PACKAGES=(libavcodec-dev libavutil-dev libswresample-dev libfftw3-dev libkissfft-dev libliquid-dev libvolk2-dev
