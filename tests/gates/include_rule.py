@@ -12,6 +12,7 @@ BASE = ["common", "webrtc_common/export.h", f"{WRAPPER}/records.h"]
 
 HOST = "tools/se_host"
 HOST_BASE = ["common", "webrtc_common", "tools/output"]
+ENGINE_BASE = [f"reference_engine/{name}.h" for name in ("build", "engine_interface", "format", "settings")]
 
 # Folder -> what it may include, by path prefix. The longest matching folder decides.
 MAY_INCLUDE = {
@@ -23,7 +24,10 @@ MAY_INCLUDE = {
     f"{WRAPPER}/table": BASE + [f"{WRAPPER}/table"],
     f"{WRAPPER}/diags": BASE + [f"{WRAPPER}/diags", f"{WRAPPER}/table"],
     "webrtc_common": BASE + ["webrtc_common"],
-    "reference_engine": ["reference_engine"],
+    "reference_engine": ENGINE_BASE,
+    "reference_engine/routines": ENGINE_BASE + ["reference_engine/routines"],
+    "reference_engine/audio": ENGINE_BASE + ["reference_engine/routines", "reference_engine/audio"],
+    "reference_engine/control": ["reference_engine"],
     "tools/core_clock": ["tools/core_clock"],
     "tools/scene": ["tools/scene"],
     "tools/output": ["tools/output"],

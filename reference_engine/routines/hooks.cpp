@@ -1,5 +1,5 @@
 // The hook variables with the engine's own routines in them. All other code of the engine calls the routines
-// through these variables, and only so.
+// through these variables only.
 #include "reference_engine/engine_interface.h"
 #include "reference_engine/routines/routines.h"
 

@@ -1,4 +1,4 @@
-// The measures of the engine's audio. Constants and the one buffer that every filter needs.
+// The one buffer that every filter needs: a block and its past in one run of memory.
 #pragma once
 
 #include <algorithm>
@@ -6,17 +6,12 @@
 #include <cstdint>
 #include <iterator>
 
+#include "reference_engine/format.h"
+
 namespace reference_engine {
 
-inline constexpr int kSampleRate = 16000;
-inline constexpr int kBlock = 160;      // samples a block: 10 ms
-inline constexpr int kMicrophones = 7;  // 0 the centre, 1 to 6 the circle
-inline constexpr int kLocations = 12;   // look directions, 30 degrees apart
-
-using MicrophoneBlock = int16_t[kMicrophones][kBlock];
-
-// A block and the `History` samples before it, so that a filter finds its past in one run of memory. Seven
-// zeros follow: convolution routines in steps of eight read beyond the last sample.
+// A block and the `History` samples before it. Seven zeros follow: convolution routines in steps of eight
+// read beyond the last sample.
 template <uint16_t History>
 class DelayLine {
   public:
