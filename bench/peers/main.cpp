@@ -13,8 +13,8 @@
 #include "bench/peers/plots.h"
 #include "bench/peers/report.h"
 #include "bench/peers/session.h"
-#include "tools/se_host/errors.h"
-#include "tools/se_host/temporary_file.h"
+#include "tools/output/errors.h"
+#include "tools/output/temporary_file.h"
 #include "webrtc_common/convolve/convolve.h"
 #include "webrtc_common/fftpack/real_fft.h"
 #include "webrtc_common/se_wrapper/dsp/dsp_kernels.h"
@@ -84,16 +84,16 @@ void compare(Session& session, const std::string& only) {
     if (!found) throw std::invalid_argument("no area '" + only + "'; there are " + areaNames());
 }
 
-void write(se_host::TemporaryFile& file, const std::string& content) {
+void write(se_output::TemporaryFile& file, const std::string& content) {
     std::ofstream stream(file.name(), std::ios::binary);
     stream << content << std::flush;
-    if (!stream) throw se_host::Failure("cannot write '" + file.path() + "'; is there space left?");
+    if (!stream) throw se_output::Failure("cannot write '" + file.path() + "'; is there space left?");
     file.commit();
 }
 
 void run(const Options& options) {
     // Whether they can be written is to be known before the work is done.
-    std::optional<se_host::TemporaryFile> json;
+    std::optional<se_output::TemporaryFile> json;
     if (!options.json.empty()) json.emplace(options.json);
     std::optional<Plots> plots;
     if (!options.plots.empty()) plots.emplace(options.plots);
@@ -123,7 +123,7 @@ int main(int argc, char** argv) {
     addOptions(app, options);
     try {
         app.parse(argc, argv);
-        se_host::removeTemporaryFilesOnSignals();
+        se_output::removeTemporaryFilesOnSignals();
         run(options);
         return 0;
     } catch (const CLI::Success& help) {
@@ -132,7 +132,7 @@ int main(int argc, char** argv) {
         return complain(std::string(error.what()) + "; see 'peers --help'", 2);
     } catch (const std::invalid_argument& error) {
         return complain(std::string(error.what()) + "; see 'peers --help'", 2);
-    } catch (const se_host::UsageError& error) {
+    } catch (const se_output::UsageError& error) {
         return complain(error.what(), 2);
     } catch (const std::runtime_error& error) {
         return complain(error.what(), 1);

@@ -5,13 +5,13 @@
 #include <filesystem>
 
 #include "common/string_printf.h"
-#include "tools/se_host/errors.h"
+#include "tools/output/errors.h"
 
 namespace peers {
 namespace {
 
 using quill::stringPrintf;
-using se_host::plotText;
+using se_output::plotText;
 
 struct Chart {
     const char* file;
@@ -119,7 +119,7 @@ std::string scriptOf(const Chart& chart, const std::vector<Curve>& curves) {
     for (size_t i = 0; i < curves.size(); ++i) {
         if (curves[i].role == Role::limit) continue;
         const std::string block = "curve" + std::to_string(i);
-        script += se_host::plotData(block, curves[i].points);
+        script += se_output::plotData(block, curves[i].points);
         plot += (plot.empty() ? "plot $" : ", $") + block + style(curves[i], ours, others) + " title " +
                 plotText(curves[i].name);
     }
@@ -138,10 +138,10 @@ std::string scriptOf(const Chart& chart, const std::vector<Curve>& curves) {
 Plots::Plots(const std::string& folder) {
     std::error_code error;
     std::filesystem::create_directories(folder, error);
-    if (error) throw se_host::Failure("cannot make the folder '" + folder + "': " + error.message());
+    if (error) throw se_output::Failure("cannot make the folder '" + folder + "': " + error.message());
     for (const Chart& chart : kCharts) {
         pictures_.push_back(
-            std::make_unique<se_host::Picture>((std::filesystem::path(folder) / chart.file).string()));
+            std::make_unique<se_output::Picture>((std::filesystem::path(folder) / chart.file).string()));
     }
 }
 

@@ -7,21 +7,21 @@
 #include <vector>
 
 #include "bench/peers/contest.h"
-#include "tools/se_host/gnuplot.h"
+#include "tools/output/gnuplot.h"
 
 namespace peers {
 
 class Plots {
   public:
     // Make it before the work, so that what is wrong with the folder or gnuplot is known early.
-    // fails: se_host::Failure.
+    // fails: se_output::Failure.
     explicit Plots(const std::string& folder);
 
-    // Draws what there are results for, as SVG. fails: se_host::Failure.
+    // Draws what there are results for, as SVG. fails: se_output::Failure.
     void draw(const std::vector<Result>& results);
 
   private:
-    std::vector<std::unique_ptr<se_host::Picture>> pictures_;  // that appear once they are drawn
+    std::vector<std::unique_ptr<se_output::Picture>> pictures_;  // that appear once they are drawn
 };
 
 }  // namespace peers

@@ -8,7 +8,7 @@
 #include <cstdint>
 
 #include "common/cpu_info.h"
-#include "webrtc_common/se_wrapper/export.h"
+#include "webrtc_common/export.h"
 
 // Both kernels work in whole blocks of eight outputs and whole steps of eight taps, at least one of each:
 //     B = max(1, ceil(num_out / 8)) blocks, S = max(1, ceil(num_taps / 8)) steps,

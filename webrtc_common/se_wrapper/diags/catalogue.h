@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "webrtc_common/se_wrapper/export.h"
+#include "webrtc_common/export.h"
 
 namespace quill::media::se_wrapper {
 

@@ -7,7 +7,7 @@
 #include <cstdint>
 
 #include "common/cpu_info.h"
-#include "webrtc_common/se_wrapper/export.h"
+#include "webrtc_common/export.h"
 
 namespace quill::media::se_wrapper {
 

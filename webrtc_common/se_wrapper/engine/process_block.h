@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
+#include "webrtc_common/export.h"
 #include "webrtc_common/se_wrapper/dsp/block_size.h"
-#include "webrtc_common/se_wrapper/export.h"
 
 namespace quill::media::se_wrapper {
 

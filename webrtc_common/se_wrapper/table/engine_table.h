@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "webrtc_common/se_wrapper/export.h"
+#include "webrtc_common/export.h"
 #include "webrtc_common/se_wrapper/table/engine_types.h"
 
 namespace quill::media::se_wrapper {
