@@ -5,6 +5,7 @@
 #include "tools/se_host/engine/properties_by_text.h"
 #include "webrtc_common/fftpack/real_fft.h"
 #include "webrtc_common/se_wrapper.h"
+#include "webrtc_common/se_wrapper/dsp/dsp_kernels.h"
 
 namespace se_host {
 namespace {

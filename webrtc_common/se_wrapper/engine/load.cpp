@@ -35,7 +35,9 @@ void openSignalEssenceDynamicLibrary(const std::string& name) {
     if (MMIfInit != nullptr) return;
 
     const std::string path = File::joinPath(File::joinPath(getExePath(), "selibs"), name);
-    const DynLibHandle se_lib = loadDynamicLibrary(path);
+    std::string reason;
+    const DynLibHandle se_lib = loadDynamicLibrary(path, &reason);
+    if (se_lib == nullptr) SE_WRAPPER_LOG(5) << reason;
     QUILL_CHECK_AT(record_sites::kLibraryNotOpened, se_lib) << "Could not open shared library at " << path;
 
     resolveEngineTable(se_lib);

@@ -2,9 +2,9 @@
 """Instructions with a VEX or EVEX prefix stand in functions that carry AVX in their name, those with EVEX in
 functions that carry AVX512, and nowhere else: any other function runs on processors that would stop at them.
 
-Usage: vex_gate.py LIBRARY...               exit code 1 if an instruction breaks the rule
-       vex_gate.py --expect-avx LIBRARY...  exit code 1 unless functions of every kind in AVX_FUNCTIONS have such
-                                            instructions: shows that the gate sees them
+Usage: vex_instructions.py LIBRARY...               exit code 1 if an instruction breaks the rule
+       vex_instructions.py --expect-avx LIBRARY...  exit code 1 unless functions of every kind in AVX_FUNCTIONS have
+                                                    such instructions: shows that the gate sees them
 """
 import re
 import subprocess
