@@ -2,7 +2,8 @@
 # tree. The tree has the layout of an installation (bin/, bin/selibs/, lib/), so that a program finds
 # its engine builds in either.
 
-if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+# The build type belongs to the top-level project. Everything else here is set for this project's folders alone.
+if(PROJECT_IS_TOP_LEVEL AND NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
   set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
 endif()
 
@@ -23,16 +24,15 @@ if(SE_WRAPPER_SANITIZE)
 endif()
 
 include(GNUInstallDirs)
-set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
-set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
-set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
-set(SE_ENGINE_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin/selibs)
-set(SE_ENGINE_INSTALL_DIRECTORY ${CMAKE_INSTALL_BINDIR}/selibs)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
+set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
+set(SE_ENGINE_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin/selibs)
 
-# Libraries are found relative to whoever needs them, built or installed.
-set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
-file(RELATIVE_PATH se_lib_from_bin /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
-set(CMAKE_INSTALL_RPATH "$ORIGIN;$ORIGIN/${se_lib_from_bin}")
+# Libraries are found relative to the file that needs them, in the build tree as installed: a file that is installed
+# keeps its runpath. CMake's own runpath for the build tree ends in an empty entry, which means the current folder.
+set(CMAKE_BUILD_WITH_INSTALL_RPATH ON)
+set(CMAKE_INSTALL_RPATH $ORIGIN/../lib)
 
 # Warnings and floating-point rules. Contraction is off so that a processor with FMA gives the same
 # bits as one without.
@@ -41,10 +41,22 @@ target_compile_options(se_build_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wnon-virtual-dtor
   -ffp-contract=off
   $<$<BOOL:${SE_WRAPPER_WERROR}>:-Werror>)
-target_include_directories(se_build_flags INTERFACE ${CMAKE_SOURCE_DIR})
+target_include_directories(se_build_flags INTERFACE ${PROJECT_SOURCE_DIR})
+
+# Calls between the libraries are bound when a file is loaded, and the tables that are used for it are read-only
+# from then on.
+target_link_options(se_build_flags INTERFACE -Wl,-z,relro -Wl,-z,now)
+
+# The same for a library that is installed: it names every library that it takes symbols from. Sanitizers leave theirs
+# to the program.
+add_library(se_library_flags INTERFACE)
+target_link_libraries(se_library_flags INTERFACE se_build_flags)
+if(NOT SE_WRAPPER_SANITIZE)
+  target_link_options(se_library_flags INTERFACE -Wl,-z,defs)
+endif()
 
 # se_find(<purpose> <debian package> <name> [<find_package arguments...>]): a missing package is named together
-# with what it is for, instead of CMake's generic message.
+# with what it is for.
 macro(se_find purpose debian_package name)
   find_package(${name} ${ARGN} QUIET)
   if(NOT ${name}_FOUND)

@@ -1,30 +1,47 @@
 # What an installation holds: headers, both libraries, the engine builds beside the programs, a CMake
 # package and a pkg-config file. Everything is found relative to itself, so the tree may be moved.
+#
+# Other libraries are called libcommon, too, so ours stands in a folder of its own, which the files that need it name
+# in their runpath.
 
 include(CMakePackageConfigHelpers)
 
-install(TARGETS se_common se_wrapper EXPORT se_wrapper_targets
-  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
-
-# The headers that a host may include: se_wrapper.h and what it gathers.
-install(DIRECTORY common/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/libse_wrapper/common
-  FILES_MATCHING PATTERN "*.h")
-install(DIRECTORY webrtc_common/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/libse_wrapper/webrtc_common
-  FILES_MATCHING PATTERN "*.h"
-  PATTERN "*.inl.h" EXCLUDE)
-
+set(se_include_dir ${CMAKE_INSTALL_INCLUDEDIR}/libse_wrapper)
+set(se_private_lib_dir ${CMAKE_INSTALL_LIBDIR}/libse_wrapper)
 set(se_cmake_dir ${CMAKE_INSTALL_LIBDIR}/cmake/se_wrapper)
+
+install(TARGETS se_common EXPORT se_wrapper_targets
+  LIBRARY DESTINATION ${se_private_lib_dir}
+  FILE_SET HEADERS DESTINATION ${se_include_dir})
+install(TARGETS se_wrapper EXPORT se_wrapper_targets
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  FILE_SET HEADERS DESTINATION ${se_include_dir})
+
+install(TARGETS ${SE_ENGINE_TARGETS} EXPORT se_wrapper_targets
+  LIBRARY DESTINATION ${CMAKE_INSTALL_BINDIR}/selibs)
+
+if(TARGET se_host)
+  install(TARGETS se_host RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  install(FILES tools/se_host/se_host.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  # The last entry is the build tree's.
+  file(RELATIVE_PATH se_lib_from_bin /prefix/${CMAKE_INSTALL_BINDIR} /prefix/${CMAKE_INSTALL_LIBDIR})
+  set(se_runpath $ORIGIN/${se_lib_from_bin}/libse_wrapper $ORIGIN/${se_lib_from_bin} $ORIGIN/../lib)
+  list(REMOVE_DUPLICATES se_runpath)
+  set_target_properties(se_host PROPERTIES INSTALL_RPATH "${se_runpath}")
+endif()
+
 install(EXPORT se_wrapper_targets NAMESPACE se_wrapper:: DESTINATION ${se_cmake_dir})
 configure_package_config_file(cmake/se_wrapper-config.cmake.in
-  ${CMAKE_BINARY_DIR}/se_wrapper-config.cmake INSTALL_DESTINATION ${se_cmake_dir})
-write_basic_package_version_file(${CMAKE_BINARY_DIR}/se_wrapper-config-version.cmake
+  ${PROJECT_BINARY_DIR}/se_wrapper-config.cmake INSTALL_DESTINATION ${se_cmake_dir})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/se_wrapper-config-version.cmake
   COMPATIBILITY SameMajorVersion)
 install(FILES
-  ${CMAKE_BINARY_DIR}/se_wrapper-config.cmake
-  ${CMAKE_BINARY_DIR}/se_wrapper-config-version.cmake
+  ${PROJECT_BINARY_DIR}/se_wrapper-config.cmake
+  ${PROJECT_BINARY_DIR}/se_wrapper-config-version.cmake
+  cmake/SeEngines.cmake
   DESTINATION ${se_cmake_dir})
 
 file(RELATIVE_PATH se_prefix_from_pkgconfig
   /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
-configure_file(cmake/se_wrapper.pc.in ${CMAKE_BINARY_DIR}/se_wrapper.pc @ONLY)
-install(FILES ${CMAKE_BINARY_DIR}/se_wrapper.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+configure_file(cmake/se_wrapper.pc.in ${PROJECT_BINARY_DIR}/se_wrapper.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/se_wrapper.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -3,16 +3,46 @@
 #include <dlfcn.h>
 #include <link.h>
 
+#include <utility>
+
+#include "common/elf_file.h"
+
 namespace quill {
+namespace {
+
+// Why the library must not be opened; empty when it may.
+std::string objectionTo(const std::string& path) {
+    if (path.empty()) return "the path of the library is empty";  // dlopen would take it for the program
+    // The loader looks for a name without a slash in folders of its own: there is no file to look at yet.
+    if (path.find('/') == std::string::npos) return {};
+    return whyNotLoadable(path);
+}
+
+// What the loader says about its last failure on this thread.
+std::string loaderError(const std::string& path) {
+    const char* const text = ::dlerror();
+    return text == nullptr ? path + " cannot be loaded" : text;
+}
+
+}  // namespace
+
+DynLibHandle loadDynamicLibrary(const std::string& path, std::string* why) {
+    std::string reason = objectionTo(path);
+    if (reason.empty()) {
+        if (const DynLibHandle library = ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL)) return library;
+        reason = loaderError(path);
+    }
+    if (why != nullptr) *why = std::move(reason);
+    return nullptr;
+}
 
 DynLibHandle loadDynamicLibrary(const std::string& path) {
-    if (path.empty()) return nullptr;  // dlopen would take it for the program itself
-    return dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    return loadDynamicLibrary(path, nullptr);
 }
 
 void* getSymbolAddress(DynLibHandle handle, const std::string& name) {
     if (handle == nullptr) return nullptr;
-    void* const address = dlsym(handle, name.c_str());
+    void* const address = ::dlsym(handle, name.c_str());
     if (address == nullptr) return nullptr;
 
     // dlsym searches the dependencies too; the owner of the address must be the library itself.

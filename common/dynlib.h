@@ -14,8 +14,12 @@ namespace quill {
 
 using DynLibHandle = void*;  // null: no library
 
-// [any] Opens the library at `path` with all of its references bound. fails: null, without a record.
+// [any] Opens the library at `path` with all of its references bound; its symbols stay out of the program's
+// global scope. A file that is no whole shared library is refused before the loader sees it.
+// out:   *why, unless null: on failure the reason, one line that names the library; else it stays as it is.
+// fails: null, without a record.
 QUILL_COMMON_EXPORT DynLibHandle loadDynamicLibrary(const std::string& path);
+QUILL_COMMON_EXPORT DynLibHandle loadDynamicLibrary(const std::string& path, std::string* why);
 
 // [any] The address of the symbol that the library itself exports under exactly this name. fails: null,
 // without a record, when it exports none; a name that only one of its dependencies exports counts as none.
@@ -40,7 +44,7 @@ void getSymbol(T* sym, DynLibHandle lib, const char* name) {
     *sym = reinterpret_cast<T>(getSymbolAddress(lib, name));
 }
 
-// [any] Sets *sym to the symbol, whatever *sym held before. fails: fatal, naming the symbol.
+// [any] Sets *sym to the symbol and overwrites what *sym held. fails: fatal, naming the symbol.
 template <class T>
 void getSymbolOrDie(T* sym, DynLibHandle lib, const char* name) {
     getSymbol(sym, lib, name);

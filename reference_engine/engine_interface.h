@@ -1,5 +1,5 @@
-// The engine's C interface: everything that a build exports, and nothing else. A client finds these by name.
-// Threads: one call at a time, whatever the thread; set-up, blocks and diagnostics must not overlap. The
+// The engine's C interface: all that a build exports. A client resolves these by name.
+// Threads: one call at a time, from any thread; set-up, blocks and diagnostics must not overlap. The
 // engine makes no threads and takes no locks. Tags: [setup] before any audio, [control] between blocks,
 // [audio] once a block; rt-safe: allocates nothing, makes no system call.
 #pragma once
@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 
-// The device-model build keeps the later names of some symbols. The sources say the first ones.
+// The device-model build exports some symbols under later names. The sources use the first ones.
 #ifdef SE_ENGINE_DEVICE_MODEL
 #define SEDiagGetInt40 SEDiagGetInt64
 #define SEDiagGetUInt40 SEDiagGetUInt64
@@ -23,7 +23,7 @@
 
 #define SE_ENGINE_API __attribute__((visibility("default")))
 
-// What the beam-forming build offers and the device-model build keeps to itself.
+// Exported by the beam-forming build alone.
 #ifdef SE_ENGINE_DEVICE_MODEL
 #define SE_ENGINE_BEAM_API __attribute__((visibility("hidden")))
 #else
@@ -34,16 +34,16 @@ extern "C" {
 
 // ---- Audio ------------------------------------------------------------------------------------------------
 
-// Puts everything into its first state, settings included. Blocks before it give silence, the receive path
-// passes the far end through. in: `mode` 0, the only one. [setup]
+// Sets the initial state, settings included. Before it, blocks are silent and the receive path passes the far
+// end through. in: `mode` 0, the only one. [setup]
 SE_ENGINE_API void MMIfInit(uint16_t mode);
 
 // One block of 10 ms at 16 kHz. in: `centre` 160 samples of microphone 0; `circle` 960 samples, microphones 1
 // to 6 one after the other. out: 160 samples, 395 samples after the centre microphone. [audio] rt-safe
 SE_ENGINE_API void MMIfProcessMicrophones(int16_t* centre, int16_t* circle, int16_t* out);
 
-// The far-end block of the same 10 ms, before the microphones' one. in: 160 samples. out: the 160 samples to
-// play, the receive gain applied; may be `in`. [audio] rt-safe
+// The far-end block of the same 10 ms, called before the microphones. in: 160 samples. out: the 160 samples
+// to play, the receive gain applied; may be `in`. [audio] rt-safe
 SE_ENGINE_API void RcvIfProcessReceivePath(const int16_t* in, int16_t* out);
 
 // in: Q10, 1024 = unity; below 0 counts as 0. [control]
@@ -52,7 +52,7 @@ SE_ENGINE_API void MMIfSetReceivePathGainQ10(int16_t gain);
 // Text owned by the engine, for the life of the process. [control]
 SE_ENGINE_API const char* MMIfGetVersionString(void);
 
-// 0 or 1; 1: the microphones keep the echo. The canceller goes on learning, to be ready at once. [control]
+// 0 or 1; 1: the echo is not subtracted. The canceller keeps adapting, so that it is ready at once. [control]
 SE_ENGINE_API uint16_t MMIfGetAecBypass(void);
 SE_ENGINE_API void MMIfSetAecBypass(uint16_t bypass);
 
@@ -63,19 +63,19 @@ SE_ENGINE_API void MMIfSetNoiseReductionBypass(uint16_t bypass);
 // ---- Look direction ---------------------------------------------------------------------------------------
 
 // out: location 0 to 11, the azimuth 30 x location degrees counter-clockwise from microphone 1; confidence 0
-// (no direction stands out) to 32767 (all sound comes from there). [control]
+// (all directions alike) to 32767 (all sound comes from there). [control]
 SE_ENGINE_API void MMIfGetCurrentLocation(uint16_t* location, int16_t* confidence);
 
-// Fixes the look direction and the confidence to report, from the next block on; cut to their ranges.
+// Fixes the look direction and the reported confidence, from the next block on; clamped to their ranges.
 // [control]
 SE_ENGINE_API void MMIfSetManualLocation(int32_t location, int16_t confidence);
 
-// Ends a manual location: the search goes on, in the sector that was last chosen. [control]
+// Ends a manual location: the search continues in the sector that was chosen last. [control]
 SE_ENGINE_API void MMIfSetAutoLocationSearch(void);
 
-// These choose the sector that is searched, and end a manual location: all around; within 90 degrees of
-// azimuth 0; within 30 degrees; the present direction alone. in: `rejection_db`, by how much the output is
-// lowered while the strongest sound comes from outside the sector, 0 to 40 dB. [control]
+// These choose the sector to search and end a manual location: all around; within 90 degrees of
+// azimuth 0; within 30 degrees; the present direction alone. in: `rejection_db`, attenuation of
+// the output while the strongest sound comes from outside the sector, 0 to 40 dB. [control]
 SE_ENGINE_BEAM_API void MMIfLookInAllDirectionsIncludingRear(void);
 SE_ENGINE_BEAM_API void MMIfLookForwardRejectRearNoise(float rejection_db);
 SE_ENGINE_BEAM_API void MMIfLookNarrowForwardRejectRearNoise(float rejection_db);
@@ -90,11 +90,11 @@ struct NoiseTestRecord {
 };
 static_assert(sizeof(NoiseTestRecord) == 720);
 
-// Measures the microphones over the blocks that follow. A test that runs starts again. [control]
+// Measures the microphones over the following blocks. A running test is restarted. [control]
 SE_ENGINE_API void MMIfStartNoiseTest(void);
-// 1 while blocks are still wanted, else 0. [control]
+// 1 while a test is running, else 0. [control]
 SE_ENGINE_API int32_t MMIfNoiseTestIsRunning(void);
-// The last finished test, all -120 before the first. Memory of the engine, for the life of the process.
+// The last finished test; all -120 before the first. Memory of the engine, for the life of the process.
 // [control]
 SE_ENGINE_API NoiseTestRecord* MMIfGetNoiseTestResults(void);
 
@@ -114,12 +114,12 @@ enum SEDiagType_t : int32_t {
 
 enum SEDiagRW_t : int32_t { kSEDiagNoAccess = 0, kSEDiagRead = 1, kSEDiagWrite = 2, kSEDiagReadWrite = 3 };
 
-// One diagnostic. Clients of old read `level` and `help` at their offsets, so these stay where they are.
+// One diagnostic. Older clients read `level` and `help` at these offsets.
 struct SEDiag_t {
     char name[72];
     void* value;                // first element
     const char* const* labels;  // of an enumerated one, else null
-    double lowest;              // range of what is written; values beyond it are cut
+    double lowest;              // range of written values, which are clamped to it
     double highest;
     SEDiagType_t type;
     int32_t len;    // elements; 1: a single value
@@ -154,7 +154,7 @@ SE_ENGINE_API float SEDiagGetFloat32(int32_t index);
 SE_ENGINE_API int32_t SEDiagGetEnumAsInt(int32_t index);
 SE_ENGINE_API const char* SEDiagGetEnumAsString(int32_t index);
 
-// Cut to the diagnostic's range. Ignored: another type, an array, a read-only diagnostic, NaN, a number
+// Clamped to the diagnostic's range. Ignored: another type, an array, a read-only diagnostic, NaN, a number
 // without a label.
 SE_ENGINE_API void SEDiagSetInt16(int32_t index, int16_t value);
 SE_ENGINE_API void SEDiagSetUInt16(int32_t index, uint16_t value);
@@ -175,8 +175,8 @@ SE_ENGINE_API uint64_t* SEDiagGetUInt40Array(int32_t index);
 SE_ENGINE_API float* SEDiagGetFloat32Array(int32_t index);
 
 // ---- Hooks ------------------------------------------------------------------------------------------------
-// Variables through which the engine calls its inner routines. They hold plain routines of the engine's own
-// (routines/) until a client replaces them, which it does before MMIfInit.
+// Variables through which the engine calls its inner routines. They hold the engine's own plain routines
+// (routines/) until a client replaces them, before MMIfInit.
 
 typedef void ComputeRFirRoutine(int16_t* signal, int16_t* coeffs, int16_t* out, uint16_t order,
                                 uint16_t num_out, uint16_t step);
@@ -186,7 +186,7 @@ typedef void VCMulRoutine(int16_t* a, int16_t* b, int16_t* out, uint16_t n);
 typedef void Interp1toNRoutine(uint16_t num_in, uint16_t factor, int16_t** signal, int16_t* out,
                                int16_t* coeffs, uint16_t num_taps);
 
-// A DFT of one size. The first field belongs to whatever DFT stands in the hooks.
+// A DFT of one size. The first field belongs to the DFT in the hooks.
 struct DftObjStruct {
     void* context;
 };

@@ -1,12 +1,11 @@
-// What a client may set, and what the engine says about itself. Diagnostics are names for these fields.
-// Plain data. The defaults are what MMIfInit puts back.
+// What a client may set, and what the engine reports. Diagnostics are names for these fields. Plain data.
+// MMIfInit restores the defaults.
 #pragma once
 
 #include <cstdint>
 
-#include "reference_engine/audio/echo_format.h"
-#include "reference_engine/audio/format.h"
 #include "reference_engine/engine_interface.h"
+#include "reference_engine/format.h"
 
 namespace reference_engine {
 
@@ -21,13 +20,13 @@ struct Settings {
     int16_t force_location_confidence = 0;
     int32_t look_mode = kAllDirections;
     float rear_rejection_db = 0;          // of the output, while sound comes from outside the sector
-    int32_t switch_hold_blocks = 15;      // for which another direction must be stronger to be taken
+    int32_t switch_hold_blocks = 15;      // for which another direction must be stronger
     uint64_t search_gate_energy = 16000;  // sum of squares over a block: -70 dBFS
-    uint16_t restart_search = 0;          // not 0: at the next block, which clears it
+    uint16_t restart_search = 0;          // not 0: restarts at the next block, which clears it
 
     int32_t output_source = kBeam;
     int32_t output_gain_q10 = 1024;
-    int64_t unmute_at_sample = 0;  // of the sample clock; silence before it
+    int64_t unmute_at_sample = 0;  // of the sample clock; the output is silent before
 
     uint32_t noise_test_blocks = 200;
 
@@ -74,7 +73,7 @@ struct Readings {
     NoiseTestRecord noise_test = {};  // the last finished test
 };
 
-// Constant-initialised, so that the catalogue may point into them from the start.
+// Constant-initialised, so that the catalogue may point into them at load time.
 extern Settings g_settings;
 extern Readings g_readings;
 

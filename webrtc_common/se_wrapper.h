@@ -1,9 +1,9 @@
-// libse_wrapper: everything that a host includes. This file only gathers the others.
+// libse_wrapper: everything that a host includes. This file only gathers the others; a header that it does not
+// reach is internal and is not installed.
 #pragma once
 
 #include "webrtc_common/convolve/convolve.h"
 #include "webrtc_common/fftpack/fftpack.h"
-#include "webrtc_common/fftpack/real_fft.h"
 #include "webrtc_common/se_wrapper/diags/apply.h"
 #include "webrtc_common/se_wrapper/diags/catalogue.h"
 #include "webrtc_common/se_wrapper/diags/print_array.h"
@@ -11,12 +11,11 @@
 #include "webrtc_common/se_wrapper/dsp/aec_convolution.h"
 #include "webrtc_common/se_wrapper/dsp/complex_multiply.h"
 #include "webrtc_common/se_wrapper/dsp/compute_rfir.h"
-#include "webrtc_common/se_wrapper/dsp/deinterleave.h"
-#include "webrtc_common/se_wrapper/dsp/dsp_kernels.h"
 #include "webrtc_common/se_wrapper/dsp/fft_context.h"
 #include "webrtc_common/se_wrapper/dsp/fft_hooks.h"
 #include "webrtc_common/se_wrapper/dsp/filter.h"
 #include "webrtc_common/se_wrapper/dsp/interpolate.h"
+#include "webrtc_common/se_wrapper/dsp/select_kernels.h"
 #include "webrtc_common/se_wrapper/dsp/simple_fft.h"
 #include "webrtc_common/se_wrapper/engine/library_property.h"
 #include "webrtc_common/se_wrapper/engine/load.h"

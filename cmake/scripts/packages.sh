@@ -1,9 +1,20 @@
-# Installs the Debian packages that are missing. Source it, then: require_packages "purpose" package...
-# Quiet when there is nothing to do.
+# shellcheck shell=bash disable=SC2034
+# The Debian packages that each command needs, and their installation. Source it, then: require_packages package...
 
+BUILD_PACKAGES=(g++ cmake ninja-build pkg-config)
+TOOL_PACKAGES=(libsndfile1-dev libsamplerate0-dev libcli11-dev nlohmann-json3-dev libboost-dev gnuplot-nox
+    libkissfft-dev)
+# make: the package test and README's plain CMake lines use CMake's default generator.
+TEST_PACKAGES=(libgtest-dev libbenchmark-dev python3 binutils qemu-user libspeexdsp-dev groff-base make git)
+FORMAT_PACKAGES=(clang-format)
+CLANG_PACKAGES=(clang clang-tidy)
+FRESH_PACKAGES=(debootstrap)
+PEER_PACKAGES=(libavcodec-dev libavutil-dev libswresample-dev libfftw3-dev libkissfft-dev libliquid-dev libvolk2-dev
+    libsamplerate0-dev libspeexdsp-dev libboost-dev libcli11-dev nlohmann-json3-dev gnuplot-nox)
+
+# Installs what is missing, and prints nothing when there is nothing to do. A user who may not install gets one line
+# that says what to install.
 require_packages() {
-    local purpose=$1
-    shift
     local missing=() package
     for package in "$@"; do
         dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing+=("$package")
@@ -13,12 +24,12 @@ require_packages() {
     local as_root=()
     if [ "$(id -u)" -ne 0 ]; then
         command -v sudo >/dev/null || {
-            echo "Missing for $purpose: ${missing[*]}. Install them as root: apt-get install ${missing[*]}" >&2
+            echo "$0: packages are missing; install them as root: apt-get install --no-install-recommends ${missing[*]}" >&2
             return 1
         }
         as_root=(sudo)
     fi
-    echo "Installing for $purpose: ${missing[*]}"
+    echo "Installing: ${missing[*]}"
     local log
     log=$(mktemp)
     if ! { "${as_root[@]}" apt-get update -qq &&
@@ -26,15 +37,8 @@ require_packages() {
         >"$log" 2>&1; then
         cat "$log" >&2
         rm -f "$log"
-        echo "The packages could not be installed: ${missing[*]}" >&2
+        echo "$0: these packages could not be installed: ${missing[*]}" >&2
         return 1
     fi
     rm -f "$log"
 }
-
-BUILD_PACKAGES=(g++ cmake ninja-build pkg-config)
-TOOL_PACKAGES=(libsndfile1-dev libsamplerate0-dev libcli11-dev nlohmann-json3-dev libboost-dev gnuplot-nox)
-TEST_PACKAGES=(libgtest-dev libbenchmark-dev python3 binutils qemu-user libspeexdsp-dev groff-base)
-CHECK_PACKAGES=(clang clang-format clang-tidy)
-PEER_PACKAGES=(libavcodec-dev libavutil-dev libswresample-dev libfftw3-dev libkissfft-dev libliquid-dev libvolk2-dev
-    libsamplerate0-dev libspeexdsp-dev libboost-dev libcli11-dev nlohmann-json3-dev gnuplot-nox)

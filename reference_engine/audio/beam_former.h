@@ -1,12 +1,13 @@
-// Filter-and-sum beam former: all look directions at once, so that a change of look costs nothing and every
-// beam's level is known. Threads: process [audio] rt-safe.
+// Filter-and-sum beam former: all look directions at once, so that a change of direction costs nothing and
+// the level of every beam is known. Threads: process [audio] rt-safe.
 #pragma once
 
 #include "reference_engine/audio/beam_weights.h"
+#include "reference_engine/audio/delay_line.h"
 
 namespace reference_engine {
 
-// Interleaved, as the interpolation routine gives it: sample i of direction d is [i][d].
+// Interleaved, as the interpolation routine writes it: sample i of direction d is [i][d].
 using Beams = int16_t[kBlock][kLocations];
 
 class BeamFormer {

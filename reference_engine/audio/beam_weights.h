@@ -1,8 +1,8 @@
-// The weights of a filter-and-sum beam former: one FIR filter for each microphone and look direction. Any
-// design fills the same table, so the beam former does not know which one it runs. Pure functions; [setup].
+// The weights of a filter-and-sum beam former: one FIR filter for each microphone and look direction. Every
+// design fills the same table, so the beam former does not depend on the design. Pure functions; [setup].
 #pragma once
 
-#include "reference_engine/audio/format.h"
+#include "reference_engine/format.h"
 
 namespace reference_engine {
 
@@ -14,14 +14,14 @@ struct BeamDesign {
     double taps[kMicrophones][kLocations][kBeamTaps];
 };
 
-// As the interpolation routine wants it: for each microphone the directions as phases. Scaled by
-// 2^(15 + shift): what the routine gives is 2^shift times the filtered microphone.
+// The layout of the interpolation routine: for each microphone the directions as phases. Scaled by
+// 2^(15 + shift): the output of the routine is 2^shift times the filtered microphone.
 struct BeamWeights {
     int16_t coeffs[kMicrophones][kLocations * kBeamTaps];
     int shift;
 };
 
-// Takes the largest scale at which no coefficient and no 32-bit sum of full-scale samples overflows.
+// Uses the largest scale at which no coefficient and no 32-bit sum of full-scale samples overflows.
 void quantise(const BeamDesign& design, BeamWeights* weights);
 
 }  // namespace reference_engine

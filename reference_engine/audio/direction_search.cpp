@@ -1,13 +1,13 @@
-// Arithmetic of the engine's own, in single precision: a 16-bit transform would blur the phases of weak bins,
-// and the look direction must not depend on whose DFT stands in the hooks.
-// The noise floor is the least smoothed power of the last 1.5 to 3 seconds (Martin: Noise power spectral
-// density estimation based on optimal smoothing and minimum statistics, IEEE Transactions on Speech and Audio
-// Processing 9(5), 2001), without that paper's correction of the bias: the threshold above it allows for
-// that.
+// Single precision, without the DFT hooks: a 16-bit transform would blur the phases of weak bins, and the
+// look direction must not depend on the DFT in the hooks. The noise floor is the minimum of the smoothed
+// power over the last 1.5 to 3 seconds (Martin: Noise power spectral density estimation based on optimal
+// smoothing and minimum statistics, IEEE Transactions on Speech and Audio Processing 9(5), 2001), without
+// that paper's correction of the bias: the threshold above it includes that bias.
 #include "reference_engine/audio/direction_search.h"
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 #include "reference_engine/audio/geometry.h"
 #include "reference_engine/audio/meters.h"
@@ -18,17 +18,17 @@ namespace {
 constexpr float kPowerSmoothing = 0.8f;  // of the old value
 constexpr int kFloorBlocks = 150;        // after which the older half of the minima is dropped
 
-// A bin counts where it stands this far above the noise floor (a minimum, well below the mean), above the echo
-// that is expected, and above what came just before: the attacks of a sound arrive before its reflections do.
+// A bin counts when its power exceeds these multiples of the noise floor (a minimum, well below the mean), of
+// the expected echo, and of its own recent power: the onsets of a sound arrive before its reflections.
 constexpr float kAboveFloor = 12.0f;
 constexpr float kAboveEcho = 4.0f;
 constexpr float kAboveTail = 1.0f;
 
-// Of an echo, a block: the frame reaches over three of them.
+// Of the expected echo, a block: the frame spans three.
 constexpr float kEchoMemory = 0.6f;
 
-constexpr float kLeastActivity = 0.05f;              // share of such bins that makes a block count
-constexpr float kAdaptation = 0.12f;                 // towards a block in which every bin counts
+constexpr float kLeastActivity = 0.05f;              // share of such bins from which a block counts
+constexpr float kAdaptation = 0.12f;                 // of the response, when every bin counts
 constexpr float kHuge = 1e30f;                       // more than any power
 constexpr float kTiny = 1e-3f;                       // against division by zero; samples are integers
 constexpr float kNoDirection = 1.0f / kMicrophones;  // response of noise independent in each microphone
@@ -107,7 +107,7 @@ void DirectionSearch::follow(const float (&echo)[kEchoBins]) {
     for (int k = 0; k < kBins; ++k) echo_[k] = kEchoMemory * echo_[k] + echo[kFirstBin + k];
 }
 
-// Returns the mean weight: the share of the band in which there is sound.
+// Returns the mean weight: the share of the band with sound above the thresholds.
 float DirectionSearch::weighBins() {
     float sum = 0;
     for (int k = 0; k < kBins; ++k) {

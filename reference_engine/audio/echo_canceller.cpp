@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 #include "reference_engine/audio/meters.h"
 #include "reference_engine/routines/fixed_point.h"
@@ -34,7 +35,8 @@ void meanOf(const LaneFft::Spectra& spectra, EchoSpectrum* mean) {
     }
 }
 
-// Each error's spectrum times the same factors, made ready for the transform back, which is unnormalised.
+// Each error's spectrum times the same factors. Divided by the frame, as the inverse transform is
+// unnormalised.
 void weigh(const LaneFft::Spectra& errors, const EchoSpectrum& gain, LaneFft::Spectra* out) {
     for (int k = 0; k < kEchoBins; ++k) {
         const float re = gain[k].real() / kEchoFrame;
@@ -121,7 +123,7 @@ void EchoCanceller::learn() {
     kalman_.predict(path_.energy(), mismatch_.found());
     kalman_.observe(far_end, error_power);
     for (int p = 0; p < kPartitions; ++p) {
-        if (silent[p]) continue;  // nothing to learn from: the correction would be zero
+        if (silent[p]) continue;  // the correction would be zero
         EchoSpectrum gain;
         LaneFft::Spectra weighted;
         LaneFft::Signals correction;

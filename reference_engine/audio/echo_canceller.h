@@ -1,8 +1,9 @@
-// Acoustic echo canceller: predicts, for each microphone, what the loudspeaker adds to it, and takes that
-// away. It works before the beam former, so that a change of look does not disturb it.
-// Threads: init [setup]; the others [audio] rt-safe.
+// Acoustic echo canceller: predicts the echo of the loudspeaker at each microphone and subtracts it. It
+// stands before the beam former, so that a change of look direction does not disturb it. Threads: init
+// [setup]; the others [audio] rt-safe.
 #pragma once
 
+#include "reference_engine/audio/delay_line.h"
 #include "reference_engine/audio/echo_format.h"
 #include "reference_engine/audio/echo_kalman.h"
 #include "reference_engine/audio/echo_mismatch.h"
@@ -16,18 +17,18 @@ class EchoCanceller {
   public:
     void init();
 
-    // in: what the loudspeaker plays, and what the microphones hear, in the same 10 ms. out: the microphones
+    // in: the far end as played and the microphones, of the same 10 ms. out: the microphones
     // without the echo, with no delay of their own.
     void process(const int16_t* far_end, const MicrophoneBlock& in, MicrophoneBlock& out);
 
-    // Decibels by which the microphones are lowered while the far end sounds, over the last second of it.
+    // Echo attenuation at the microphones in decibels, over the last second in which the far end was active.
     float enhancementDb() const;
 
-    // Energy of each stretch of the echo paths, mean of the microphones.
+    // Energy of each partition of the echo paths, mean of the microphones.
     const float (&pathEnergy() const)[kPartitions] { return path_.energy(); }
 
-    // Power that the echo is expected to keep in the spectrum of a block of the output (kEchoFrame samples,
-    // all but the block's 0), for those who want to take it away.
+    // Expected power of the residual echo in the spectrum of an output block (kEchoFrame samples, all but the
+    // block's 0).
     const float (&residual() const)[kEchoBins] { return kalman_.residual(); }
 
   private:
@@ -43,14 +44,14 @@ class EchoCanceller {
     LaneFft lane_fft_;
     DelayLine<kEchoTaps - 1> far_end_;
     EchoSpectrum far_spectra_[kSpectra] = {};  // of the last blocks, in a ring
-    bool far_silent_[kSpectra] = {};           // those that are zero throughout
+    bool far_silent_[kSpectra] = {};           // true: all zero
     int newest_ = 0;
     EchoPath path_;
     EchoMismatch mismatch_;
     EchoKalman kalman_;
-    float heard_ = 0;               // energy of the microphones while the far end sounds
-    float left_ = 0;                // and of what is left of it
-    LaneFft::Signals errors_ = {};  // a block of them at the end of a frame of zeros
+    float heard_ = 0;               // energy of the microphones while the far end is active
+    float left_ = 0;                // and of the output
+    LaneFft::Signals errors_ = {};  // one block at the end of a frame of zeros
 };
 
 }  // namespace reference_engine

@@ -1,11 +1,12 @@
-// The measures of the echo canceller. The tail is cut into partitions of two blocks (Soo and Pang: Multidelay
-// block frequency domain adaptive filter, IEEE Transactions on Acoustics, Speech and Signal Processing 38(2),
-// 1990); every block moves a frame of far-end samples on by a block. Constants and types only.
+// The measures of the echo canceller. The tail is divided into partitions of two blocks (Soo and Pang:
+// Multidelay block frequency domain adaptive filter, IEEE Transactions on Acoustics, Speech and Signal
+// Processing 38(2), 1990); every block advances the frame of far-end samples by a block. Constants and types
+// only.
 #pragma once
 
 #include <complex>
 
-#include "reference_engine/audio/format.h"
+#include "reference_engine/format.h"
 
 namespace reference_engine {
 
@@ -13,7 +14,6 @@ inline constexpr int kEchoFrame = 512;  // samples under the transform
 inline constexpr int kEchoBins = kEchoFrame / 2 + 1;
 inline constexpr int kPartitionBlocks = 2;
 inline constexpr int kPartition = kPartitionBlocks * kBlock;  // taps
-inline constexpr int kPartitions = 13;
 inline constexpr int kEchoTaps = kPartitions * kPartition;
 inline constexpr float kShareOfFrame = float{kBlock} / kEchoFrame;  // that a block of errors fills
 

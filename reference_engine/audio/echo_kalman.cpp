@@ -1,17 +1,19 @@
 #include "reference_engine/audio/echo_kalman.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace reference_engine {
 namespace {
 
-constexpr float kFirstUncertainty = 0.1f;  // of the first partition: a path that weakens by 10 dB
-constexpr float kFall = 0.7f;              // from one partition to the next: a room of half a second and more
-constexpr float kForgetting = 6e-4f;       // of the path's energy, a block: what may have changed
-constexpr float kLeastChange = 1e-6f;      // the same where no path is known yet,
-constexpr float kMismatch = 2e-4f;         // and while the errors show that there is one
-constexpr float kNoiseMemory = 0.7f;       // a block: noise that rises fast, so that speech does no harm
-constexpr float kTiny = 1e-3f;             // against division by zero; samples are integers
+constexpr float kFirstUncertainty = 0.1f;  // of the first partition: an echo path of -10 dB
+constexpr float kFall =
+    0.7f;  // from one partition to the next: a reverberation time of half a second or more
+constexpr float kForgetting = 6e-4f;   // of the path's energy, a block: its possible change
+constexpr float kLeastChange = 1e-6f;  // the same where no path is known yet
+constexpr float kMismatch = 2e-4f;     // the same while the errors show an unknown path
+constexpr float kNoiseMemory = 0.7f;   // a block: short, so that the estimate rises with speech at once
+constexpr float kTiny = 1e-3f;         // against division by zero; samples are integers
 
 }  // namespace
 
@@ -25,7 +27,7 @@ void EchoKalman::init() {
     std::fill(std::begin(residual_), std::end(residual_), 0.0f);
 }
 
-// The path's energy stands for its power in every bin: the mean of the bins, as Parseval has it.
+// The path's energy stands for its power in every bin: the mean of the bins (Parseval).
 void EchoKalman::predict(const float (&path_energy)[kPartitions], bool mismatch) {
     float appearing = mismatch ? kMismatch : kLeastChange;
     for (int p = 0; p < kPartitions; ++p) {

@@ -1,9 +1,9 @@
-// How far the echo paths are known, and so how much of an error to learn from: the frequency-domain Kalman
-// filter (Enzner and Vary: Frequency-domain adaptive Kalman filter for acoustic echo control in hands-free
-// telephones, Signal Processing 86(6), 2006) with the tail in partitions (Kuech, Mabande, Enzner:
+// How well the echo paths are known, and from that the step size of the adaptation: the frequency-domain
+// Kalman filter (Enzner and Vary: Frequency-domain adaptive Kalman filter for acoustic echo control in
+// hands-free telephones, Signal Processing 86(6), 2006) with the tail in partitions (Kuech, Mabande, Enzner:
 // State-space architecture of the partitioned-block-based acoustic echo controller, ICASSP 2014). The
-// microphones stand close together and hear the same loudspeaker and the same talkers, so one uncertainty
-// serves them all. Threads: init [setup]; the others [audio] rt-safe.
+// microphones are close together and receive the same loudspeaker and the same talkers, so all share one
+// uncertainty. Threads: init [setup]; the others [audio] rt-safe.
 #pragma once
 
 #include "reference_engine/audio/echo_format.h"
@@ -15,22 +15,22 @@ class EchoKalman {
     void init();
 
     // The paths may have changed since the last block. in: energy of each partition's taps;
-    // `mismatch`, whether the errors say so.
+    // `mismatch`, whether the errors show such a change.
     void predict(const float (&path_energy)[kPartitions], bool mismatch);
 
     // in: the far end's spectrum for each partition; power of the errors, mean of the microphones.
     void observe(const EchoSpectrum* const (&far_end)[kPartitions], const float (&error_power)[kEchoBins]);
 
     // out: factor on the errors' spectra that gives the correction of a partition; its uncertainty is
-    // lowered by what that teaches.
+    // reduced accordingly.
     void learn(int partition, const EchoSpectrum& far_end, EchoSpectrum* gain);
 
-    // Power of the echo that is expected to be left in the errors' spectra.
+    // Expected power of the residual echo in the errors' spectra.
     const float (&residual() const)[kEchoBins] { return residual_; }
 
   private:
     float uncertainty_[kPartitions][kEchoBins] = {};  // power of the path's unknown part
-    float noise_[kEchoBins] = {};                     // of all that is not echo, in the errors' spectra
+    float noise_[kEchoBins] = {};                     // of everything but echo, in the errors' spectra
     float residual_[kEchoBins] = {};
 };
 

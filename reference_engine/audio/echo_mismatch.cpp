@@ -6,8 +6,8 @@
 namespace reference_engine {
 namespace {
 
-constexpr float kMemory = 0.97f;   // a block: some 66 blocks are looked at,
-constexpr float kChance = 0.015f;  // and as many without anything in common have this coherence
+constexpr float kMemory = 0.97f;   // a block: an average over about 66 blocks
+constexpr float kChance = 0.015f;  // mean coherence of as many independent blocks
 constexpr float kFound = 2.3f * kChance;
 constexpr float kTiny = 1e-3f;
 

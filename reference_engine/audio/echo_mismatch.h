@@ -1,7 +1,7 @@
-// Hears when the room is no longer as the canceller believes: errors that go with the far end are echo that
-// was not known, however small the filter thinks its uncertainty is; errors that do not are people who speak
-// (after Gaensler, Hansson, Invarsson, Salomonsson: A double-talk detector based on coherence, IEEE
-// Transactions on Communications 44(11), 1996). Threads: init [setup]; the others [audio] rt-safe.
+// Detects a changed room: errors that are coherent with the far end are unknown echo, however small the
+// filter's uncertainty is; errors that are not coherent with it are local speech (after Gaensler, Hansson,
+// Invarsson, Salomonsson: A double-talk detector based on coherence, IEEE Transactions on Communications
+// 44(11), 1996). Threads: init [setup]; the others [audio] rt-safe.
 #pragma once
 
 #include "reference_engine/audio/echo_format.h"
@@ -15,14 +15,14 @@ class EchoMismatch {
     // in: the far end's spectrum for each partition; the errors' spectrum, mean of the microphones.
     void update(const EchoSpectrum* const (&far_end)[kPartitions], const EchoSpectrum& error);
 
-    // Whether the errors of the last second go with the far end, at whatever lag.
+    // Whether the errors of the last second are coherent with the far end, at any lag.
     bool found() const { return found_; }
 
   private:
     float follow(int partition, const EchoSpectrum& far_end, const EchoSpectrum& error);
 
-    // Mean phase between the far end and the errors, each block counting alike: one loud block proves
-    // nothing.
+    // Mean phase between the far end and the errors, each block with the same weight, so that
+    // a single loud block does not decide.
     float cross_re_[kPartitions][kEchoBins] = {};
     float cross_im_[kPartitions][kEchoBins] = {};
     bool found_ = false;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <iterator>
 
 #include "reference_engine/engine_interface.h"
 
@@ -10,7 +11,7 @@ namespace reference_engine {
 namespace {
 
 constexpr int kMostFractionBits = 24;
-constexpr float kLargestSum = 2147000000.0f;  // of products, with room for rounding: no 32-bit sum wraps
+constexpr float kLargestSum = 2147000000.0f;  // of products, less a margin for rounding: no 32-bit sum wraps
 constexpr float kLargestCoefficient = 32766.0f;
 constexpr float kTiny = 1e-9f;
 
@@ -54,7 +55,7 @@ void EchoPath::predict(int16_t* far_end, int32_t (&echo)[kMicrophones][kBlock]) 
     }
 }
 
-// As many fraction bits as the coefficients and the sums of their products have room for.
+// The most fraction bits at which neither a coefficient nor a sum of products overflows.
 void EchoPath::quantise(int32_t peak, int (&fraction_bits)[kLanes]) {
     Lanes sums = {};
     Lanes largest = {};

@@ -1,5 +1,5 @@
-// The echo paths from the loudspeaker to each microphone as the canceller knows them: impulse responses in
-// time, where a gradient is limited to its partition by cutting it off, and the echo that they predict.
+// The estimated echo paths from the loudspeaker to each microphone, and the echo that they predict. They are
+// impulse responses in the time domain, where a gradient is limited to its partition by truncation.
 // Threads: init [setup]; the others [audio] rt-safe.
 #pragma once
 
@@ -15,8 +15,9 @@ class EchoPath {
     // in: kPartition rows, one lane a microphone.
     void add(int partition, const LaneFft::Signals& correction);
 
-    // in: the far end, oldest sample first: kEchoTaps - 1 of the past and the block, then seven that do not
-    // matter. out: the echo of the block, in samples: none, and no routine is called, after so much silence.
+    // in: the far end, oldest sample first: kEchoTaps - 1 of the past and the block, then seven of any value.
+    // out: the echo of the block, in samples: zeros when the whole input is silent, and no routine is called
+    // then.
     void predict(int16_t* far_end, int32_t (&echo)[kMicrophones][kBlock]);
 
     // Sum of squares of each partition's taps, mean of the microphones.

@@ -1,7 +1,7 @@
-// Where the microphones stand and when sound from each look direction reaches them. Pure functions.
+// Positions of the microphones, and when sound from each look direction reaches them. Pure functions.
 #pragma once
 
-#include "reference_engine/audio/format.h"
+#include "reference_engine/format.h"
 
 namespace reference_engine {
 

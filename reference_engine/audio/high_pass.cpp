@@ -1,6 +1,6 @@
-// An impulse less a Hann-shaped average over 127 samples: nothing at 0 Hz, half at about 130 Hz, flat from
-// 260 Hz up. The coefficients sum to exactly 0, so an offset of any size leaves no trace. Their magnitudes
-// sum to less than 2, so no input makes the routine's 32-bit sums wrap.
+// An impulse minus a Hann-shaped average over 127 samples: gain 0 at 0 Hz, 0.5 at about 130 Hz, flat above
+// 260 Hz. The coefficients sum to exactly 0, so an offset of any size is removed completely. Their magnitudes
+// sum to less than 2, so the routine's 32-bit sums cannot wrap.
 #include "reference_engine/audio/high_pass.h"
 
 #include <cmath>
@@ -12,7 +12,7 @@ namespace reference_engine {
 void HighPass::init() {
     constexpr int kSpan = 2 * kDelay + 1;
     int sum = 0;
-    coeffs_[0] = 0;  // one tap more than the filter has
+    coeffs_[0] = 0;  // the filter has one tap less
     for (int k = 0; k < kSpan; ++k) {
         const double hann = (1 - std::cos(2 * M_PI * (k + 1) / (kSpan + 1))) / (kSpan + 1);
         coeffs_[k + 1] = static_cast<int16_t>(std::lround(-32768 * hann));

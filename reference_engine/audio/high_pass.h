@@ -1,9 +1,9 @@
-// Input high-pass of every microphone: takes away offset and rumble before anything else works on the signal.
-// The far end goes through the same filter, so that echo and far end differ by the room alone.
-// Linear phase, so it delays all frequencies alike by kDelay samples. Threads: process [audio] rt-safe.
+// Input high-pass of every microphone: removes offset and rumble before all other stages.
+// The far end passes the same filter, so that echo and far end differ by the room alone.
+// Linear phase: every frequency is delayed by kDelay samples. Threads: process [audio] rt-safe.
 #pragma once
 
-#include "reference_engine/audio/format.h"
+#include "reference_engine/audio/delay_line.h"
 
 namespace reference_engine {
 
@@ -16,7 +16,8 @@ class HighPass {
     void processFarEnd(const int16_t* in, int16_t* out);
 
   private:
-    static constexpr int kTaps = 128;  // a multiple of eight, for convolution routines that like that
+    static constexpr int kTaps =
+        128;  // a multiple of eight, which suits convolution routines that work in eights
 
     int16_t coeffs_[kTaps] = {};
     using Line = DelayLine<kTaps - 1>;

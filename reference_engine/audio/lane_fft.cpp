@@ -1,4 +1,4 @@
-// Pairs of samples are the complex values of a transform of half the size, which is done by fours (Cooley and
+// Pairs of samples are the complex values of a transform of half the size, computed in radix 4 (Cooley and
 // Tukey 1965; the packing of real data: Press et al., Numerical Recipes, "FFT of real functions").
 #include "reference_engine/audio/lane_fft.h"
 
@@ -28,7 +28,7 @@ void LaneFft::transform(Pairs* pairs) const {
     }
 }
 
-// Of four values that lie `span` apart; `turn`: index of the second one's twiddle.
+// Of four values at a distance of `span`; `turn`: index of the second one's twiddle.
 inline void LaneFft::butterfly(Lanes* re, Lanes* im, int span, int turn) const {
     const auto turned_re = [&](int n) {
         return re[n * span] * cos_[n * turn] - im[n * span] * sin_[n * turn];
@@ -77,7 +77,7 @@ void LaneFft::backward(const Spectra& spectra, Signals* signals) const {
     const auto& re = spectra.re;
     const auto& im = spectra.im;
     Pairs pairs;
-    // Conjugated on the way in and out, so that the forward butterflies serve this direction too.
+    // Conjugated on the way in and out, so that the forward butterflies also do this direction.
     pairs.re[0] = re[0] + re[kHalf];
     pairs.im[0] = re[kHalf] - re[0];
     for (int k = 1; k < kHalf; ++k) {

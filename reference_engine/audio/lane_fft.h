@@ -1,5 +1,5 @@
-// Discrete Fourier transform of eight real signals at once: the values of one moment, or of one bin, stand
-// side by side. Unnormalised, as RealFft. Threads: init [setup]; the transforms are const and rt-safe.
+// Discrete Fourier transform of eight real signals at once: the eight values of one sample, or of one bin,
+// are neighbours. Unnormalised, as RealFft. Threads: init [setup]; the transforms are const and rt-safe.
 #pragma once
 
 #include "reference_engine/audio/lanes.h"

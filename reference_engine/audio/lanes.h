@@ -1,6 +1,6 @@
-// Eight numbers side by side, one a microphone and one to spare, on which the same arithmetic is done at
-// once. Said outright, as compilers seldom see it for themselves: two registers of every x86-64 processor.
-// Pure functions, rt-safe.
+// Eight numbers, one a microphone and one unused, that are computed together. They are two vector types, as
+// compilers seldom vectorise such code on their own: two registers of every x86-64 processor. Pure functions,
+// rt-safe.
 #pragma once
 
 #include <cstdint>

@@ -1,8 +1,9 @@
 // A feed-forward peak limiter with hold and smooth release (Giannoulis, Massberg, Reiss: Digital dynamic
-// range compressor design, Journal of the Audio Engineering Society 60(6), 2012). A peak at the very start of
-// a block has nothing before it to ramp down in: there the gain drops at once.
+// range compressor design, Journal of the Audio Engineering Society 60(6), 2012). At a peak at the very
+// start of a block there are no samples for a ramp: the gain drops at once.
 #include "reference_engine/audio/limiter.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "reference_engine/routines/fixed_point.h"
@@ -10,9 +11,9 @@
 namespace reference_engine {
 namespace {
 
-constexpr float kAttack = 1.0f / 32;     // of gain a sample, ahead of a peak
+constexpr float kAttack = 1.0f / 32;     // of gain a sample, before a peak
 constexpr int kHold = 320;               // samples; a period of 50 Hz
-constexpr float kRelease = 1.0f / 1600;  // of the way back a sample: a time constant of 100 ms
+constexpr float kRelease = 1.0f / 1600;  // of the remaining difference, a sample: a time constant of 100 ms
 constexpr float kNearUnity = 0.9999f;
 
 // Gain that fits a sample into 16 bits.

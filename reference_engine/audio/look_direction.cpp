@@ -5,8 +5,8 @@
 namespace reference_engine {
 namespace {
 
-// By how many locations a sector reaches to either side of azimuth 0. Looking in one direction has no sector
-// of its own: it stays where it is.
+// Half-width of each sector around azimuth 0, in locations. kOneDirection has no sector of its own: it keeps
+// the present location.
 constexpr int kReach[kLookModes] = {6, 3, 1, 0};
 
 bool inSector(int location, int mode, int present) {
@@ -22,7 +22,8 @@ int strongest(const float (&response)[kLocations], int mode, int present) {
     return best;
 }
 
-// How far one direction stands out from the mean of all: 0 in diffuse noise, 1 for a lone talker in the open.
+// Contrast of one direction with the mean of all: 0 in diffuse noise, 1 for a single talker in the free
+// field.
 int16_t contrast(const float (&response)[kLocations], int location) {
     float sum = 0;
     for (float power : response) sum += power;

@@ -1,5 +1,5 @@
-// Decides where the beam looks: where the client forces it, or where the search hears most within the sector,
-// once another direction has been ahead for a while. Threads: update [audio] rt-safe.
+// Chooses the look direction: the one that the client forces, or the strongest one within the sector, once it
+// has been ahead of the present one for the hold time. Threads: update [audio] rt-safe.
 #pragma once
 
 #include "reference_engine/audio/direction_search.h"
@@ -23,8 +23,8 @@ class LookDirection {
 
     int location_ = 0;
     int16_t confidence_ = 0;
-    int rival_ = 0;         // direction that is ahead of the present one
-    int rival_blocks_ = 0;  // for how many blocks of sound it has been
+    int rival_ = 0;         // location that is ahead of the present one
+    int rival_blocks_ = 0;  // blocks of sound for which it has been ahead
     bool sound_from_outside_ = false;
 };
 

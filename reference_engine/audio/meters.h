@@ -1,4 +1,4 @@
-// Levels, peaks and correlations of the signals on their way, for the diagnostics that show them. Sums over a
+// Levels, peaks and correlations of the signals, for the diagnostics that show them. Sums over a
 // block of 160 products of 16-bit samples fit in 40 bits. Pure functions, rt-safe.
 #pragma once
 

@@ -1,22 +1,24 @@
 // Gerkmann, Hendriks: Unbiased MMSE-based noise power estimation with low complexity and low tracking delay,
-// IEEE Transactions on Audio, Speech and Language Processing 20(4), 2012. Every bin moves towards what is
-// heard as far as speech is unlikely there: a smooth rule, so that the last bit of a spectrum decides
-// nothing.
+// IEEE Transactions on Audio, Speech and Language Processing 20(4), 2012. Every bin follows the observed
+// power in proportion to the probability that it holds no speech: a smooth rule, so that the last bit of a
+// spectrum does not decide.
 #include "reference_engine/audio/noise_floor.h"
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace reference_engine {
 namespace {
 
 constexpr int kFirstFrames = 12;     // whose mean is the first estimate
-constexpr float kSmoothing = 0.95f;  // of the noise power: a slow floor that speech does not lift
+constexpr float kSmoothing = 0.95f;  // of the noise power: slow, so that speech does not raise it
 constexpr float kPresenceSmoothing = 0.94f;
-constexpr float kStuck = 0.99f;      // presence that is not believed to last
-constexpr float kSpeechSnr = 31.6f;  // of a bin with speech, as expected: 15 dB
+constexpr float kStuck = 0.99f;      // highest presence that lasts: the estimate never stops
+constexpr float kSpeechSnr = 31.6f;  // assumed for a bin with speech: 15 dB
 constexpr float kTiny = 1e-6f;       // far below the noise of a 16-bit signal
 
-// An observation of less than this, in units of the spectrum's last place, is mostly rounding.
+// An observed power below this, in squared units of the spectrum's last place, is mostly rounding.
 constexpr float kResolution = 4.0f;
 
 float presenceOfSpeech(float observed, float noise) {
@@ -33,8 +35,8 @@ float NoiseFloor::powerWithoutSpeech(float observed, int bin) {
     return presence * power_[bin] + (1 - presence) * observed;
 }
 
-// Digital silence says nothing about the noise to come. Nor do bins that the scale of a loud frame has
-// swallowed, except that they are no louder than that.
+// Digital silence says nothing about the noise. A bin below the resolution of a loud frame only tells that
+// its noise is no louder than that resolution.
 void NoiseFloor::update(const Spectrum& spectrum) {
     const bool silent = std::all_of(std::begin(spectrum.values), std::end(spectrum.values),
                                     [](int16_t value) { return value == 0; });

@@ -18,7 +18,7 @@ class NoiseFloor {
 
     float power_[kSpectralBins] = {};
     float presence_[kSpectralBins] = {};  // of speech, smoothed probability
-    int frames_ = 0;                      // of sound, until the first estimate stands
+    int frames_ = 0;                      // of sound, up to those of the first estimate
 };
 
 }  // namespace reference_engine

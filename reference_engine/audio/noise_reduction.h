@@ -1,8 +1,8 @@
-// Lowers stationary noise in the one signal that the beam former leaves. Bypassed, it is a pure delay of the
-// same length; switching over is faded and the noise is followed all the while. Threads: init [setup];
-// process [audio] rt-safe.
+// Lowers stationary noise in the output of the beam former. Bypassed, it is a pure delay of the same length;
+// the change is faded, and the noise is tracked all the time. Threads: init [setup]; process [audio] rt-safe.
 #pragma once
 
+#include "reference_engine/audio/delay_line.h"
 #include "reference_engine/audio/noise_floor.h"
 #include "reference_engine/audio/spectral_frame.h"
 #include "reference_engine/audio/spectral_gain.h"
@@ -14,8 +14,8 @@ class NoiseReduction {
   public:
     void init();
 
-    // in, out: kBlock samples; out lags in by kSpectralDelay. in: `echo`, power of the echo that is still in the
-    // frame that ends with this block, one a bin.
+    // in, out: kBlock samples; out lags in by kSpectralDelay. in: `echo`, power of the residual echo in each
+    // bin of the frame that ends with this block.
     void process(const int16_t* in, const float (&echo)[kSpectralBins], const Settings& settings,
                  int16_t* out);
 

@@ -1,10 +1,10 @@
-// Microphone noise test: the spectrum that each microphone of the circle delivers, before any processing, as
-// mean levels of 30 bands over a stretch of blocks. Threads: start and results [control], process [audio]
+// Microphone noise test: the spectrum of each microphone of the circle, before any processing, as mean levels
+// of 30 bands over a number of blocks. Threads: start and results [control], process [audio]
 // rt-safe.
 #pragma once
 
-#include "reference_engine/audio/format.h"
 #include "reference_engine/engine_interface.h"
+#include "reference_engine/format.h"
 #include "reference_engine/routines/real_fft.h"
 
 namespace reference_engine {
@@ -15,7 +15,7 @@ class NoiseTest {
 
     void init(NoiseTestRecord* results);
     void start();
-    // out: `results`, once the last wanted block has been heard; untouched until then.
+    // out: `results`, with the last wanted block; unchanged until then.
     void process(const MicrophoneBlock& block, uint32_t wanted_blocks, NoiseTestRecord* results);
 
     State state() const { return state_; }

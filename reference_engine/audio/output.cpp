@@ -5,7 +5,7 @@
 namespace reference_engine {
 namespace {
 
-constexpr float kRejectionStep = 0.1f;  // of the way a block: most of it in 200 ms
+constexpr float kRejectionStep = 0.1f;  // of the remaining difference, a block: 88 % in 200 ms
 
 // From `from` to `to` over the block, linear.
 int64_t faded(int64_t from, int64_t to, int i) {
@@ -14,7 +14,7 @@ int64_t faded(int64_t from, int64_t to, int i) {
 
 }  // namespace
 
-// The rejection creeps towards its target; the product with the output gain is reached within the block.
+// The rejection follows its target slowly; its product with the output gain is reached within the block.
 int32_t Output::nextGain(bool rejected, const Settings& settings) {
     const float target = rejected ? std::pow(10.0f, -settings.rear_rejection_db / 20) : 1.0f;
     rejection_ += kRejectionStep * (target - rejection_);

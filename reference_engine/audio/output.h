@@ -1,5 +1,5 @@
-// The end of the capture path, before and after the noise reduction: takes the chosen signal; applies gains,
-// limits. Changes of look and gain are faded over one block. Threads: select, play [audio] rt-safe.
+// The end of the capture path, before and after the noise reduction: selects the signal; applies gains and
+// limits. Changes of look direction and gain are faded over one block. Threads: select, play [audio] rt-safe.
 #pragma once
 
 #include "reference_engine/audio/beam_former.h"
@@ -25,7 +25,7 @@ class Output {
 
     int location_ = 0;     // at the end of the last block
     int32_t gain_ = -1;    // Q15, at the end of the last block; below 0: none yet
-    float rejection_ = 1;  // slowly following
+    float rejection_ = 1;  // follows its target slowly
     Limiter limiter_;
 };
 

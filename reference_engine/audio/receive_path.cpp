@@ -1,5 +1,8 @@
 #include "reference_engine/audio/receive_path.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "reference_engine/routines/fixed_point.h"
 
 namespace reference_engine {

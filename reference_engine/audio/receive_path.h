@@ -1,8 +1,8 @@
-// The far end on its way to the loudspeaker: gain, and a copy of what is played for the echo canceller.
+// The far end towards the loudspeaker: gain, and a copy of the played block for the echo canceller.
 // Threads: process [audio] rt-safe.
 #pragma once
 
-#include "reference_engine/audio/format.h"
+#include "reference_engine/format.h"
 
 namespace reference_engine {
 
@@ -13,10 +13,10 @@ class ReceivePath {
     // in, out: 160 samples, the same memory allowed; gain in Q10, rounded and saturated.
     void process(const int16_t* in, int16_t* out, int16_t gain_q10);
 
-    // What the loudspeaker plays in this block's 10 ms.
+    // The samples that the loudspeaker plays in this block's 10 ms.
     const int16_t (&played() const)[kBlock] { return played_; }
 
-    // The 10 ms are over: a client that brings no far end for the next ones plays silence.
+    // Ends the 10 ms: without a further far-end block the next ones play silence.
     void endBlock() { init(); }
 
   private:

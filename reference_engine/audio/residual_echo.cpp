@@ -5,14 +5,14 @@
 namespace reference_engine {
 namespace {
 
-// Mean square of the analysis window over each block of the frame: a block of errors is not windowed.
+// Mean square of the analysis window over each block of the frame: the errors themselves are not windowed.
 constexpr float kWeights[] = {0.293f, 0.914f, 0.293f};
 
 }  // namespace
 
 void ResidualEcho::init() {
     *this = ResidualEcho{};
-    // The DFT divides by its size, and halves the first and the last bin on top of that.
+    // The DFT divides by its size, and also halves the first and the last bin.
     constexpr double kDftPower = 1.0 / kSpectralSize / kSpectralSize;
     for (int k = 0; k < kSpectralBins; ++k) {
         const double cosine = std::cos(2 * M_PI * k / kSpectralSize);

@@ -1,6 +1,6 @@
-// What the canceller leaves of the echo, as the noise reduction sees it: the power that it expects in the blocks
-// of errors of one frame, in the units of the frame's spectrum. The beam is taken to pass it whole.
-// Threads: init [setup]; update [audio] rt-safe.
+// Residual echo for the noise reduction: its expected power in the blocks of errors of one frame, in the
+// units of the frame's spectrum. The beam is assumed to pass it unattenuated. Threads: init [setup]; update
+// [audio] rt-safe.
 #pragma once
 
 #include "reference_engine/audio/echo_format.h"
@@ -12,7 +12,7 @@ class ResidualEcho {
   public:
     void init();
 
-    // in: power left in the spectrum of this block of errors.
+    // in: expected power of the residual echo in the spectrum of this block of errors.
     void update(const float (&left)[kEchoBins]);
 
     // In the frame that ends with this block, one power a bin, in the units of powerOf(spectrum, bin).

@@ -1,5 +1,6 @@
 #include "reference_engine/audio/spectral_frame.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "reference_engine/routines/fixed_point.h"
@@ -11,7 +12,7 @@ constexpr uint16_t kDataAtStart = 3;  // forward, with zeros behind the data
 constexpr uint16_t kInverse = 4;
 constexpr uint16_t kUnity = 1024;
 
-// Half the scale on the way back: a filtered frame may be higher than the frame was.
+// Half the scale in the inverse transform: a filtered frame may have a higher peak than its input.
 constexpr uint16_t kHeadroom = 512;
 constexpr float kUndoHeadroom = 2;
 

@@ -1,11 +1,11 @@
-// From samples to short-time spectra and back by overlap-add, through whatever DFT stands in the hooks. These
-// are 16-bit transforms, so each frame is scaled up to fill the 16 bits first (block floating point) and a
-// pre-emphasis levels the slope of speech: weak highs would drown in the rounding of strong lows.
+// From samples to short-time spectra and back by overlap-add, through the DFT in the hooks. It is a 16-bit
+// transform, so each frame is first scaled up to fill the 16 bits (block floating point), and a pre-emphasis
+// levels the slope of speech: otherwise the rounding of strong low bins would mask weak high ones.
 // Threads: init [setup]; analyse and synthesise [audio] rt-safe.
 #pragma once
 
-#include "reference_engine/audio/format.h"
 #include "reference_engine/engine_interface.h"
+#include "reference_engine/format.h"
 
 namespace reference_engine {
 
@@ -14,10 +14,10 @@ inline constexpr int kSpectralSize = 512;   // of the transform; the rest is zer
 inline constexpr int kSpectralBins = kSpectralSize / 2 + 1;
 inline constexpr int kSpectralDelay = kSpectralFrame - kBlock;  // samples
 
-// Of the pre-emphasis: what it takes off of the sample before.
+// Of the pre-emphasis: the share of the previous sample that it subtracts.
 inline constexpr float kEmphasis = 0.75f;
 
-// Packed as the DFT gives it: real and imaginary part in turn, in units of 1 / scale.
+// Packed as the DFT writes it: real and imaginary part in turn, in units of 1 / scale.
 struct Spectrum {
     int16_t values[2 * kSpectralBins];
     float scale;
@@ -44,7 +44,7 @@ class SpectralSynthesis {
   public:
     void init();
 
-    // in: the spectrum, which is used up. out: kBlock samples, the first of the frame.
+    // in: the spectrum, which is overwritten. out: kBlock samples, the first of the frame.
     void synthesise(Spectrum& in, float* out);
 
   private:

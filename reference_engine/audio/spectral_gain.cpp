@@ -1,9 +1,10 @@
 // Wiener gain from a decision-directed estimate of the speech in each bin (Ephraim, Malah: Speech enhancement
 // using a minimum mean-square error short-time spectral amplitude estimator, IEEE Transactions on Acoustics,
-// Speech and Signal Processing 32(6), 1984). While the band as a whole is no louder than its noise, single
-// bins are not believed either: that is what keeps pauses free of chirps.
+// Speech and Signal Processing 32(6), 1984). While the whole band is no louder than its noise, single
+// bins are trusted less: this keeps pauses free of musical noise.
 #include "reference_engine/audio/spectral_gain.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace reference_engine {
@@ -11,11 +12,11 @@ namespace {
 
 constexpr float kMemory = 0.88f;       // of the last frame's speech in the present estimate
 constexpr float kLeastSnr = 0.003f;    // -25 dB
-constexpr float kLeastGain = 0.126f;   // -18 dB: some noise stays, lest pauses sound dead
+constexpr float kLeastGain = 0.126f;   // -18 dB: some noise stays, so that pauses are not silent
 constexpr float kTiny = 1e-6f;         // far below the noise of a 16-bit signal
-constexpr float kLoudBin = 100.0f;     // no bin counts for more in the whole band
-constexpr float kPauseRatio = 1.25f;   // of the whole band to its noise: at most so in a pause,
-constexpr float kSpeechRatio = 1.75f;  // at least so in speech
+constexpr float kLoudBin = 100.0f;     // largest contribution of one bin to the whole band
+constexpr float kPauseRatio = 1.25f;   // of the whole band to its noise: at most this in a pause
+constexpr float kSpeechRatio = 1.75f;  // at least this in speech
 constexpr float kPauseTrust = 0.2f;    // in single bins
 constexpr float kActivityDecay = 0.8f;
 

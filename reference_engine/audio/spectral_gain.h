@@ -1,4 +1,4 @@
-// How much of each bin to keep, from its power and that of the noise in it. Threads: update [audio] rt-safe.
+// Gain of each bin, from its power and that of the noise in it. Threads: update [audio] rt-safe.
 #pragma once
 
 #include "reference_engine/audio/spectral_frame.h"
@@ -10,7 +10,7 @@ class SpectralGain {
   public:
     void init() { *this = SpectralGain{}; }
 
-    // in: powers of what is unwanted in each bin: noise, and what is left of the echo.
+    // in: power of the noise and of the residual echo in each bin.
     void update(const Spectrum& spectrum, const float (&noise)[kSpectralBins],
                 const float (&echo)[kSpectralBins], const Settings& settings);
 
@@ -19,7 +19,7 @@ class SpectralGain {
 
   private:
     float gain_[kSpectralBins] = {};
-    float speech_[kSpectralBins] = {};  // power that the last frame kept
+    float speech_[kSpectralBins] = {};  // output power of the last frame
     float activity_ = 0;                // of the whole band, 0 in a pause
 };
 

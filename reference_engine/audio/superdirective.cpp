@@ -2,9 +2,9 @@
 // 2001) against spherically isotropic noise, regularised by a white noise of the microphones (Cox, Zeskind,
 // Owen: Robust adaptive beamforming, IEEE Transactions on Acoustics, Speech and Signal Processing 35(10),
 // 1987). All taps are found at once, as the least mean square of diffuse noise, sensor noise and distortion
-// of the look direction over the whole band, so no spectrum is cut to the length of the filters. The diffuse
-// noise is pink: low frequencies, where a small array has to work against itself, get only as much
-// directivity as pays.
+// of the look direction over the whole band, so no spectrum is truncated to the length of the filters. The
+// diffuse noise is pink: low frequencies, where directivity of a small array amplifies sensor noise, get only
+// a little of it.
 #include "reference_engine/audio/superdirective.h"
 
 #include <algorithm>
@@ -23,15 +23,15 @@ constexpr int kUnknowns = kMicrophones * kBeamTaps;
 constexpr int kFrequencies = 320;  // from 0 to half the sampling rate
 constexpr double kStep = 0.5 * kSampleRate / kFrequencies;
 
-// Shares of the three parts. Total diffuse noise is 1 at a microphone, that of each sensor 1 too: the weights
-// gain 4.4 dB or more in pink diffuse noise and keep 7.2 dB of the 8.5 dB that averaging gains in sensor
-// noise. A tenth of the sensor noise would gain 1 dB in the one and lose 2 dB in the other.
+// Shares of the three parts. The total diffuse noise at a microphone is 1, the noise of each sensor too. The
+// weights improve the SNR by 4.4 dB or more in pink diffuse noise and by 7.2 dB in sensor noise (averaging:
+// 8.5 dB). With a tenth of the sensor noise it would be 1 dB more in the first and 2 dB less in the second.
 constexpr double kSensorNoise = 1;
 constexpr double kDistortion = 300;
-constexpr double kTopDistortion = 30;    // above kTop, where fractional delays are hard to make
+constexpr double kTopDistortion = 30;    // above kTop, where fractional delays are inaccurate
 constexpr double kTop = 7000;            // Hz
 constexpr double kLowestPink = 20;       // Hz
-constexpr double kHighPassCorner = 130;  // Hz; below, noise does not reach the beam former
+constexpr double kHighPassCorner = 130;  // Hz; noise below is removed before the beam former
 
 // A symmetric system; only the lower triangle is filled.
 struct System {
@@ -56,14 +56,14 @@ double sinc(double x) {
     return std::abs(x) < 1e-9 ? 1.0 : std::sin(x) / x;
 }
 
-// Power of pink noise in one step behind the high-pass; before it, all steps from kLowestPink up sum to 1.
+// Power of pink noise in one step after the high-pass; before it, all steps from kLowestPink up sum to 1.
 double diffusePower(int index) {
     const double f = frequency(index);
     const double x = std::pow(f / kHighPassCorner, 2);
     return kStep / f / std::log(0.5 * kSampleRate / kLowestPink) * std::pow(x / (1 + x), 2);
 }
 
-// Autocorrelation of the noise that two microphones share, at lags of whole samples.
+// Correlation of the noise at two microphones, at lags of whole samples.
 void noiseCorrelation(int m, int n, double (&correlation)[kBeamTaps]) {
     const double seconds = delayBetween(m, n);
     for (int index = 0; index < kFrequencies; ++index) {
@@ -109,7 +109,7 @@ void addDistortion(double azimuth, System& system) {
     }
 }
 
-// The array looks the same every 60 degrees: microphone `m` seen after a turn of that many steps.
+// The array is symmetric in steps of 60 degrees: the microphone in the place of `m` after that many steps.
 int turned(int m, int steps) {
     constexpr int kCircle = kMicrophones - 1;
     return m == 0 ? 0 : 1 + (m - 1 + steps) % kCircle;
@@ -118,7 +118,7 @@ int turned(int m, int steps) {
 }  // namespace
 
 void designSuperdirective(BeamDesign* design) {
-    constexpr int kDistinct = 2;  // towards a microphone and between two; all others are turned ones
+    constexpr int kDistinct = 2;  // towards a microphone and between two; all others are rotations of these
     System noise;
     addNoise(noise);
     for (int location = 0; location < kDistinct; ++location) {

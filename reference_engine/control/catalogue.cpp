@@ -97,9 +97,9 @@ Readings& get = g_readings;
 SEDiag_t g_rows[] = {
     // Receive path.
     setting(kReceiveGainName, kBasic, set.receive_gain_q10, kQ10,
-            "Gain of the far end on its way to the loudspeaker, 1024 = 1"),
+            "Gain of the far end towards the loudspeaker, 1024 = 1"),
     reading("sercv_far_end_energy", kAdvanced, get.far_end_energy,
-            "Sum of squares of the last block that the loudspeaker got"),
+            "Sum of squares of the last block that the loudspeaker played"),
 
     // Look direction.
     choice("mmfx_look_mode", kBasic, kSEDiagReadWrite, set.look_mode, kLookModeLabels,
@@ -115,16 +115,16 @@ SEDiag_t g_rows[] = {
     setting("mmfx_switch_hold_blocks", kAdvanced, set.switch_hold_blocks, {0, 1000},
             "Blocks of sound for which another direction must be ahead before the beam turns to it"),
     setting("mmfx_search_gate_energy", kAdvanced, set.search_gate_energy, {0, 171798691840.0},
-            "Sum of squares over a block, mean of the microphones, below which the search does not listen"),
+            "Sum of squares over a block, mean of the microphones, below which the search ignores it"),
     setting("mmfx_restart_search", kAdvanced, set.restart_search, kSwitch,
-            "1: forget what the search has heard; done at the next block", kSEDiagWrite),
+            "1: restart the search; done at the next block", kSEDiagWrite),
     reading("mmfx_location", kBasic, get.location, "Location that the beam looks at"),
     reading("mmfx_look_azimuth_deg", kBasic, get.look_azimuth_deg, "The same in degrees from microphone 1"),
     reading("mmfx_location_confidence", kBasic, get.confidence,
-            "How far that direction stands out from all others, 0 to 32767"),
+            "Contrast of that direction with all others, 0 to 32767"),
     readings("mmfx_azimuth_deg", kDebug, get.azimuth_deg, "Azimuth of each location in degrees"),
     readings("mmfx_response", kAdvanced, get.response,
-             "What the search hears from each location; 1: all sound comes from there"),
+             "Power that the search finds at each location; 1: all sound comes from there"),
     readings("mmfx_blocks_at_location", kDebug, get.blocks_at_location,
              "Blocks for which the beam has looked at each location"),
     readings("mmfx_steering_delay_ns", kDebug, get.steering_delay_ns,
@@ -136,10 +136,10 @@ SEDiag_t g_rows[] = {
 
     // Echo canceller.
     reading("seaec_enhancement_db", kBasic, get.echo_enhancement_db,
-            "Decibels by which the microphones are lowered while the far end sounds, over a second of it"),
+            "Echo attenuation at the microphones in decibels, over a second of active far end"),
     reading("seaec_tail_ms", kAdvanced, get.echo_tail_ms, "Longest echo that is cancelled, milliseconds"),
     readings("seaec_path_energy", kDebug, get.echo_path_energy,
-             "Energy of the echo path from each 20 ms to the next, mean of the microphones"),
+             "Energy of each 20 ms of the echo path, mean of the microphones"),
 
     // Microphones.
     readings("semic_level_dbfs", kBasic, get.microphone_dbfs, "Level of each microphone in the last block"),
@@ -156,7 +156,7 @@ SEDiag_t g_rows[] = {
 
     // Output.
     choice("seout_source", kBasic, kSEDiagReadWrite, set.output_source, kOutputSourceLabels,
-           "What goes to the output"),
+           "Signal that goes to the output"),
     setting("seout_gain_q10", kBasic, set.output_gain_q10, {0, 32767}, "Gain of the output, 1024 = 1"),
     setting("seout_unmute_at_sample", kAdvanced, set.unmute_at_sample, kAny40,
             "Count of sesys_sample_clock before which the output is silent"),
@@ -167,7 +167,7 @@ SEDiag_t g_rows[] = {
 
     // Noise reduction and echo control.
     setting("senr_echo_safety_factor_q10", kIntermediate, set.echo_safety_factor_q10, kQ10,
-            "Factor on the expected residual echo that the noise reduction takes away too, 1024 = 1"),
+            "Weight of the expected residual echo in the noise reduction, 1024 = 1"),
     setting("senr_nf_weight_factor_q10", kAdvanced, set.nf_weight_factor_q10, kQ10,
             "Weight of the noise floor of each band, 1024 = 1"),
     setting("senr_nf_fullband_weight_factor_q10", kAdvanced, set.nf_fullband_weight_factor_q10, kQ10,
@@ -177,7 +177,7 @@ SEDiag_t g_rows[] = {
     setting("sent_blocks", kIntermediate, set.noise_test_blocks, {1, 60000},
             "Blocks of 10 ms over which the noise test measures"),
     choice("sent_state", kIntermediate, kSEDiagRead, get.noise_test_state, kNoiseTestLabels,
-           "Whether a noise test is under way"),
+           "Whether a noise test is running"),
     row("sent_levels_dbfs", kAdvanced, kSEDiagFloat32, kSEDiagRead, &get.noise_test, 180,
         "The last noise test: 30 rows of 250 Hz, one level for each microphone of the circle"),
     reading("sesys_sample_clock", kDebug, get.sample_clock, "Samples since the engine was initialised"),

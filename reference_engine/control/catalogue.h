@@ -1,5 +1,5 @@
-// The catalogue of diagnostics: one table that names each field of the settings and readings that a client
-// may see. Threads: built when the library is loaded, constant afterwards.
+// The catalogue of diagnostics: one table of the settings and readings that a client may access. Threads:
+// built when the library is loaded, constant afterwards.
 #pragma once
 
 #include "reference_engine/engine_interface.h"

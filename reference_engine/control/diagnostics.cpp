@@ -1,4 +1,4 @@
-// The diagnostics half of the C interface: each query is answered from the catalogue.
+// The diagnostics half of the C interface, answered from the catalogue.
 #include <algorithm>
 #include <cmath>
 #include <cstring>
@@ -11,7 +11,7 @@ using reference_engine::catalogueSize;
 
 namespace {
 
-// What a client gets for an index that does not exist.
+// The answer for an index that does not exist.
 SEDiag_t g_blank = {"", nullptr, nullptr, 0, 0, kSEDiagNone, 0, 0, kSEDiagNoAccess, 0, ""};
 
 SEDiag_t& diag(int32_t index) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 #include "reference_engine/audio/geometry.h"
 #include "reference_engine/audio/meters.h"

@@ -1,4 +1,4 @@
-// The audio half of the C interface: each function says its one thing to the engine.
+// The audio half of the C interface.
 #include <algorithm>
 #include <cmath>
 

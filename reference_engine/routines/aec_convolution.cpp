@@ -1,5 +1,5 @@
 // Correlation with 32-bit results for the echo estimate. Works in whole blocks of eight outputs and whole
-// steps of eight taps, at least one of each, whatever the lengths say.
+// steps of eight taps, at least one of each, for any length.
 #include "reference_engine/routines/fixed_point.h"
 #include "reference_engine/routines/routines.h"
 

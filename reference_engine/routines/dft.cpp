@@ -26,12 +26,12 @@ const Context& contextOf(DftObj_t* object) {
     return *static_cast<const Context*>(object->context);
 }
 
-// Truncated, as a processor without rounding modes would.
+// Truncated towards zero.
 int16_t truncated(float value) {
     return static_cast<int16_t>(static_cast<int32_t>(value));
 }
 
-// Back to 16 bits through 10 fraction bits: rounded half up, saturated.
+// To 16 bits from 10 fraction bits: rounded half up, saturated.
 int16_t fromQ10(float value) {
     const float shifted = value + 512.0f;
     if (shifted >= 32768.0f * 1024) return 32767;
@@ -67,7 +67,7 @@ void fwdDft(DftObj_t* object, int16_t* in, uint16_t dft_type, uint16_t /*scale_f
         out[2 * k] = truncated(bins[k].real() * scale);
         out[2 * k + 1] = truncated(bins[k].imag() * scale);
     }
-    // Kept on purpose: DC is halved before it is cut to an integer, Nyquist after, and rounds down.
+    // Kept on purpose: DC is halved before the conversion to an integer, Nyquist after it, rounding down.
     out[0] = truncated(bins[0].real() * scale * 0.5f);
     out[n] = static_cast<int16_t>(out[n] >> 1);
     out[1] = out[n + 1] = 0;

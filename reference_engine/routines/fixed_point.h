@@ -1,4 +1,4 @@
-// Fixed-point arithmetic that the routines share: int16 samples, Q15 coefficients, 32-bit sums that wrap.
+// Shared fixed-point arithmetic: int16 samples, Q15 coefficients, 32-bit sums that wrap.
 // Pure functions.
 #pragma once
 

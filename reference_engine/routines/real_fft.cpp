@@ -72,7 +72,7 @@ void RealFft::forward(const float* samples, Complex* bins) const {
 void RealFft::backward(const Complex* bins, float* samples) const {
     const size_t half = static_cast<size_t>(size_) / 2;
     Complex pairs[kLargest / 2];
-    // Conjugated on the way in and out, so that the forward butterflies serve this direction too.
+    // Conjugated on the way in and out, so that the forward butterflies also do this direction.
     pairs[0] = {bins[0].real() + bins[half].real(), bins[half].real() - bins[0].real()};
     for (size_t k = 1; k < half; ++k) {
         const Complex mirrored = std::conj(bins[half - k]);

@@ -1,5 +1,5 @@
-// The engine's own plain routines for its hook variables: portable C++, one algorithm a file. They state the
-// arithmetic to the bit; a client's routines may be faster, never different (the DFT excepted).
+// The engine's own plain routines for its hook variables: portable C++, one algorithm a file. They define the
+// arithmetic to the bit; a client's routines may be faster but must give the same bits (except the DFT).
 // Threads: pure functions, the DFT set-up excepted. [audio] rt-safe, initDft [setup].
 #pragma once
 

@@ -8,7 +8,11 @@ import re
 import sys
 
 WRAPPER = "webrtc_common/se_wrapper"
-BASE = ["common", f"{WRAPPER}/export.h", f"{WRAPPER}/records.h"]
+BASE = ["common", "webrtc_common/export.h", "webrtc_common/kernel_variants.h", f"{WRAPPER}/records.h"]
+
+HOST = "tools/se_host"
+HOST_BASE = ["common", "webrtc_common", "tools/output"]
+ENGINE_BASE = [f"reference_engine/{name}.h" for name in ("build", "engine_interface", "format", "settings")]
 
 # Folder -> what it may include, by path prefix. The longest matching folder decides.
 MAY_INCLUDE = {
@@ -20,23 +24,33 @@ MAY_INCLUDE = {
     f"{WRAPPER}/table": BASE + [f"{WRAPPER}/table"],
     f"{WRAPPER}/diags": BASE + [f"{WRAPPER}/diags", f"{WRAPPER}/table"],
     "webrtc_common": BASE + ["webrtc_common"],
-    "reference_engine": ["reference_engine"],
+    "reference_engine": ENGINE_BASE,
+    "reference_engine/routines": ENGINE_BASE + ["reference_engine/routines"],
+    "reference_engine/audio": ENGINE_BASE + ["reference_engine/routines", "reference_engine/audio"],
+    "reference_engine/control": ["reference_engine"],
     "tools/core_clock": ["tools/core_clock"],
     "tools/scene": ["tools/scene"],
-    "tools": ["common", "webrtc_common", "tools"],
+    "tools/output": ["tools/output"],
+    f"{HOST}/sound": HOST_BASE + [f"{HOST}/sound"],
+    f"{HOST}/engine": HOST_BASE + ["tools/core_clock", f"{HOST}/sound", f"{HOST}/engine"],
+    f"{HOST}/diags": HOST_BASE + [f"{HOST}/sound", f"{HOST}/engine", f"{HOST}/diags"],
+    f"{HOST}/commands": HOST_BASE + ["tools/scene", HOST],
     "tests/engines": ["tests/engines", "common", "webrtc_common"],
-    "tests/kernel_check": ["common", "webrtc_common", "tests/kernel_check", "tests/support/guarded_buffer.h"],
-    "bench": ["common", "webrtc_common", "tools/core_clock", "tools/scene", "tests/kernel_check", "bench"],
-    "bench/peers": ["common", "webrtc_common", "tests/kernel_check", "bench",
-                    "tests/common/property_node/allocation_count.h",
-                    "tools/se_host/errors.h", "tools/se_host/gnuplot.h", "tools/se_host/temporary_file.h"],
-    "tests": ["common", "webrtc_common", "reference_engine", "tools", "tests"],
+    "kernel_check": ["common", "webrtc_common", "kernel_check"],
+    "kernel_check/timing": ["common", "webrtc_common", "kernel_check", "tools/core_clock"],
+    "bench": ["common", "webrtc_common", "tools/scene", "kernel_check", "bench"],
+    "bench/routines_vs_libraries": ["common", "webrtc_common", "kernel_check", "bench",
+                    "tests/common/property_node/allocation_count.h", "tools/output"],
+    "tests": ["common", "webrtc_common", "reference_engine", "tools", "kernel_check", "tests"],
 }
 
 # Never below these folders, whatever the list above allows: they know nothing of the property tree.
 NO_PROPERTIES = ["webrtc_common/convolve", "webrtc_common/fftpack", f"{WRAPPER}/dsp", f"{WRAPPER}/table"]
 PROPERTIES = re.compile(r"common/(property_|properties|config)")
-INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"')
+# These serve programs that have no command line: CLI11 stays out.
+NO_COMMAND_LINE = ["tools/output", f"{HOST}/sound", f"{HOST}/engine", f"{HOST}/diags"]
+COMMAND_LINE = re.compile(r"CLI/")
+INCLUDE = re.compile(r'^\s*#\s*include\s+(["<])([^">]+)[">]')
 
 
 def below(path, folder):
@@ -44,7 +58,7 @@ def below(path, folder):
 
 
 def violations(root):
-    sources = [p for top in ("common", "webrtc_common", "reference_engine", "tools", "bench", "tests")
+    sources = [p for top in ("common", "webrtc_common", "reference_engine", "tools", "kernel_check", "bench", "tests")
                for p in sorted((root / top).rglob("*")) if p.suffix in (".h", ".cpp", ".inl")]
     for source in sources:
         name = source.relative_to(root).as_posix()
@@ -53,8 +67,10 @@ def violations(root):
             found = INCLUDE.match(line)
             if not found:
                 continue
-            included = found.group(1)
-            allowed = any(below(included, prefix) for prefix in MAY_INCLUDE[folder])
+            included = found.group(2)
+            allowed = found.group(1) == "<" or any(below(included, prefix) for prefix in MAY_INCLUDE[folder])
+            if any(below(name, f) for f in NO_COMMAND_LINE) and COMMAND_LINE.match(included):
+                allowed = False
             if any(below(name, f) for f in NO_PROPERTIES) and PROPERTIES.match(included):
                 allowed = False
             if not allowed:

@@ -1,4 +1,4 @@
-// The audio path allocates nothing: every allocation of the process passes through here.
+// The audio path allocates nothing: this file replaces all allocation functions of the process.
 #include <atomic>
 #include <cstdlib>
 #include <new>
@@ -52,7 +52,7 @@ INSTANTIATE_FOR_EACH_BUILD(AudioPath);
 
 }  // namespace
 
-// The engine's allocations are seen: its tables are made when it is initialised.
+// The engine's allocations are counted: it allocates its tables when it is initialised.
 TEST_P(AudioPath, IsPreparedWhenTheEngineIsInitialised) {
     const long before = g_allocations;
     engine.MMIfInit(0);

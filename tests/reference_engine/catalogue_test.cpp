@@ -1,4 +1,4 @@
-// The catalogue as a whole: what it offers, how it answers, what it refuses.
+// The catalogue as a whole: its contents, queries and refused writes.
 #include <cmath>
 #include <limits>
 #include <set>
@@ -36,7 +36,7 @@ class Catalogue : public EngineTest {
         }
     }
 
-    // Reads whatever the type, as a double.
+    // Reads a diagnostic of any type, as a double.
     double valueOf(int index) const {
         switch (engine.SEDiagGetType(index)) {
             case kSEDiagInt16:
@@ -58,7 +58,7 @@ class Catalogue : public EngineTest {
         }
     }
 
-    // Writes through every setter; the diagnostic listens to that of its type alone.
+    // Writes through every setter; the diagnostic obeys only the setter of its type.
     void write(int index, int value) const {
         engine.SEDiagSetInt16(index, static_cast<int16_t>(value));
         engine.SEDiagSetInt32(index, value);

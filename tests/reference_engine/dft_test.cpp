@@ -98,7 +98,7 @@ TEST_P(PlainDft, ComesBackToTheSignal) {
     const Samples back = backward(spectrum, 1024);
     double error = 0;
     for (size_t i = 0; i < 512; ++i) error += std::pow(block[i] - back[i], 2);
-    EXPECT_LT(std::sqrt(error / 512), 20);  // each part of each bin is cut by up to one unit
+    EXPECT_LT(std::sqrt(error / 512), 20);  // each part of each bin is truncated by up to one unit
 }
 
 TEST_P(PlainDft, SaturatesOnTheWayBack) {

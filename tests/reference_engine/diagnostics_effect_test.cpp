@@ -1,4 +1,4 @@
-// Every writable diagnostic is heard: written in the middle of a session, it changes what comes after.
+// Every writable diagnostic has an effect: written in the middle of a session, it changes what follows.
 #include <map>
 #include <set>
 
@@ -66,8 +66,8 @@ class Diagnostics : public EngineTest {
         engine.SEDiagSetEnumAsInt(index, edit.value);
     }
 
-    // All that a client gets from a session with a talker who walks from 30 to 210 degrees, the edit made
-    // when he does.
+    // Everything that a client receives from a session with a talker that walks from 30 to 210 degrees; the
+    // edit is made at that moment.
     std::vector<int> session(const Effect& effect, bool edited) {
         std::vector<int> transcript;
         engine.MMIfInit(0);

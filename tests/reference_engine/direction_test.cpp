@@ -1,4 +1,4 @@
-// The search finds the talker: on its steps, between them, in the open and in a room.
+// The search finds the talker: on its steps, between them, in the free field and in a room.
 #include <cmath>
 #include <cstdlib>
 #include <tuple>
@@ -31,7 +31,7 @@ class Direction : public testing::TestWithParam<std::tuple<Build, int>> {
     Direction() : engine(std::get<0>(GetParam())) { engine.MMIfInit(0); }
     int azimuth() const { return std::get<1>(GetParam()); }
 
-    // From 1.5 seconds on, whenever it is asked, the location is one of those nearest to the talker.
+    // From 1.5 seconds on, the location is always one of those nearest to the talker.
     void expectTalkerFound(double reverberation_s) {
         se_scene::SceneOptions options;
         options.seconds = 3;
@@ -99,7 +99,7 @@ TEST_P(Search, StaysWhereItIsInSilence) {
     options.array_radius_m = arrayRadiusOf(GetParam());
     options.talker_azimuth_deg = 240;
     engine.process(se_scene::makeScene(options).mixture());
-    engine.processAlike(std::vector<int16_t>(1600, 0));  // what is still under analysis runs out
+    engine.processAlike(std::vector<int16_t>(1600, 0));  // flushes the analysis frame
     const int confidence = engine.confidence();
     engine.processAlike(std::vector<int16_t>(16000 * 5, 0));
     EXPECT_EQ(engine.location(), 8);

@@ -1,4 +1,4 @@
-// The canceller switched off, and without a far end to listen to.
+// The canceller switched off, and without a far end.
 #include "tests/reference_engine/echo_scene.h"
 
 using namespace reference_engine_test;

@@ -1,4 +1,4 @@
-// What the echo canceller takes away, on simulated rooms with a loudspeaker beside the array.
+// Echo attenuation in simulated rooms with a loudspeaker beside the array.
 #include <algorithm>
 
 #include "tests/reference_engine/echo_scene.h"
@@ -17,7 +17,7 @@ TEST_P(EchoCanceller, TakesAway25DecibelsOnceConverged) {
     EXPECT_GT(enhancement(scene, 5, 9), 25);
 }
 
-// A canceller of no use would pass where the beam former alone makes the echo weaker.
+// Without this, a useless canceller would pass where the beam former alone lowers the echo.
 TEST_P(EchoCanceller, TakesAway25DecibelsOfWhatTheCentreMicrophoneHears) {
     const se_scene::Scene scene = makeScene(echoOptions(GetParam(), 9));
     const Samples microphone = se_scene::toInt16(scene.echo[0]);
@@ -45,7 +45,7 @@ TEST_P(EchoCanceller, FindsAnEchoThatComesLate) {
     EXPECT_GT(enhancement(scene, 5, 9), 20);
 }
 
-// A filter that was certain of silence must notice that there is something to learn after all.
+// After a long silence the filter is certain of its zero path; it must still adapt to a path that appears.
 TEST_P(EchoCanceller, FindsAnEchoThatBeginsWhenTheLoudspeakerIsSwitchedOn) {
     se_scene::Scene scene = makeScene(echoOptions(GetParam(), 9));
     for (auto& row : scene.echo) std::fill_n(row.begin(), 4 * se_scene::kSampleRate, 0.0f);

@@ -1,4 +1,4 @@
-// People in the room speak while the far end does, or while it is silent: they are left alone.
+// Talkers in the room speak while the far end does, or while it is silent: they pass unchanged.
 #include <cmath>
 
 #include "tests/reference_engine/echo_scene.h"
@@ -33,7 +33,7 @@ TEST_P(EchoDoubleTalk, KeepsTheTalkerWithin3Decibels) {
     const Samples out = between(cancelled(scene), 4.2, 7);
     const Samples talker = between(talkerAlone(scene), 4.2, 7);
     EXPECT_NEAR(decibels(powerOf(out) / powerOf(talker)), 0, 3);
-    // What is not the talker is far below him.
+    // Everything but the talker is far below the talker.
     EXPECT_GT(decibels(powerOf(talker) / distanceBetween(out, talker)), 10);
 }
 

@@ -1,5 +1,5 @@
-// Far ends and microphones at the ends of the range, broken or missing: the canceller neither overflows nor
-// loses its way for good.
+// Far ends and microphones at the ends of the range, broken or missing: the canceller does not overflow, and
+// recovers.
 #include <cmath>
 #include <cstdlib>
 #include <limits>
@@ -33,7 +33,7 @@ class EchoExtremes : public EchoTest {
         *engine.AecConvolution = watchedConvolution;
     }
 
-    // Whatever came before, an ordinary echo is cancelled a few seconds later.
+    // After any input an ordinary echo is cancelled a few seconds later.
     void expectRecovery() {
         const Samples far_end = whiteNoise(400 * kBlock, -26, 9);
         const Samples out = process(far_end, std::vector<Samples>(kMicrophones, far_end));

@@ -1,4 +1,4 @@
-// The echo estimate comes from the routine in the hook, whichever that is.
+// The echo estimate comes from the routine in the hook.
 #include "tests/reference_engine/echo_scene.h"
 
 using namespace reference_engine_test;

@@ -1,5 +1,4 @@
-// The echo that the canceller leaves is taken away by the noise reduction, as far as the safety factor says,
-// and the talker is not.
+// The noise reduction removes the residual echo as the safety factor demands, and keeps the talker.
 #include "tests/reference_engine/echo_scene.h"
 
 using namespace reference_engine_test;
@@ -29,7 +28,7 @@ TEST_P(ResidualEcho, IsLowerTheHigherTheSafetyFactor) {
     EXPECT_GT(decibels(none / unity), 6);
 }
 
-// The talker speaks in the fifth second, over the echo; before him the echo is alone.
+// The talker speaks in the fifth second, over the echo; before that, the echo is alone.
 TEST_P(ResidualEcho, IsTakenAwayWithoutTheTalker) {
     se_scene::SceneOptions options = echoOptions(GetParam(), 6);
     options.talker_level_dbfs = -26;

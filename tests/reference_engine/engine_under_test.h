@@ -1,5 +1,5 @@
-// One build of the reference engine, loaded by path as any client loads it, with its entry points by name.
-// A test process loads one build; the engine keeps no state of its own beyond that.
+// One build of the reference engine, loaded by path as by any client, with its entry points by name.
+// A test process loads one build.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// Input at the ends of the range and input that is missing: nothing overflows, nothing lingers.
+// Input at the ends of the range and input that is missing: nothing overflows, nothing remains.
 #include "tests/reference_engine/engine_under_test.h"
 #include "tests/reference_engine/signals.h"
 #include "tools/scene/scene.h"
@@ -9,7 +9,7 @@ namespace {
 
 class Extremes : public EngineTest {
   protected:
-    // From every location; the search stays a share of the power all along.
+    // From every location; the response of the search always stays within 0 to 1.
     void lookEverywhere(const Samples& samples) {
         const float* response = engine.SEDiagGetFloat32Array(engine.diag("mmfx_response"));
         for (int location = 0; location < kLocations; ++location) {
@@ -25,7 +25,7 @@ INSTANTIATE_FOR_EACH_BUILD(Extremes);
 
 const Samples kSilence(100 * kBlock, 0);
 
-// From when on the output shows nothing of what came before: its last trace leaves the filters after a block,
+// Blocks after which the output no longer depends on earlier input: it leaves the filters after one block,
 // the frames of the noise reduction after three, their overlap after five, the de-emphasis soon after.
 constexpr size_t kSettled = 6 * kBlock;
 
@@ -81,7 +81,7 @@ TEST_P(Extremes, ALoudBurstIsForgotten) {
     EXPECT_EQ(Samples(out.begin() + kSettled, out.end()), Samples(100 * kBlock - kSettled, 0));
 }
 
-// Sent through the noise reduction, whose frames they fill to the last bit.
+// Through the noise reduction, whose frames these signals fill completely.
 TEST_P(Extremes, LeaveTheNoiseReductionFitToHearATalker) {
     se_scene::SceneOptions options;
     options.seconds = 3;

@@ -1,4 +1,4 @@
-// The engine calls its inner routines through its hook variables, whatever stands in them.
+// The engine calls its inner routines through its hook variables.
 #include "tests/reference_engine/engine_under_test.h"
 #include "tests/reference_engine/signals.h"
 

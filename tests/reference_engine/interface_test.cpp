@@ -1,4 +1,4 @@
-// What a build exports, and the queries that stand alone.
+// The exports of a build, and the queries that belong to no stage.
 #include <cstdio>
 #include <set>
 #include <sstream>

@@ -1,4 +1,4 @@
-// The output limiter: nothing wraps or clips, and what fits is left alone.
+// The output limiter: nothing wraps or clips, and samples that fit pass unchanged.
 #include "tests/reference_engine/engine_under_test.h"
 #include "tests/reference_engine/signals.h"
 
@@ -8,7 +8,7 @@ namespace {
 
 class OutputLimiter : public EngineTest {
   protected:
-    // Without the noise reduction, which takes a tone for noise.
+    // Without the noise reduction, which would treat a tone as noise.
     Samples played(const Samples& in, int32_t gain_q10) {
         engine.MMIfInit(0);
         engine.MMIfSetNoiseReductionBypass(1);

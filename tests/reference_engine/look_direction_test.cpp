@@ -1,4 +1,4 @@
-// Where the beam looks when the client says so: manual and forced locations, sectors, rear rejection.
+// Look direction as chosen by the client: manual and forced locations, sectors, rear rejection.
 #include "tests/reference_engine/engine_under_test.h"
 #include "tests/reference_engine/signals.h"
 #include "tools/scene/scene.h"
@@ -23,7 +23,7 @@ class Look : public EngineTest {
 };
 INSTANTIATE_FOR_EACH_BUILD(Look);
 
-// The sectors, which the beam-forming build alone offers.
+// The sectors, which only the beam-forming build exports.
 class Sector : public Look {};
 INSTANTIATE_TEST_SUITE_P(BeamFormingBuild, Sector, testing::Values(Build::kBeam), nameOfParam);
 

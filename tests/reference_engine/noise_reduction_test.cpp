@@ -38,7 +38,8 @@ class NoiseReduction : public EngineTest {
         return decibels(pausePower(played(mixture, true)) / pausePower(played(mixture, false)));
     }
 
-    // How much of the talker is left, in dB: the part of the output that is a multiple of him alone.
+    // Level of the talker that is left, in dB: the part of the output that is a multiple of the talker's
+    // signal.
     double talkerKept(const se_scene::Scene& parts) {
         const Samples talker = played(parts.talker, true);
         const Samples out = played(parts.mixture(), false);
@@ -62,7 +63,7 @@ TEST_P(NoiseReduction, KeepsSpeechWithinTwoDecibels) {
     EXPECT_NEAR(talkerKept(scene(-26, -45, se_scene::kSilent)), 0, 2);
 }
 
-// The 16-bit transform would swallow it if frames were not scaled up.
+// It is below the resolution of the 16-bit transform unless frames are scaled up.
 TEST_P(NoiseReduction, KeepsQuietSpeechToo) {
     const auto parts = scene(-56, -90, -70);
     EXPECT_GE(pauseLoweredBy(parts), 12);

@@ -1,4 +1,4 @@
-// The microphone noise test measures what the microphones deliver.
+// The microphone noise test measures the microphone signals.
 #include "tests/reference_engine/engine_under_test.h"
 #include "tests/reference_engine/signals.h"
 

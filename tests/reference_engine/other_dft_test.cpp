@@ -1,4 +1,4 @@
-// The engine with a DFT that is not its own: double precision, straight from the definition, the same 16-bit
+// The engine with another DFT: double precision, straight from the definition, the same 16-bit
 // conversions. Last places of spectra differ, so the output does, within bounds.
 #include "tests/reference_engine/engine_under_test.h"
 #include "tests/reference_engine/signals.h"
@@ -68,7 +68,7 @@ INSTANTIATE_FOR_EACH_BUILD(OtherDft);
 
 }  // namespace
 
-// The difference stays 50 dB below the output, and no sample is off by more than 1/256 of the loudest.
+// The difference stays 50 dB below the output, and no sample differs by more than 1/256 of the loudest.
 TEST_P(OtherDft, ChangesTheOutputByLittle) {
     se_scene::SceneOptions options;
     options.seconds = 3;

@@ -1,4 +1,4 @@
-// The far end on its way to the loudspeaker.
+// The far end towards the loudspeaker.
 #include "tests/reference_engine/engine_under_test.h"
 #include "tests/reference_engine/signals.h"
 

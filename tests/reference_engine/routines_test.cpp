@@ -1,4 +1,4 @@
-// The plain routines, reached through the hook variables: the arithmetic that any other routine must match.
+// The plain routines, reached through the hook variables: the arithmetic that every replacement must match.
 #include <array>
 
 #include "tests/reference_engine/engine_under_test.h"

@@ -1,4 +1,4 @@
-// What the beam former is worth: signal-to-noise ratio at the output against that at the centre microphone.
+// Gain of the beam former: signal-to-noise ratio at the output against that at the centre microphone.
 // With a manual location and the noise reduction bypassed the path is linear, so talker and noise go through
 // it one after the other.
 #include "tests/reference_engine/engine_under_test.h"
@@ -14,7 +14,7 @@ enum Source { kBeam, kCentreMicrophone };  // the labels of seout_source
 
 class SignalToNoise : public EngineTest {
   protected:
-    // The talker stands where the beam looks, on a microphone's azimuth (location 0) or between two (1).
+    // The talker is in the look direction, on a microphone's azimuth (location 0) or between two (1).
     se_scene::Scene scene(int location, double sensor_dbfs, double diffuse_dbfs,
                           se_scene::NoiseColour colour = se_scene::NoiseColour::kWhite) {
         se_scene::SceneOptions options;
@@ -57,7 +57,7 @@ TEST_P(SignalToNoise, RisesByFourAndAHalfDecibelsInDiffuseNoise) {
     }
 }
 
-// The high-pass alone gains something here: what counts is the beam against the centre microphone behind it.
+// The high-pass alone raises the SNR here: the beam is compared with the centre microphone after it.
 TEST_P(SignalToNoise, RisesByFourDecibelsInPinkNoise) {
     for (const int location : {0, 1}) {
         const auto parts = scene(location, -120, -40, se_scene::NoiseColour::kPink);

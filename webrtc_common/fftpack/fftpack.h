@@ -16,7 +16,7 @@
 // is, where nothing else is said.
 #pragma once
 
-#include "webrtc_common/se_wrapper/export.h"
+#include "webrtc_common/export.h"
 
 extern "C" {
 

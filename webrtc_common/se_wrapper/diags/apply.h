@@ -3,7 +3,7 @@
 #pragma once
 
 #include "common/property_node.h"
-#include "webrtc_common/se_wrapper/export.h"
+#include "webrtc_common/export.h"
 
 namespace quill::media::se_wrapper {
 

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "webrtc_common/se_wrapper/export.h"
+#include "webrtc_common/export.h"
 
 namespace quill::media::se_wrapper {
 

@@ -5,8 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "webrtc_common/export.h"
 #include "webrtc_common/se_wrapper/dsp/block_size.h"
-#include "webrtc_common/se_wrapper/export.h"
 
 namespace quill::media::se_wrapper {
 

@@ -6,7 +6,7 @@
 #include <memory>
 #include <vector>
 
-#include "webrtc_common/se_wrapper/export.h"
+#include "webrtc_common/export.h"
 
 namespace quill::media::se_wrapper {
 

@@ -12,7 +12,7 @@
 
 #include <cstdint>
 
-#include "webrtc_common/se_wrapper/export.h"
+#include "webrtc_common/export.h"
 #include "webrtc_common/se_wrapper/table/engine_types.h"
 
 namespace quill::media::se_wrapper {

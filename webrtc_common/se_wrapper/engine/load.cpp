@@ -4,14 +4,12 @@
 #include "common/cpu_info.h"
 #include "common/dynlib.h"
 #include "common/file.h"
-#include "webrtc_common/convolve/convolve.h"
-#include "webrtc_common/fftpack/real_fft.h"
-#include "webrtc_common/se_wrapper/dsp/dsp_kernels.h"
+#include "webrtc_common/se_wrapper/dsp/select_kernels.h"
 #include "webrtc_common/se_wrapper/engine/hooks.h"
 #include "webrtc_common/se_wrapper/engine/library_property.h"
 #include "webrtc_common/se_wrapper/engine/resolve.h"
 #include "webrtc_common/se_wrapper/records.h"
-#include "webrtc_common/se_wrapper/table/engine_table.h"
+#include "webrtc_common/se_wrapper/table/engine_answers.h"
 
 namespace quill::media::se_wrapper {
 namespace {
@@ -35,22 +33,22 @@ void openSignalEssenceDynamicLibrary(const std::string& name) {
     if (MMIfInit != nullptr) return;
 
     const std::string path = File::joinPath(File::joinPath(getExePath(), "selibs"), name);
-    const DynLibHandle se_lib = loadDynamicLibrary(path);
+    std::string reason;
+    const DynLibHandle se_lib = loadDynamicLibrary(path, &reason);
+    if (se_lib == nullptr) SE_WRAPPER_LOG(5) << reason;
     QUILL_CHECK_AT(record_sites::kLibraryNotOpened, se_lib) << "Could not open shared library at " << path;
 
     resolveEngineTable(se_lib);
     applyEngineGroupRules();
 
     SE_WRAPPER_LOG_AT(record_sites::kLibraryLoaded, 4)
-        << "Successfully loaded Signal Essence Library. " << MMIfGetVersionString();
+        << "Successfully loaded Signal Essence Library. " << engineVersion();
 }
 
 void initSignalEssenceOptimForTests() {
     openChosenBuild();
     saveEngineRoutines();
-    selectConvolveKernels(CPUInfo());
-    fftpack::selectRealFft(CPUInfo());
-    selectDspKernels(CPUInfo());
+    selectKernels(CPUInfo());
 }
 
 }  // namespace quill::media::se_wrapper

@@ -4,14 +4,15 @@
 
 #include <string>
 
-#include "webrtc_common/se_wrapper/export.h"
+#include "webrtc_common/export.h"
 
 namespace quill::media::se_wrapper {
 
 // [setup] Loads the engine build of this file name from the folder "selibs" beside the executable and fills
 // the interface table. Does nothing, whatever the name, when an engine is loaded already.
-// fails: fatal when there is no such library, when it lacks an entry point that every build must have, or
-// when it has only a part of a group of optional ones.
+// fails: fatal when there is no such library or it cannot be loaded (a level-5 record before that one says
+// why), when it lacks an entry point that every build must have, or when it has only a part of a group of
+// optional ones.
 SE_WRAPPER_EXPORT void openSignalEssenceDynamicLibrary(const std::string& name);
 
 // [setup] Chooses the build (p_signal_essence_library; when that is empty, by device model, and the choice is

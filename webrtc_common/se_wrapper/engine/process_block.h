@@ -4,19 +4,19 @@
 
 #include <cstdint>
 
+#include "webrtc_common/export.h"
 #include "webrtc_common/se_wrapper/dsp/block_size.h"
-#include "webrtc_common/se_wrapper/export.h"
 
 namespace quill::media::se_wrapper {
 
 // Lets the engine turn the seven microphones of a block into one mono signal, or passes one of them through.
 // in:     interleaved, BLOCK_SIZE frames of `numChannels` int16 samples, of which the engine gets channels
-//         1 to 7 unchanged, in the order of kMicrophoneChannels; samples, the frames of the block.
+//         1, 3, 2, 5, 6, 7, 4 unchanged, in this order; samples, the frames of the block.
 //         enabled false: the engine is not called, so it does not advance, and `output` is channel 7.
 // out:    output, BLOCK_SIZE samples, int16.
-// reads:  as deinterleaveMicrophones does.
-// needs:  an engine that has been set up, when enabled; numChannels at least 8; samples == BLOCK_SIZE.
-//         Pointers are not checked.
+// reads:  the first 8 channels of each frame, nothing behind the last sample of the block.
+// needs:  an engine that has been set up, when enabled; numChannels from 8 to 2^31 + 7;
+//         samples == BLOCK_SIZE. Pointers are not checked.
 // fails:  fatal, "BLOCK_SIZE == samples" and "skipChannels > -1". With the "check" tag filtered out it goes
 //         on with BLOCK_SIZE frames, whatever `samples` says; with fewer than 8 channels it then reads past
 //         the frames' ends, and the output is of no use.

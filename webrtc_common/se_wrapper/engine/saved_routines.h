@@ -3,7 +3,7 @@
 // Threads: written by initSignalEssenceOptimForTests, [setup]; [any] after that. Null before.
 #pragma once
 
-#include "webrtc_common/se_wrapper/export.h"
+#include "webrtc_common/export.h"
 #include "webrtc_common/se_wrapper/table/engine_types.h"
 
 namespace quill::media::se_wrapper {

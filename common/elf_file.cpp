@@ -1,0 +1,124 @@
+#include "common/elf_file.h"
+
+#include <elf.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdint>
+#include <cstring>
+#include <vector>
+
+namespace quill {
+namespace {
+
+constexpr const char* kProbablyCut = "; it was probably cut short while being copied";
+
+// A file that is open as long as this object lives.
+class OpenFile {
+  public:
+    explicit OpenFile(const std::string& path)
+        : descriptor_(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC)) {}
+    ~OpenFile() {
+        if (isOpen()) ::close(descriptor_);
+    }
+    OpenFile(const OpenFile&) = delete;
+    OpenFile& operator=(const OpenFile&) = delete;
+
+    bool isOpen() const { return descriptor_ >= 0; }
+    bool status(struct stat* status) const { return ::fstat(descriptor_, status) == 0; }
+
+    // Whether all of the bytes could be read.
+    bool read(uint64_t offset, void* to, size_t size) const {
+        auto* rest = static_cast<char*>(to);
+        while (size > 0) {
+            const ssize_t got = ::pread(descriptor_, rest, size, static_cast<off_t>(offset));
+            if (got < 0 && errno == EINTR) continue;
+            if (got <= 0) return false;
+            rest += got;
+            offset += static_cast<uint64_t>(got);
+            size -= static_cast<size_t>(got);
+        }
+        return true;
+    }
+
+  private:
+    int descriptor_;
+};
+
+// Whether [offset, offset + size) lies inside [0, end), for any numbers.
+bool isInside(uint64_t offset, uint64_t size, uint64_t end) {
+    return size <= end && offset <= end - size;
+}
+
+bool contains(const Elf64_Phdr& segment, const Elf64_Phdr& part) {
+    return part.p_vaddr >= segment.p_vaddr &&
+           isInside(part.p_vaddr - segment.p_vaddr, part.p_memsz, segment.p_filesz);
+}
+
+// Each of these says what is wrong, without the file's name; nothing when nothing is.
+
+std::string objectionToHeader(const Elf64_Ehdr& header) {
+    if (header.e_ident[EI_CLASS] != ELFCLASS64 || header.e_ident[EI_DATA] != ELFDATA2LSB ||
+        header.e_machine != EM_X86_64)
+        return "is not built for x86-64 processors";
+    if (header.e_type != ET_DYN) return "is not a shared library but another kind of ELF file";
+    if (header.e_phentsize != sizeof(Elf64_Phdr)) return "has program headers of an unknown size";
+    return {};
+}
+
+std::string objectionToSegments(const std::vector<Elf64_Phdr>& segments, uint64_t file_size) {
+    for (const Elf64_Phdr& segment : segments) {
+        if (segment.p_type == PT_LOAD && !isInside(segment.p_offset, segment.p_filesz, file_size))
+            return "ends before its segment at offset " + std::to_string(segment.p_offset) + " does" +
+                   kProbablyCut;
+    }
+    for (const Elf64_Phdr& part : segments) {
+        if (part.p_type != PT_DYNAMIC) continue;
+        const bool is_loaded = std::any_of(segments.begin(), segments.end(), [&](const Elf64_Phdr& segment) {
+            return segment.p_type == PT_LOAD && contains(segment, part);
+        });
+        if (!is_loaded) return "has its dynamic section outside of what is loaded";
+    }
+    return {};
+}
+
+std::string objectionToContents(const OpenFile& file, uint64_t size) {
+    constexpr const char* kUnreadable = "cannot be read";
+    if (size == 0) return std::string("is empty") + kProbablyCut;
+    Elf64_Ehdr header{};
+    if (!file.read(0, &header, std::min<uint64_t>(size, sizeof(header)))) return kUnreadable;
+    if (std::memcmp(header.e_ident, ELFMAG, SELFMAG) != 0) return "is not a shared library";
+    if (size < sizeof(header)) return std::string("ends before its ELF header does") + kProbablyCut;
+    if (std::string objection = objectionToHeader(header); !objection.empty()) return objection;
+
+    std::vector<Elf64_Phdr> segments(header.e_phnum);
+    const size_t table_size = segments.size() * sizeof(Elf64_Phdr);
+    if (!isInside(header.e_phoff, table_size, size))
+        return std::string("ends before its program headers do") + kProbablyCut;
+    if (!file.read(header.e_phoff, segments.data(), table_size)) return kUnreadable;
+    return objectionToSegments(segments, size);
+}
+
+std::string objectionTo(const std::string& path) {
+    const OpenFile file(path);
+    struct stat status {};
+    if (!file.isOpen() || !file.status(&status)) {
+        const int error = errno;
+        return std::string("cannot be opened: ") + std::strerror(error);
+    }
+    if (S_ISDIR(status.st_mode)) return "is a folder, not a shared library";
+    if (!S_ISREG(status.st_mode)) return "is not a regular file";
+    return objectionToContents(file, static_cast<uint64_t>(status.st_size));
+}
+
+}  // namespace
+
+std::string whyNotLoadable(const std::string& path) {
+    const std::string objection = objectionTo(path);
+    return objection.empty() ? objection : path + " " + objection;
+}
+
+}  // namespace quill

@@ -1,0 +1,17 @@
+// The measures of the engine's audio, which its settings, stages and diagnostics share. Constants and types
+// only.
+#pragma once
+
+#include <cstdint>
+
+namespace reference_engine {
+
+inline constexpr int kSampleRate = 16000;
+inline constexpr int kBlock = 160;      // samples a block: 10 ms
+inline constexpr int kMicrophones = 7;  // 0 the centre, 1 to 6 the circle
+inline constexpr int kLocations = 12;   // look directions, 30 degrees apart
+inline constexpr int kPartitions = 13;  // of the echo canceller's tail, 20 ms each
+
+using MicrophoneBlock = int16_t[kMicrophones][kBlock];
+
+}  // namespace reference_engine

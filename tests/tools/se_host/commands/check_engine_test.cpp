@@ -1,0 +1,95 @@
+// `se_host check-engine`: whether a new engine build can be used, before a host loads it.
+#include <filesystem>
+#include <nlohmann/json.hpp>
+
+#include "tests/tools/se_host/host_test.h"
+
+namespace se_host_test {
+namespace {
+
+const std::string kSelibs = std::filesystem::path(SE_HOST_PATH).parent_path() / "selibs";
+
+class CheckEngine : public HostTest {
+  protected:
+    HostRun check(const std::string& engine, std::vector<std::string> more = {}) {
+        more.insert(more.begin(), {"check-engine", kSelibs + "/" + engine});
+        return run(more);
+    }
+
+    nlohmann::json answer(const std::string& engine) {
+        return nlohmann::json::parse(check(engine, {"--json"}).out);
+    }
+};
+
+TEST_F(CheckEngine, FindsBothBuildsUsable) {
+    for (const char* build : {"se_lib_beamv1.14", "se_lib_harborv006"}) {
+        const HostRun result = check(build);
+        expectDone(result);
+        EXPECT_NE(result.out.find("\nverdict: can be used\n"), std::string::npos) << result.out;
+    }
+}
+
+TEST_F(CheckEngine, ShowsEveryEntryPointInTheOrderOfLookingUp) {
+    const auto rows = answer("se_lib_beamv1.14")["entry_points"];
+    ASSERT_EQ(rows.size(), 59u);
+    EXPECT_EQ(rows[0]["name"], "MMIfSetAutoLocationSearch");
+    EXPECT_EQ(rows[50]["name"], "InitDft_FcnHook");
+    EXPECT_EQ(rows[50]["found_as"], "InitDftFcnHook");
+    EXPECT_EQ(rows[58]["name"], "SEDiagGetName");
+}
+
+TEST_F(CheckEngine, TellsUnderWhichNameAnEntryPointIsThere) {
+    EXPECT_EQ(answer("test_engines/full")["entry_points"][23]["found_as"], "SEDiagGetInt40");
+    EXPECT_EQ(answer("test_engines/with_SEDiagGetInt64")["entry_points"][23]["found_as"], "SEDiagGetInt64");
+}
+
+TEST_F(CheckEngine, TellsWhichCapabilitiesFollow) {
+    const auto all = answer("test_engines/full")["capabilities"];
+    EXPECT_TRUE(all["beam_forming"]);
+    EXPECT_TRUE(all["noise_tests"]);
+    const auto none = answer("test_engines/minimal")["capabilities"];
+    EXPECT_FALSE(none["beam_forming"]);
+    EXPECT_FALSE(none["noise_tests"]);
+}
+
+TEST_F(CheckEngine, NamesTheFirstEntryPointThatIsMissing) {
+    const HostRun result = check("test_engines/without_SEDiagGetName_and_SEDiagGetInt40");
+    EXPECT_EQ(result.exit_code, kFailure);
+    EXPECT_EQ(result.errorLines(), 1u);
+    EXPECT_NE(result.err.find("symbol SEDiagGetInt40 is missing, and SEDiagGetInt64 too"), std::string::npos)
+        << result.err;
+    EXPECT_NE(result.out.find("MISSING"), std::string::npos) << result.out;
+}
+
+TEST_F(CheckEngine, NamesAGroupThatIsNotWhole) {
+    const HostRun result = check("test_engines/noise_test_3");
+    EXPECT_EQ(result.exit_code, kFailure);
+    EXPECT_NE(result.err.find("only 2 of 3 entry points of the group 'noise test'"), std::string::npos)
+        << result.err;
+}
+
+// The check accepts what the wrapper accepts, and refuses what it refuses.
+TEST_F(CheckEngine, AgreesWithWhatTheWrapperDoes) {
+    int refused = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(kSelibs + "/test_engines")) {
+        const std::string name = "test_engines/" + entry.path().filename().string();
+        const int loaded = run({"info", "--engine", name}).exit_code;
+        EXPECT_EQ(check(name).exit_code, loaded) << name;
+        if (loaded != 0) ++refused;
+    }
+    EXPECT_GT(refused, 50);
+}
+
+TEST_F(CheckEngine, NeedsAFile) {
+    noteFiles();
+    expectRefused(run({"check-engine", path("nothing")}), kWrongUsage, "nothing");
+}
+
+TEST_F(CheckEngine, NeedsALibrary) {
+    writeText("text", "no library");
+    noteFiles();
+    expectRefused(run({"check-engine", path("text")}), kFailure, "cannot be loaded");
+}
+
+}  // namespace
+}  // namespace se_host_test

@@ -1,0 +1,100 @@
+// `se_host info`, as text and as JSON.
+#include <nlohmann/json.hpp>
+
+#include "tests/tools/se_host/host_test.h"
+
+namespace se_host_test {
+namespace {
+
+class Info : public HostTest {
+  protected:
+    nlohmann::json json(std::vector<std::string> more = {}) {
+        more.insert(more.begin(), {"info", "--json"});
+        const HostRun result = run(more);
+        expectDone(result);
+        return nlohmann::json::parse(result.out);
+    }
+};
+
+TEST_F(Info, NamesTheBuildThatWouldRun) {
+    EXPECT_EQ(json()["engine"]["build"], "se_lib_beamv1.14");
+    EXPECT_EQ(json({"--device-model"})["engine"]["build"], "se_lib_harborv006");
+    EXPECT_EQ(json({"--engine", "se_lib_harborv006"})["engine"]["build"], "se_lib_harborv006");
+}
+
+TEST_F(Info, ListsTheBuildsThatThereAre) {
+    EXPECT_EQ(json()["builds"], (nlohmann::json{"se_lib_beamv1.14", "se_lib_harborv006"}));
+}
+
+TEST_F(Info, AFullEngineHasEveryOptionalEntryPoint) {
+    const nlohmann::json engine = json({"--engine", "test_engines/full"})["engine"];
+    EXPECT_EQ(engine["optional_entry_points"].size(), 14u);
+    for (const auto& [name, present] : engine["optional_entry_points"].items())
+        EXPECT_EQ(present, true) << name;
+    EXPECT_EQ(engine["capabilities"], (nlohmann::json{{"beam_forming", true}, {"noise_tests", true}}));
+}
+
+TEST_F(Info, AMinimalEngineHasNone) {
+    const nlohmann::json engine = json({"--engine", "test_engines/minimal"})["engine"];
+    EXPECT_EQ(engine["optional_entry_points"].size(), 14u);
+    for (const auto& [name, present] : engine["optional_entry_points"].items())
+        EXPECT_EQ(present, false) << name;
+    EXPECT_EQ(engine["capabilities"], (nlohmann::json{{"beam_forming", false}, {"noise_tests", false}}));
+}
+
+TEST_F(Info, NamesAMissingEntryPoint) {
+    const nlohmann::json engine =
+        json({"--engine", "test_engines/without_MMIfGetNoiseReductionBypass"})["engine"];
+    EXPECT_EQ(engine["optional_entry_points"]["MMIfGetNoiseReductionBypass"], false);
+    EXPECT_EQ(engine["optional_entry_points"]["MMIfSetNoiseReductionBypass"], true);
+}
+
+TEST_F(Info, TheKernelsFitTheProcessor) {
+    const nlohmann::json info = json();
+    const bool avx = info["processor_features"]["avx"];
+    EXPECT_EQ(info["processor_features"]["ssse3"], true);
+    EXPECT_EQ(info["kernels"]["convolution"], avx ? "avx" : "ssse3");
+}
+
+TEST_F(Info, TheKernelsHaveTheWidestBodyThatTheProcessorRuns) {
+    const nlohmann::json info = json();
+    std::string widest;
+    for (const char* body : {"ssse3", "avx", "avx2", "avx-vnni", "avx512-vnni"}) {
+        if (info["processor_features"][body]) widest = body;
+    }
+    EXPECT_EQ(info["kernels"]["convolution_body"], widest);
+    EXPECT_NE(run({"info"}).out.find(" (" + widest + " body), "), std::string::npos);
+}
+
+TEST_F(Info, NamesTheBuildsOfTheOtherKernels) {
+    const nlohmann::json info = json();
+    const bool avx = info["processor_features"]["avx"];
+    const bool avx2 = info["processor_features"]["avx2"];
+    const std::string real_fft = avx2 ? "avx2" : avx ? "avx" : "sse41";
+    const std::string dsp = avx2 ? "avx2" : "sse41";
+    EXPECT_EQ(info["kernels"]["real_fft"], real_fft);
+    EXPECT_EQ(info["kernels"]["dsp"], dsp);
+    EXPECT_NE(run({"info"}).out.find("real FFT " + real_fft + ", DSP " + dsp + "\n"), std::string::npos);
+}
+
+TEST_F(Info, ListsThePropertiesThatCanBeSet) {
+    const nlohmann::json properties = json({"--device-model"})["properties"];
+    EXPECT_EQ(properties["config/is_harbor"],
+              (nlohmann::json{{"type", "bool"}, {"value", "1"}, {"read_only", false}}));
+    EXPECT_EQ(properties["media/signal_essence/signal_essence_library"],
+              (nlohmann::json{{"type", "string"}, {"value", "se_lib_harborv006"}, {"read_only", true}}));
+}
+
+TEST_F(Info, TheTextSaysTheSame) {
+    const HostRun result = run({"info"});
+    expectDone(result);
+    for (const char* word :
+         {"engine      se_lib_beamv1.14 (", "builds      se_lib_beamv1.14, se_lib_harborv006",
+          "processor   ssse3", "kernels     convolution ", "MMIfStartNoiseTest",
+          "config/is_harbor = 0 (bool)", "signal_essence_library = se_lib_beamv1.14"}) {
+        EXPECT_NE(result.out.find(word), std::string::npos) << word << " in\n" << result.out;
+    }
+}
+
+}  // namespace
+}  // namespace se_host_test

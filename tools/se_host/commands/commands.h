@@ -1,0 +1,27 @@
+// The commands of se_host. Each function registers one, and stands in the file of the command's name.
+// Threads: one.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+namespace se_host {
+
+void addProcess(CLI::App& app);
+void addScene(CLI::App& app);
+void addNoiseTest(CLI::App& app);
+void addSpectrum(CLI::App& app);
+void addHighpass(CLI::App& app);
+void addInfo(CLI::App& app);
+void addDiags(CLI::App& app);
+void addCheckEngine(CLI::App& app);
+
+// Those of `se_host diags`.
+void addDiagsList(CLI::App& diags);
+void addDiagsGet(CLI::App& diags);
+void addDiagsSet(CLI::App& diags);
+void addDiagsDump(CLI::App& diags);
+void addDiagsRestore(CLI::App& diags);
+void addDiagsDiff(CLI::App& diags);
+void addDiagsWatch(CLI::App& diags);
+
+}  // namespace se_host

@@ -1,0 +1,80 @@
+// `se_host diags set`: edits that go to the engine together, and into a tuning if they are to stay.
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <utility>
+
+#include "tools/output/errors.h"
+#include "tools/se_host/commands/commands.h"
+#include "tools/se_host/commands/tuned_engine.h"
+
+namespace se_host {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+struct SetOptions : DiagsOptions {
+    std::vector<std::string> assignments;
+    std::string save;
+};
+
+struct Edit {
+    std::string name;
+    std::string text;
+    Json before;
+};
+
+Edit editOf(const std::string& assignment, const DiagTree& tree) {
+    const size_t equals = assignment.find('=');
+    if (equals == std::string::npos || equals == 0) {
+        throw se_output::UsageError("'" + assignment + "' is not an assignment; write NAME=VALUE");
+    }
+    const std::string name = assignment.substr(0, equals);
+    return {name, assignment.substr(equals + 1), tree.valueOf(name)};
+}
+
+// All of them or none reach the engine.
+std::vector<Edit> editTree(const SetOptions& options, DiagTree& tree) {
+    std::vector<Edit> edits;
+    for (const std::string& assignment : options.assignments) {
+        edits.push_back(editOf(assignment, tree));
+        if (const auto objection = tree.edit(edits.back().name, edits.back().text)) {
+            throw se_output::UsageError(*objection + "; 'se_host diags list' shows what can be set");
+        }
+    }
+    return edits;
+}
+
+void run(const SetOptions& options) {
+    std::optional<se_output::TemporaryFile> file;
+    if (!options.save.empty()) file.emplace(options.save);
+    const auto tuned = startTuned(options);
+    const std::vector<Edit> edits = editTree(options, tuned->tree);
+    const std::vector<std::string> differences = tuned->tree.apply();
+    if (file) {
+        writeTuning(*file, tuningOf(tuned->engine, tuned->tree));
+        file->commit();
+    }
+    for (const Edit& edit : edits) {
+        std::cout << edit.name << ": " << toText(edit.before) << " -> "
+                  << toText(tuned->tree.valueOf(edit.name)) << '\n';
+    }
+    std::cout.flush();
+    printWarnings(differences);
+}
+
+}  // namespace
+
+void addDiagsSet(CLI::App& diags) {
+    CLI::App* const command = diags.add_subcommand(
+        "set", "Set diagnostics, all of them or none, and show what the engine holds then");
+    const auto options = std::make_shared<SetOptions>();
+    command->add_option("NAME=VALUE", options->assignments, "An Enum takes its number; a switch 0 or 1")
+        ->required()
+        ->type_name("");
+    command->add_option("--save", options->save, "Write the tuning that results")->type_name("OUT.json");
+    addEngineAndTuning(*command, *options);
+    command->callback([options] { run(*options); });
+}
+
+}  // namespace se_host

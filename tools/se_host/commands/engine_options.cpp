@@ -1,0 +1,42 @@
+#include "tools/se_host/commands/engine_options.h"
+
+namespace se_host {
+
+void addEngineChoice(CLI::App& command, EngineOptions& options) {
+    command
+        .add_option("--engine", options.build, "Engine build, a file in selibs/ (default: by device model)")
+        ->type_name("NAME");
+    command.add_flag("--device-model", options.device_model,
+                     "The device is the model with an engine build of its own");
+}
+
+void addEngineSettings(CLI::App& command, EngineOptions& options) {
+    CLI::Option* const engine_routines = command.add_flag_callback(
+        "--engine-routines", [&options] { options.routines = Routines::kEngine; },
+        "Leave the engine's own signal processing routines in place");
+    CLI::Option* const engine_dft = command.add_flag_callback(
+        "--engine-dft", [&options] { options.routines = Routines::kEngineDft; },
+        "Leave the engine's own Fourier transform in place: all else must give the same output; not with "
+        "--engine-routines");
+    engine_dft->excludes(engine_routines);
+    command
+        .add_option("--gain", options.gain,
+                    "Receive gain in the engine's units (Q10: 1024 is unity); not with the engine's routines")
+        ->type_name("N")
+        ->excludes(engine_routines)
+        ->excludes(engine_dft);
+    command
+        .add_option("--echo-safety-factor", options.echo_safety_factor,
+                    "Echo safety factor in the engine's units (Q10 in recent builds); likewise")
+        ->type_name("N")
+        ->excludes(engine_routines)
+        ->excludes(engine_dft);
+    command
+        .add_option("--set", options.settings,
+                    "Set a property of 'se_host info' before processing; repeatable; a bool is 0 or 1")
+        ->type_name("PATH=VALUE")
+        ->expected(1)
+        ->take_all();
+}
+
+}  // namespace se_host

@@ -1,0 +1,17 @@
+// The options that choose an engine and set it up.
+// Threads: one.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include "tools/se_host/engine/engine.h"
+
+namespace se_host {
+
+// --engine and --device-model.
+void addEngineChoice(CLI::App& command, EngineOptions& options);
+
+// --engine-routines, --engine-dft, --gain, --echo-safety-factor and --set.
+void addEngineSettings(CLI::App& command, EngineOptions& options);
+
+}  // namespace se_host

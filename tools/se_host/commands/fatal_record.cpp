@@ -1,0 +1,72 @@
+#include "tools/se_host/commands/fatal_record.h"
+
+#include <unistd.h>
+
+#include <iostream>
+#include <string>
+
+#include "common/logging.h"
+#include "tools/output/one_line.h"
+#include "tools/output/temporary_file.h"
+#include "tools/se_host/engine/engine.h"
+
+namespace se_host {
+namespace {
+
+constexpr int kFatal = 1;
+constexpr int kError = 2;
+constexpr int kNotice = 4;
+constexpr int kTrace = 5;
+constexpr const char* kWrapper = "se_wrapper";
+
+// Why the engine library was not loaded: the wrapper says so in a trace before its fatal record.
+thread_local std::string g_reason;
+
+// What the user can do about a fatal record; null: nothing that its text does not say.
+const char* adviceAt(EngineStage stage) {
+    switch (stage) {
+        case EngineStage::kNone:
+            return nullptr;
+        case EngineStage::kLoading:
+            return "this engine build cannot be used, choose another one with --engine";
+        case EngineStage::kLoaded:
+            return "the engine is in a state that it cannot work in, please report this";
+    }
+    return nullptr;
+}
+
+// Traces cost time and serve nothing else, so they end with the loading.
+void keepReason(const quill::LogRecord& record) {
+    if (record.level != kTrace) return;
+    if (engineStage() == EngineStage::kLoading) g_reason = record.text;
+    if (engineStage() == EngineStage::kLoaded) quill::setLogThreshold(kWrapper, kNotice);
+}
+
+std::string fatalText(const std::string& text) {
+    const std::string reason = g_reason.empty() ? "" : " (" + g_reason + ")";
+    const char* const advice = adviceAt(engineStage());
+    return text + reason + (advice == nullptr ? std::string() : std::string("; ") + advice);
+}
+
+// Ends the process here: after the sink the library would abort, which leaves a core dump for what is a
+// wrong file.
+void showRecord(const quill::LogRecord& record) {
+    if (record.level > kError) {
+        keepReason(record);
+        return;
+    }
+    const std::string text = record.level == kFatal ? fatalText(record.text) : record.text;
+    std::cerr << "se_host: " << se_output::oneLine(text) << std::endl;
+    if (record.level != kFatal) return;
+    se_output::removeTemporaryFiles();
+    _exit(1);
+}
+
+}  // namespace
+
+void installRecordSink() {
+    quill::setLogThreshold(kWrapper, kTrace);
+    quill::setLogSink(showRecord);
+}
+
+}  // namespace se_host

@@ -1,0 +1,87 @@
+// se_host: the command-line host. Parses, runs one command and turns every failure into one line and
+// an exit code: 0 done, 1 failure, 2 wrong usage.
+// Threads: one.
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "tools/output/errors.h"
+#include "tools/output/one_line.h"
+#include "tools/output/temporary_file.h"
+#include "tools/se_host/commands/commands.h"
+#include "tools/se_host/commands/fatal_record.h"
+#include "tools/se_host/commands/help_format.h"
+
+namespace {
+
+constexpr int kFailure = 1;
+constexpr int kWrongUsage = 2;
+
+constexpr const char* kDescription =
+    "Sends recordings of a microphone array through an acoustic engine: eight or more channels in, the\n"
+    "talker's voice out. Channels 1 to 7 are the microphones; 16 kHz, other rates are resampled.\n";
+
+constexpr const char* kExamples =
+    "Examples:\n"
+    "  se_host scene meeting.wav --azimuth 60       a simulated recording to try it with\n"
+    "  se_host process meeting.wav talker.wav       through the engine\n"
+    "  se_host noise-test noise.txt --plot noise.png   the microphones' noise\n"
+    "  se_host info                                 the engine and what it can do\n"
+    "'se_host COMMAND --help' explains a command.";
+
+int complain(const std::string& text, int exit_code) {
+    std::cerr << "se_host: " << se_output::oneLine(text) << std::endl;
+    return exit_code;
+}
+
+// What the parser says, or the word that it took for a command, and where to read on.
+std::string usageText(const CLI::App& app, const CLI::ParseError& error) {
+    std::string command;
+    for (const CLI::App* last = &app; !last->get_subcommands().empty();) {
+        last = last->get_subcommands().front();
+        command += last->get_name() + " ";
+    }
+    if (!command.empty()) return std::string(error.what()) + "; see 'se_host " + command + "--help'";
+    const std::vector<std::string> words = app.remaining();
+    const std::string text = words.empty() ? error.what() : "no command or option '" + words.front() + "'";
+    return text + "; see 'se_host --help'";
+}
+
+int parseAndRun(CLI::App& app, int argc, char** argv) {
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::Success& help) {
+        app.exit(help);
+    } catch (const CLI::ParseError& error) {
+        return complain(usageText(app, error), kWrongUsage);
+    } catch (const se_output::UsageError& error) {
+        return complain(error.what(), kWrongUsage);
+    } catch (const std::exception& error) {
+        return complain(error.what(), kFailure);
+    }
+    std::cout.flush();
+    return std::cout ? 0 : complain("cannot write to standard output; is there space left?", kFailure);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    se_host::installRecordSink();
+    se_output::removeTemporaryFilesOnSignals();
+    CLI::App app(kDescription, "se_host");
+    app.formatter(std::make_shared<se_host::HelpFormat>());
+    app.set_version_flag("--version", "se_host " SE_HOST_VERSION);
+    app.footer(kExamples);
+    app.require_subcommand(1);
+    se_host::addProcess(app);
+    se_host::addScene(app);
+    se_host::addNoiseTest(app);
+    se_host::addSpectrum(app);
+    se_host::addHighpass(app);
+    se_host::addInfo(app);
+    se_host::addDiags(app);
+    se_host::addCheckEngine(app);
+    return parseAndRun(app, argc, argv);
+}

@@ -1,0 +1,125 @@
+// `se_host noise-test`: the engine's microphone noise test on a recording or on a simulated array.
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <optional>
+
+#include "common/string_printf.h"
+#include "tools/output/errors.h"
+#include "tools/output/gnuplot.h"
+#include "tools/se_host/commands/commands.h"
+#include "tools/se_host/commands/engine_options.h"
+#include "tools/se_host/commands/noise_test_report.h"
+#include "tools/se_host/commands/output_paths.h"
+#include "tools/se_host/commands/print_json.h"
+#include "tools/se_host/commands/scene_options.h"
+#include "tools/se_host/engine/noise_test_run.h"
+#include "tools/se_host/sound/resample.h"
+
+namespace se_host {
+namespace {
+
+namespace se = quill::media::se_wrapper;
+
+constexpr const char* kExamples =
+    "Without a recording the microphones are simulated: sensor noise, and what the options add to it.\n"
+    "OUT is a text: for each microphone a line 'Microphone N', then for each row a line with its number\n"
+    "and value.\n"
+    "Examples:\n"
+    "  se_host noise-test noise.txt\n"
+    "  se_host noise-test noise.txt --diffuse-noise -45 --plot noise.png\n"
+    "  se_host noise-test noise.txt --recording silent_room.wav --json > noise.json\n";
+
+struct NoiseTestOptions {
+    se_scene::SceneOptions scene;
+    EngineOptions engine;
+    std::string output;
+    std::string recording;
+    std::string picture;
+    bool quiet = false;
+    bool json = false;
+};
+
+Recording simulatedRecording(const NoiseTestOptions& command) {
+    se_scene::SceneOptions options = command.scene;
+    if (command.engine.device_model) options.array_radius_m = kDeviceModelRadius;
+    const se_scene::Scene scene = simulate(options);
+    Recording recording;
+    recording.microphones = {se_scene::kSampleRate, se_scene::kChannels,
+                             se_scene::interleave(scene.mixture(), scene.far_end)};
+    recording.far_end = se_scene::toInt16(scene.far_end);
+    recording.far_end.resize(scene.frames);
+    recording.frames = scene.frames;
+    recording.file_sample_rate = se_scene::kSampleRate;
+    return recording;
+}
+
+std::string soundText(const NoiseTestOptions& command) {
+    if (!command.recording.empty()) return command.recording;
+    return "a simulated array, seed " + std::to_string(command.scene.seed);
+}
+
+// The wrapper does not report what it could not write.
+void save(const se_output::TemporaryFile& file) {
+    constexpr auto kLines = (se::NoiseTestResults::kRows + 1) * se::NoiseTestResults::kMicrophones;
+    se::saveNoiseTestResults(file.name());
+    std::ifstream written(file.name());
+    if (std::count(std::istreambuf_iterator<char>(written), {}, '\n') != kLines) {
+        throw se_output::Failure("cannot write '" + file.path() +
+                                 "': the results did not fit; is there space left?");
+    }
+}
+
+void run(const NoiseTestOptions& command) {
+    refuseClashes({command.recording}, {command.output, command.picture});
+    // What fails early comes before what takes long.
+    se_output::TemporaryFile output(command.output);
+    std::optional<se_output::Picture> picture;
+    if (!command.picture.empty()) picture.emplace(command.picture);
+    const Engine engine = startEngine(command.engine);
+    const Recording recording = command.recording.empty()
+                                    ? simulatedRecording(command)
+                                    : readRecording({command.recording, {}, std::nullopt});
+
+    NoiseTestReport report{
+        command.output, command.picture, soundText(command), engine.build, engine.version, 0, {}};
+    report.blocks = runNoiseTest(recording);
+    se::getNoiseTestResults(&report.results);
+    save(output);
+    if (picture) picture->draw(toScript(report), {1100, 760});
+    output.commit();
+    if (picture) picture->commit();
+    if (command.json || !command.quiet) print(report, command.json);
+}
+
+// What describes a simulation has no meaning for a recording.
+void excludeSceneOptions(CLI::App& command, CLI::Option* recording) {
+    for (CLI::Option* const option : command.get_options()) {
+        if (option != recording && option != command.get_help_ptr()) recording->excludes(option);
+    }
+}
+
+}  // namespace
+
+void addNoiseTest(CLI::App& app) {
+    CLI::App* const command = app.add_subcommand("noise-test", "Run the engine's microphone noise test");
+    const auto options = std::make_shared<NoiseTestOptions>();
+    options->scene.talker_level_dbfs = se_scene::kSilent;
+    addSceneOptions(*command, options->scene);
+    auto* const recording =
+        command->add_option("--recording", options->recording,
+                            "Test with this WAV or FLAC of 8 or more channels, not with a simulated array");
+    recording->type_name("IN");
+    excludeSceneOptions(*command, recording);
+    command->add_option("OUT", options->output, "The results, a text")->required()->type_name("");
+    command->add_option("--plot", options->picture, "Also draw the results, a picture in .png or .svg")
+        ->type_name("FILE");
+    addEngineChoice(*command, options->engine);
+    command->add_flag("--quiet", options->quiet, "No table, unless --json asks for it");
+    command->add_flag("--json", options->json, "The results as JSON");
+    command->footer(kExamples);
+    command->callback([options] { run(*options); });
+}
+
+}  // namespace se_host

@@ -1,0 +1,29 @@
+// The results of `se_host noise-test` as text, as JSON and as a picture.
+// Threads: any.
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <string>
+
+#include "tools/se_host/engine/engine.h"
+#include "webrtc_common/se_wrapper.h"
+
+namespace se_host {
+
+struct NoiseTestReport {
+    std::string output;
+    std::string picture;  // empty: none
+    std::string sound;    // where it came from
+    std::string build;
+    std::string version;
+    size_t blocks = 0;  // that the test took
+    quill::media::se_wrapper::NoiseTestResults results{};
+};
+
+std::string toText(const NoiseTestReport& report);
+nlohmann::ordered_json toJson(const NoiseTestReport& report);
+
+// A script for Picture::draw: a curve a microphone above a map of all values.
+std::string toScript(const NoiseTestReport& report);
+
+}  // namespace se_host

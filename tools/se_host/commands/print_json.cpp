@@ -1,0 +1,9 @@
+#include "tools/se_host/commands/print_json.h"
+
+namespace se_host {
+
+void printJson(const nlohmann::ordered_json& json) {
+    std::cout << json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+}
+
+}  // namespace se_host

@@ -1,0 +1,154 @@
+#include "tools/se_host/commands/scene_options.h"
+
+#include <map>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "tools/output/errors.h"
+
+namespace se_host {
+namespace {
+
+using se_scene::NoiseColour;
+using se_scene::SceneOptions;
+
+constexpr const char* kTalker = "Talker";
+constexpr const char* kSurroundings = "Noise and room";
+constexpr const char* kLoudspeaker = "Loudspeaker";
+
+constexpr const char* kEcho = "--echo";
+constexpr const char* kEchoPathChange = "--echo-path-change";
+constexpr const char* kReverberation = "--reverberation";
+
+// One row an option: its flag, the scene's own name for it, where its number goes.
+struct Row {
+    const char* flag;
+    const char* name;
+    double SceneOptions::*value;
+    const char* unit;
+    const char* group;
+    const char* needs;  // another flag, or null
+    const char* help;
+};
+
+// Levels of this unit may also be "none": the part is silent then.
+constexpr const char* kLevelOrNone = "DBFS";
+
+constexpr Row kRows[] = {
+    {"--seconds", "seconds", &SceneOptions::seconds, "S", "Options", nullptr, "Length of the recording"},
+    {"--azimuth", "talker_azimuth_deg", &SceneOptions::talker_azimuth_deg, "DEGREES", kTalker, nullptr,
+     "Direction, counter-clockwise seen from above; 0 is where channel 3's microphone stands"},
+    {"--distance", "talker_distance_m", &SceneOptions::talker_distance_m, "METRES", kTalker, nullptr,
+     "Distance from the centre of the array"},
+    {"--level", "talker_level_dbfs", &SceneOptions::talker_level_dbfs, kLevelOrNone, kTalker, nullptr,
+     "Level while speaking, at the centre microphone"},
+    {"--talker-start", "talker_start_s", &SceneOptions::talker_start_s, "S", kTalker, nullptr,
+     "Silent before this time"},
+    {"--talker-end", "talker_end_s", &SceneOptions::talker_end_s, "S", kTalker, nullptr,
+     "Silent after this time"},
+    {"--sensor-noise", "sensor_noise_dbfs", &SceneOptions::sensor_noise_dbfs, kLevelOrNone, kSurroundings,
+     nullptr, "White noise, each microphone's own"},
+    {"--diffuse-noise", "diffuse_noise_dbfs", &SceneOptions::diffuse_noise_dbfs, kLevelOrNone, kSurroundings,
+     nullptr, "Noise that arrives from all around"},
+    {kReverberation, "reverberation_s", &SceneOptions::reverberation_s, "S", kSurroundings, nullptr,
+     "Time in which the room's sound falls by 60 dB; 0: no room"},
+    {kEcho, "echo_level_dbfs", &SceneOptions::echo_level_dbfs, kLevelOrNone, kLoudspeaker, nullptr,
+     "A far-end voice is played: its level at the centre microphone; the options below need it"},
+    {"--far-end-level", "far_end_level_dbfs", &SceneOptions::far_end_level_dbfs, "LEVEL", kLoudspeaker, kEcho,
+     "Level of what is played, in dBFS"},
+    {"--echo-azimuth", "echo_azimuth_deg", &SceneOptions::echo_azimuth_deg, "DEGREES", kLoudspeaker, kEcho,
+     "Direction of the loudspeaker"},
+    {"--echo-distance", "echo_distance_m", &SceneOptions::echo_distance_m, "METRES", kLoudspeaker, kEcho,
+     "Distance of the loudspeaker"},
+    {"--echo-azimuth-after", "echo_azimuth_after_deg", &SceneOptions::echo_azimuth_after_deg, "DEGREES",
+     kLoudspeaker, kEcho, "Its direction after --echo-path-change"},
+};
+
+std::string numberText(double number) {
+    std::ostringstream text;
+    text << number;
+    return text.str();
+}
+
+CLI::Option* addRow(CLI::App& command, const Row& row, SceneOptions& options) {
+    double& value = options.*row.value;
+    auto* const option = command.add_option(row.flag, value, row.help)->type_name(row.unit)->group(row.group);
+    if (row.needs != nullptr) option->needs(row.needs);
+    if (value == se_scene::kSilent)
+        option->default_str("none");
+    else
+        option->default_str(numberText(value));
+    if (row.unit == kLevelOrNone) {
+        const std::map<std::string, double> none{{"none", se_scene::kSilent}};
+        option->transform(CLI::Transformer(none).description(""));
+    }
+    return option;
+}
+
+void addColour(CLI::App& command, SceneOptions& options) {
+    const std::function<void(const std::string&)> take = [&options](const std::string& colour) {
+        options.diffuse_noise_colour = colour == "white" ? NoiseColour::kWhite : NoiseColour::kPink;
+    };
+    command.add_option_function("--diffuse-colour", take, "Colour of that noise")
+        ->check(CLI::IsMember({"white", "pink"}).description(""))
+        ->type_name("white|pink")
+        ->default_str("pink")
+        ->group(kSurroundings);
+}
+
+void addRoom(CLI::App& command, SceneOptions& options) {
+    const std::function<void(const std::vector<double>&)> take = [&options](const std::vector<double>& size) {
+        options.room = {size[0], size[1], size[2]};
+    };
+    command.add_option_function("--room", take, "Its length, width and height; needs --reverberation")
+        ->expected(3)
+        ->type_name("METRES")
+        ->default_str("7 6 2.8")
+        ->needs(kReverberation)
+        ->group(kSurroundings);
+}
+
+// Flags by the scene's names.
+std::map<std::string, std::string> flagsByName() {
+    std::map<std::string, std::string> flags{{"echo_path_change_s", kEchoPathChange},
+                                             {"room.length_m", "--room's length"},
+                                             {"room.width_m", "--room's width"},
+                                             {"room.height_m", "--room's height"}};
+    for (const Row& row : kRows) flags[row.name] = row.flag;
+    return flags;
+}
+
+// A refusal of the scene names one of its options; the user knows its flag.
+std::string inTermsOfFlags(const std::invalid_argument& refusal) {
+    const std::string text = refusal.what();
+    const size_t end_of_name = text.find(' ');
+    const auto flags = flagsByName();
+    const auto flag = flags.find(text.substr(0, end_of_name));
+    return flag == flags.end() ? text : flag->second + text.substr(end_of_name);
+}
+
+}  // namespace
+
+void addSceneOptions(CLI::App& command, SceneOptions& options) {
+    command.add_option("--seed", options.seed, "Another number gives other voices and noises")
+        ->type_name("N")
+        ->capture_default_str();
+    for (const Row& row : kRows) addRow(command, row, options);
+    addColour(command, options);
+    addRoom(command, options);
+    command.add_option(kEchoPathChange, options.echo_path_change_s, "The loudspeaker moves at this time")
+        ->type_name("S")
+        ->needs(kEcho)
+        ->group(kLoudspeaker);
+}
+
+se_scene::Scene simulate(const se_scene::SceneOptions& options) {
+    try {
+        return se_scene::makeScene(options);
+    } catch (const std::invalid_argument& refusal) {
+        throw se_output::UsageError(inTermsOfFlags(refusal));
+    }
+}
+
+}  // namespace se_host

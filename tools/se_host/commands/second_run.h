@@ -1,0 +1,33 @@
+// The same recording once more, with the engine's own routines, to compare with. It needs a process of its
+// own: an engine keeps its state, and its hooks, for the life of the process.
+// Threads: one.
+#pragma once
+
+#include <sys/types.h>
+
+#include "tools/se_host/commands/engine_options.h"
+#include "tools/se_host/engine/processing.h"
+#include "tools/se_host/sound/recording.h"
+
+namespace se_host {
+
+class SecondRun {
+  public:
+    // Leaves a child that waits. needs: no engine loaded yet, no output file begun, one thread. fails: Failure.
+    SecondRun(const EngineOptions& engine, const RecordingOptions& recording, bool bypass, bool split_cycles);
+    // Ends the child.
+    ~SecondRun();
+    SecondRun(const SecondRun&) = delete;
+    SecondRun& operator=(const SecondRun&) = delete;
+
+    // Lets the child work and waits for its result, which has no directions. `frames`: those of the recording.
+    // needs: called once. fails: Failure.
+    Processed finish(size_t frames);
+
+  private:
+    bool split_cycles_;
+    pid_t child_;
+    int socket_;
+};
+
+}  // namespace se_host

@@ -1,0 +1,193 @@
+#include "tools/se_host/commands/summary.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+#include "common/string_printf.h"
+#include "tools/se_host/engine/cycle_split_output.h"
+#include "tools/se_host/sound/resample.h"
+
+namespace se_host {
+namespace {
+
+using quill::stringPrintf;
+using Json = nlohmann::ordered_json;
+
+std::string line(const char* label, const std::string& text) {
+    return stringPrintf("  %-10s", label) + text + "\n";
+}
+
+std::string engineText(const Summary& summary) {
+    std::string text = summary.build + " (" + summary.version + ")";
+    return summary.bypass ? text + ", bypassed: the output is channel 7" : text;
+}
+
+std::string soundText(const Summary& summary) {
+    std::string text =
+        stringPrintf("%.2f s, %d channels, %zu blocks", summary.seconds, summary.channels, summary.blocks);
+    if (summary.file_sample_rate == kEngineSampleRate) return text;
+    return text + stringPrintf(", resampled from %d to %d Hz", summary.file_sample_rate, kEngineSampleRate);
+}
+
+std::string levelText(double dbfs) {
+    return std::isinf(dbfs) ? std::string("silence") : stringPrintf("%.1f dBFS", dbfs);
+}
+
+std::string inAndOutText(const Summary& summary, double Level::*dbfs) {
+    return levelText(summary.input_levels[size_t{kCentreMicrophone}].*dbfs) + " at the centre microphone, " +
+           levelText(summary.output_level.*dbfs) + " in the output";
+}
+
+std::string talkerText(const Summary& summary) {
+    if (!summary.talker) return "no direction found";
+    return stringPrintf("at %d degrees (location %d) in %.0f %% of the blocks, confidence %.2f",
+                        summary.talker->azimuth_degrees, summary.talker->location,
+                        100 * summary.talker->share, summary.talker->confidence);
+}
+
+std::string speedText(const Summary& summary, double processing_seconds) {
+    const double factor = summary.realTimeFactor(processing_seconds);
+    return stringPrintf("%.2f s, %.0f times as fast as spoken (real-time factor %.4f)", processing_seconds,
+                        1 / factor, factor);
+}
+
+std::string differenceText(const Comparison& comparison) {
+    if (comparison.largest_difference == 0) return "the same output";
+    return stringPrintf("the output differs by at most %d (%.0f dB below it)", comparison.largest_difference,
+                        -comparison.difference_db);
+}
+
+std::string comparisonText(const Summary& summary) {
+    return "the engine's own: " + speedText(summary, summary.engine_routines->processing_seconds) + "; " +
+           differenceText(*summary.engine_routines);
+}
+
+std::string cyclesText(const Summary& summary) {
+    const CycleShares* own = nullptr;
+    if (summary.engine_routines && summary.engine_routines->cycles) own = &*summary.engine_routines->cycles;
+    return toText(*summary.cycles, own);
+}
+
+std::string loweredText(const std::optional<double>& db, const char* when, const char* never) {
+    return db ? stringPrintf("lowered by %.1f dB %s", *db, when) : std::string(never);
+}
+
+std::string effectText(const Effect& effect) {
+    return line("echo", loweredText(effect.echo_lowered_db, "while nobody speaks", "none to measure")) +
+           line("noise", loweredText(effect.noise_lowered_db, "in pauses", "no pause to measure it in")) +
+           line("voice", effect.talker_changed_db
+                             ? stringPrintf("changed by %+.1f dB", *effect.talker_changed_db)
+                             : std::string("never without echo"));
+}
+
+Json levelJson(const Level& level) {
+    const auto finiteOrNull = [](double dbfs) { return std::isinf(dbfs) ? Json(nullptr) : Json(dbfs); };
+    return {{"rms_dbfs", finiteOrNull(level.rms_dbfs)},
+            {"peak_dbfs", finiteOrNull(level.peak_dbfs)},
+            {"pause_dbfs", finiteOrNull(level.pause_dbfs)}};
+}
+
+Json engineJson(const Summary& summary) {
+    return {{"build", summary.build},
+            {"version", summary.version},
+            {"capabilities",
+             {{"beam_forming", summary.has_beam_forming}, {"noise_tests", summary.has_noise_tests}}}};
+}
+
+Json levelsJson(const Summary& summary) {
+    Json input = Json::array();
+    for (const Level& level : summary.input_levels) input.push_back(levelJson(level));
+    return {{"input", input}, {"output", levelJson(summary.output_level)}};
+}
+
+Json talkerJson(const Summary& summary) {
+    if (!summary.talker) return nullptr;
+    return {{"location", summary.talker->location},
+            {"azimuth_degrees", summary.talker->azimuth_degrees},
+            {"share", summary.talker->share},
+            {"confidence", summary.talker->confidence}};
+}
+
+Json effectJson(const Summary& summary) {
+    if (!summary.effect) return nullptr;
+    const auto numberOrNull = [](const std::optional<double>& db) { return db ? Json(*db) : Json(nullptr); };
+    return {{"echo_return_loss_enhancement_db", numberOrNull(summary.effect->echo_lowered_db)},
+            {"noise_reduction_db", numberOrNull(summary.effect->noise_lowered_db)},
+            {"talker_change_db", numberOrNull(summary.effect->talker_changed_db)}};
+}
+
+Json cyclesJson(const std::optional<CycleShares>& cycles) {
+    return cycles ? toJson(*cycles) : Json(nullptr);
+}
+
+Json comparisonJson(const Summary& summary) {
+    if (!summary.engine_routines) return nullptr;
+    const Comparison& own = *summary.engine_routines;
+    return {{"processing_seconds", own.processing_seconds},
+            {"real_time_factor", summary.realTimeFactor(own.processing_seconds)},
+            {"largest_difference", own.largest_difference},
+            {"difference_db", own.largest_difference == 0 ? Json(nullptr) : Json(own.difference_db)},
+            {"cycles", cyclesJson(own.cycles)}};
+}
+
+Json directionsJson(const Summary& summary) {
+    Json directions = Json::array();
+    for (const Direction& direction : summary.directions) {
+        directions.push_back({{"location", direction.location}, {"confidence", direction.confidence}});
+    }
+    return directions;
+}
+
+}  // namespace
+
+Comparison compare(const std::vector<int16_t>& output, const std::vector<int16_t>& other) {
+    Comparison comparison{};
+    double power = 0, difference_power = 0;
+    for (size_t i = 0; i < output.size(); ++i) {
+        const int difference = output[i] - other[i];
+        comparison.largest_difference = std::max(comparison.largest_difference, std::abs(difference));
+        difference_power += static_cast<double>(difference) * difference;
+        power += static_cast<double>(output[i]) * output[i];
+    }
+    comparison.difference_db = 10 * std::log10(difference_power / power);
+    return comparison;
+}
+
+std::string toText(const Summary& summary) {
+    std::string text = summary.input + " -> " + summary.output + "\n";
+    text += line("engine", engineText(summary));
+    text += line("sound", soundText(summary));
+    text += line("far end", summary.far_end.empty() ? "none" : summary.far_end);
+    text += line("level", inAndOutText(summary, &Level::rms_dbfs));
+    text += line("pauses", inAndOutText(summary, &Level::pause_dbfs));
+    if (!summary.bypass) text += line("talker", talkerText(summary));
+    if (summary.effect) text += effectText(*summary.effect);
+    text += line("took", speedText(summary, summary.processing_seconds));
+    if (summary.engine_routines) text += line("routines", comparisonText(summary));
+    if (summary.cycles) text += cyclesText(summary);
+    return text;
+}
+
+Json toJson(const Summary& summary) {
+    return {{"input", summary.input},
+            {"output", summary.output},
+            {"far_end", summary.far_end.empty() ? Json(nullptr) : Json(summary.far_end)},
+            {"bypass", summary.bypass},
+            {"engine", engineJson(summary)},
+            {"blocks", summary.blocks},
+            {"seconds", summary.seconds},
+            {"channels", summary.channels},
+            {"sample_rate", kEngineSampleRate},
+            {"file_sample_rate", summary.file_sample_rate},
+            {"processing_seconds", summary.processing_seconds},
+            {"real_time_factor", summary.realTimeFactor(summary.processing_seconds)},
+            {"levels", levelsJson(summary)},
+            {"talker", talkerJson(summary)},
+            {"effect", effectJson(summary)},
+            {"cycles", cyclesJson(summary.cycles)},
+            {"engine_routines", comparisonJson(summary)},
+            {"directions", directionsJson(summary)}};
+}
+
+}  // namespace se_host

@@ -1,0 +1,48 @@
+// A started engine with its diagnostics, tuned and fed with a recording as the options say: what the commands of
+// `se_host diags` share.
+// Threads: one.
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "tools/se_host/commands/engine_options.h"
+#include "tools/se_host/diags/diag_tree.h"
+#include "tools/se_host/diags/tuning.h"
+#include "tools/se_host/engine/engine.h"
+#include "tools/se_host/sound/recording.h"
+
+namespace se_host {
+
+struct DiagsOptions {
+    EngineOptions engine;
+    RecordingOptions recording;  // no input: none is processed
+    std::string tuning;          // applied first; empty: none
+};
+
+// --engine, --device-model and --tuning.
+void addEngineAndTuning(CLI::App& command, DiagsOptions& options);
+
+// --recording, --far-end and --far-end-channel.
+void addRecording(CLI::App& command, DiagsOptions& options);
+
+struct TunedEngine {
+    Engine engine;
+    DiagTree tree;
+};
+
+// Starts the engine, applies the tuning (what does not fit goes to standard error) and processes the recording.
+// `after_block` runs after each block. fails: UsageError, Failure.
+std::unique_ptr<TunedEngine> startTuned(const DiagsOptions& options);
+void processWith(const DiagsOptions& options, TunedEngine& tuned,
+                 const std::function<void(size_t block)>& after_block = {});
+
+// Lines on standard error.
+void printWarnings(const std::vector<std::string>& lines);
+
+// Applies a tuning file to a started engine; what does not fit goes to standard error.
+void tuneFromFile(const std::string& path, const Engine& engine, DiagTree& tree);
+
+}  // namespace se_host

@@ -1,0 +1,41 @@
+// The engine's diagnostics: name, type, range, access and help.
+// Threads: one.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "webrtc_common/se_wrapper.h"
+
+namespace se_host {
+
+// What a diagnostic holds; the limits are those of what a user's edit can carry to the engine.
+struct DiagKind {
+    SEDiagType_t type;
+    const char* name;
+    double lowest;
+    double highest;
+};
+
+struct DiagInfo {
+    int index;
+    std::string name;
+    std::string path;  // of its node, "diags/basic/NAME"
+    const DiagKind* kind;
+    int length;  // elements; 1: a single value
+    bool writable;
+    std::string help;
+
+    bool isArray() const { return length > 1; }
+    bool isEnum() const;
+    // "Int16", "Float32[30]".
+    std::string typeText() const;
+};
+
+// All of the catalogue, in its order. needs: a loaded engine.
+std::vector<DiagInfo> allDiags();
+
+// Whether its name or its path matches, with * and ? as in file names.
+bool matches(const DiagInfo& diag, const std::string& pattern);
+
+}  // namespace se_host

@@ -1,0 +1,58 @@
+#include "tools/se_host/diags/diag_trace.h"
+
+#include "common/string_printf.h"
+#include "tools/output/errors.h"
+#include "tools/se_host/sound/resample.h"
+#include "webrtc_common/se_wrapper.h"
+
+namespace se_host {
+namespace {
+
+using Json = nlohmann::ordered_json;
+using quill::media::se_wrapper::BLOCK_SIZE;
+
+std::string columnsOf(const DiagInfo& diag) {
+    if (!diag.isArray()) return "," + diag.name;
+    std::string columns;
+    for (int i = 0; i < diag.length; ++i) columns += "," + diag.name + "[" + std::to_string(i) + "]";
+    return columns;
+}
+
+// A value that is not a number leaves its cell empty.
+std::string cell(const Json& value) {
+    if (value.is_number()) return "," + value.dump();
+    if (!value.is_string()) return ",";
+    const std::string text = value.get<std::string>();
+    return "," + text.substr(0, text.find(' '));
+}
+
+std::string cellsOf(const DiagInfo& diag, const Json& value) {
+    if (!diag.isArray()) return cell(value);
+    if (!value.is_array()) return std::string(static_cast<size_t>(diag.length), ',');
+    std::string cells;
+    for (const Json& element : value) cells += cell(element);
+    return cells;
+}
+
+}  // namespace
+
+DiagTrace::DiagTrace(const std::string& path, DiagTree& tree, const std::string& pattern)
+    : tree_(tree), diags_(tree.matching(pattern)), file_(path), out_(file_.name()) {
+    out_ << "seconds";
+    for (const DiagInfo& diag : diags_) out_ << columnsOf(diag);
+    out_ << '\n';
+}
+
+void DiagTrace::sample(size_t block) {
+    tree_.publish();
+    out_ << quill::stringPrintf("%.2f", static_cast<double>((block + 1) * BLOCK_SIZE) / kEngineSampleRate);
+    for (const DiagInfo& diag : diags_) out_ << cellsOf(diag, tree_.value(diag));
+    out_ << '\n';
+}
+
+void DiagTrace::finish() {
+    out_.close();
+    if (!out_) throw se_output::Failure("cannot write '" + file_.path() + "'; is there space left?");
+}
+
+}  // namespace se_host

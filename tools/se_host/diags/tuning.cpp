@@ -1,0 +1,188 @@
+#include "tools/se_host/diags/tuning.h"
+
+#include <algorithm>
+#include <fstream>
+
+#include "tools/output/errors.h"
+#include "tools/output/one_line.h"
+
+namespace se_host {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+[[noreturn]] void refuse(const std::string& path, const std::string& why) {
+    throw se_output::Failure("'" + path + "' is not a tuning file: " + why +
+                             "; 'se_host diags dump' writes one");
+}
+
+const Json& member(const Json& json, const char* name, const std::string& path) {
+    if (!json.is_object() || !json.contains(name)) refuse(path, "'" + std::string(name) + "' is missing");
+    return json.at(name);
+}
+
+std::string textMember(const Json& json, const char* name, const std::string& path) {
+    const Json& value = member(json, name, path);
+    if (!value.is_string()) refuse(path, "'" + std::string(name) + "' is not a text");
+    return value.get<std::string>();
+}
+
+// A value that can be compared and applied: nothing nested but the elements of an array.
+bool isPlain(const Json& value) {
+    return value.is_primitive() ||
+           (value.is_array() && std::all_of(value.begin(), value.end(),
+                                            [](const Json& element) { return element.is_primitive(); }));
+}
+
+void requirePlain(const std::string& name, const Json& value, const std::string& path) {
+    if (isPlain(value)) return;
+    refuse(path, "the value of '" + se_output::oneLine(name) + "' is not a number, a text or a list of them");
+}
+
+void requireDiagnostic(const std::string& name, const Json& diagnostic, const std::string& path) {
+    if (!diagnostic.is_object() || !diagnostic.contains("value")) {
+        refuse(path, "'" + se_output::oneLine(name) + "' has no 'value'");
+    }
+    requirePlain(name, diagnostic["value"], path);
+}
+
+Json jsonIn(const std::string& path) {
+    std::ifstream in(path);
+    in.peek();  // a folder opens, too
+    if (!in)
+        throw se_output::Failure("cannot read '" + path + "'; give a tuning that 'se_host diags dump' wrote");
+    Json json = Json::parse(in, nullptr, false);
+    if (json.is_discarded()) refuse(path, "it is not JSON");
+    return json;
+}
+
+std::string changeText(const std::string& name, const Json& before, const Json& after) {
+    return se_output::oneLine(name + ": " + toText(before) + " -> " + toText(after));
+}
+
+bool isForTheRecord(const Json& value, const DiagInfo& diag) {
+    return !diag.writable || diag.isArray() || value.is_null();
+}
+
+// What the engine holds already needs no edit, even where none could bring it there.
+void edit(DiagTree& tree, const std::string& name, const Json& value, Applied* applied) {
+    if (tree.valueOf(name) == value) return;
+    if (const auto objection = tree.edit(name, toText(value))) applied->refused.push_back(*objection);
+}
+
+void editDiags(const Tuning& tuning, DiagTree& tree, Applied* applied) {
+    for (const auto& [name, diagnostic] : tuning.diagnostics.items()) {
+        const DiagInfo* const diag = tree.find(name);
+        if (diag == nullptr) {
+            applied->unknown.push_back(name);
+        } else if (isForTheRecord(diagnostic["value"], *diag)) {
+            ++applied->kept;
+        } else {
+            edit(tree, name, diagnostic["value"], applied);
+        }
+    }
+}
+
+void editSwitches(const Tuning& tuning, DiagTree& tree, Applied* applied) {
+    for (const auto& [name, value] : tuning.switches.items()) {
+        if (!isBypassSwitch(name)) {
+            applied->unknown.push_back(name);
+        } else if (!value.is_null()) {
+            edit(tree, name, value, applied);
+        }
+    }
+}
+
+// Values by name, for comparing.
+Json valuesOf(const Tuning& tuning) {
+    Json values = tuning.switches;
+    for (const auto& [name, diagnostic] : tuning.diagnostics.items()) values[name] = diagnostic["value"];
+    return values;
+}
+
+}  // namespace
+
+Tuning tuningOf(const Engine& engine, const DiagTree& tree) {
+    Tuning tuning{engine.build, engine.version, Json::object(), Json::object()};
+    for (const DiagInfo& diag : tree.diags()) {
+        tuning.diagnostics[diag.name] = {
+            {"type", diag.typeText()}, {"writable", diag.writable}, {"value", tree.value(diag)}};
+    }
+    for (const char* const name : kBypassSwitches) tuning.switches[name] = tree.value(name);
+    return tuning;
+}
+
+Json toJson(const Tuning& tuning) {
+    return {{"engine", {{"build", tuning.build}, {"version", tuning.version}}},
+            {"switches", tuning.switches},
+            {"diagnostics", tuning.diagnostics}};
+}
+
+void writeTuning(const se_output::TemporaryFile& file, const Tuning& tuning) {
+    std::ofstream out(file.name());
+    out << toJson(tuning).dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+    out.close();
+    if (!out) throw se_output::Failure("cannot write '" + file.path() + "'; is there space left?");
+}
+
+Tuning readTuning(const std::string& path) {
+    const Json json = jsonIn(path);
+    Tuning tuning;
+    const Json& engine = member(json, "engine", path);
+    tuning.build = textMember(engine, "build", path);
+    tuning.version = textMember(engine, "version", path);
+    tuning.diagnostics = member(json, "diagnostics", path);
+    if (!tuning.diagnostics.is_object()) refuse(path, "'diagnostics' holds no names");
+    for (const auto& [name, diagnostic] : tuning.diagnostics.items()) {
+        requireDiagnostic(name, diagnostic, path);
+    }
+    tuning.switches = json.value("switches", Json::object());
+    if (!tuning.switches.is_object()) refuse(path, "'switches' holds no names");
+    for (const auto& [name, value] : tuning.switches.items()) requirePlain(name, value, path);
+    return tuning;
+}
+
+Applied applyTuning(const Tuning& tuning, const Engine& engine, DiagTree& tree) {
+    Applied applied;
+    applied.other_version = tuning.version != engine.version;
+    const Tuning before = tuningOf(engine, tree);
+    editDiags(tuning, tree, &applied);
+    editSwitches(tuning, tree, &applied);
+    for (std::string& difference : tree.apply()) applied.refused.push_back(std::move(difference));
+    applied.changed = differences({}, before, {}, tuningOf(engine, tree));
+    return applied;
+}
+
+std::vector<std::string> warnings(const std::string& path, const Tuning& tuning, const Engine& engine,
+                                  const Applied& applied) {
+    std::vector<std::string> lines;
+    if (applied.other_version) {
+        lines.push_back("'" + path + "' was made with engine version '" + tuning.version + "', this is '" +
+                        engine.version + "'");
+    }
+    for (const std::string& name : applied.unknown) {
+        lines.push_back("'" + path + "': the engine has no diagnostic '" + name + "'");
+    }
+    for (const std::string& why : applied.refused) lines.push_back("'" + path + "': " + why);
+    return lines;
+}
+
+std::vector<std::string> differences(const std::string& path_a, const Tuning& a, const std::string& path_b,
+                                     const Tuning& b) {
+    std::vector<std::string> lines;
+    if (a.version != b.version) lines.push_back(changeText("engine version", a.version, b.version));
+    const Json values_a = valuesOf(a), values_b = valuesOf(b);
+    for (const auto& [name, value] : values_a.items()) {
+        if (!values_b.contains(name)) {
+            lines.push_back(se_output::oneLine("only in " + path_a + ": " + name));
+        } else if (values_b[name] != value) {
+            lines.push_back(changeText(name, value, values_b[name]));
+        }
+    }
+    for (const auto& [name, value] : values_b.items()) {
+        if (!values_a.contains(name)) lines.push_back(se_output::oneLine("only in " + path_b + ": " + name));
+    }
+    return lines;
+}
+
+}  // namespace se_host

@@ -1,0 +1,53 @@
+// A tuning: what all diagnostics of an engine hold, kept in a JSON file.
+// Threads: one.
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "tools/output/temporary_file.h"
+#include "tools/se_host/diags/diag_tree.h"
+#include "tools/se_host/engine/engine.h"
+
+namespace se_host {
+
+struct Tuning {
+    std::string build;
+    std::string version;
+    // By name: {"type", "writable", "value"}, in the order of the catalogue.
+    nlohmann::ordered_json diagnostics = nlohmann::ordered_json::object();
+    // By name: bool, or null when the engine does not have it.
+    nlohmann::ordered_json switches = nlohmann::ordered_json::object();
+};
+
+Tuning tuningOf(const Engine& engine, const DiagTree& tree);
+
+nlohmann::ordered_json toJson(const Tuning& tuning);
+
+// Writes under the temporary's name; the caller commits. fails: Failure.
+void writeTuning(const se_output::TemporaryFile& file, const Tuning& tuning);
+
+// fails: Failure, naming what is wrong with the file.
+Tuning readTuning(const std::string& path);
+
+struct Applied {
+    std::vector<std::string> changed;  // "gain_q10: 1024 -> 900"
+    std::vector<std::string> unknown;  // names that the engine does not have
+    std::vector<std::string> refused;  // why, or what the engine made of it
+    size_t kept = 0;                   // what a tuning holds for the record: read-only ones, arrays, no value
+    bool other_version = false;
+};
+
+// Everything writable goes to the engine in one pass.
+Applied applyTuning(const Tuning& tuning, const Engine& engine, DiagTree& tree);
+
+// Lines on what did not go as the file says; none when all did.
+std::vector<std::string> warnings(const std::string& path, const Tuning& tuning, const Engine& engine,
+                                  const Applied& applied);
+
+// What differs, a line each: "gain_q10: 1024 -> 900", "only in a.json: x".
+std::vector<std::string> differences(const std::string& path_a, const Tuning& a, const std::string& path_b,
+                                     const Tuning& b);
+
+}  // namespace se_host

@@ -1,0 +1,48 @@
+// The engine of this process: the build that was loaded, and the property tree that it was loaded with.
+// Threads: one, but for engineStage.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "common/property_node.h"
+
+namespace se_host {
+
+// Whose routines stand in the engine's hooks. With any of the engine's own, nothing is tuned: the engine is
+// initialised and that is all.
+enum class Routines {
+    kOurs,
+    kEngine,     // all of the engine's own
+    kEngineDft,  // ours, but for the Fourier transform: the exact ones, which must not change a bit
+};
+
+struct EngineOptions {
+    std::string build;          // file in selibs/; empty: chosen by device model
+    bool device_model = false;  // the device that has a build of its own
+    Routines routines = Routines::kOurs;
+    std::optional<int16_t> gain;                // receive gain, in the engine's units
+    std::optional<int16_t> echo_safety_factor;  // in the engine's units
+    std::vector<std::string> settings;          // PATH=VALUE, in the order given
+};
+
+struct Engine {
+    quill::PropertyNodePtr root;
+    std::string build;    // file name of the engine build
+    std::string version;  // the engine's own text
+};
+
+// Sets the properties and loads the engine that they choose. It stays loaded for the life of the process, so a
+// process calls this once. fails: UsageError or Failure; an engine that the wrapper refuses is a fatal record.
+Engine loadEngine(const EngineOptions& options);
+
+// The same, and starts the engine: ready for blocks.
+Engine startEngine(const EngineOptions& options);
+
+// How far the process is: what a user can do about a fatal record depends on it.
+enum class EngineStage { kNone, kLoading, kLoaded };
+EngineStage engineStage();  // Threads: any.
+
+}  // namespace se_host

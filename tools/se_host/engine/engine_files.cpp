@@ -1,0 +1,46 @@
+#include "tools/se_host/engine/engine_files.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "common/file.h"
+#include "tools/output/errors.h"
+
+namespace se_host {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string engineFolder() {
+    return quill::File::joinPath(quill::getExePath(), "selibs");
+}
+
+std::string choices() {
+    const std::vector<std::string> names = engineNames();
+    if (names.empty()) return "the folder '" + engineFolder() + "' holds no engine; install one there";
+    return "choose one of: " + quill::join(names.begin(), names.end(), ", ");
+}
+
+}  // namespace
+
+std::vector<std::string> engineNames() {
+    std::vector<std::string> names;
+    std::error_code error;
+    for (const fs::directory_entry& entry : fs::directory_iterator(engineFolder(), error)) {
+        if (entry.is_regular_file(error)) names.push_back(entry.path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+quill::DynLibHandle openEngineFile(const std::string& name) {
+    const std::string path = quill::File::joinPath(engineFolder(), name);
+    std::error_code error;
+    if (!fs::exists(path, error))
+        throw se_output::UsageError("no engine '" + name + "' (" + path + "); " + choices());
+    std::string reason;
+    if (const quill::DynLibHandle engine = quill::loadDynamicLibrary(path, &reason)) return engine;
+    throw se_output::Failure("engine '" + name + "' cannot be loaded (" + reason + "); " + choices());
+}
+
+}  // namespace se_host

@@ -1,0 +1,46 @@
+// The loaded engine, the processor, the selected kernels and the properties, as `se_host info` shows them.
+// Threads: one.
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "tools/se_host/engine/engine.h"
+
+namespace se_host {
+
+struct Presence {
+    std::string name;
+    bool present;
+};
+
+struct PropertyLine {
+    std::string path;
+    std::string type;
+    std::string value;
+    bool read_only;
+};
+
+struct EngineInfo {
+    std::string build;
+    std::string version;
+    std::vector<Presence> capabilities;
+    std::vector<Presence> optional_entry_points;
+    std::vector<Presence> processor_features;
+    std::string convolution_kernels;  // the entry points selected
+    std::string convolution_body;     // what they run
+    std::string real_fft;             // the selected builds: of the FFT behind its hooks
+    std::string dsp_kernels;          // of the complex multiplication and the de-interleaving
+    std::vector<std::string> builds;  // that could be loaded instead
+    std::vector<PropertyLine> properties;
+};
+
+// needs: a loaded engine.
+EngineInfo gatherInfo(const Engine& engine);
+
+// A few lines, the last one ended.
+std::string toText(const EngineInfo& info);
+nlohmann::ordered_json toJson(const EngineInfo& info);
+
+}  // namespace se_host

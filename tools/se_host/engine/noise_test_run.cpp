@@ -1,0 +1,40 @@
+#include "tools/se_host/engine/noise_test_run.h"
+
+#include "common/string_printf.h"
+#include "tools/output/errors.h"
+#include "tools/se_host/engine/processing.h"
+#include "webrtc_common/se_wrapper.h"
+
+namespace se_host {
+namespace {
+
+namespace se = quill::media::se_wrapper;
+
+// The interface table keeps this entry point untyped; the signature is the engine's.
+bool isRunning() {
+    return reinterpret_cast<int32_t (*)()>(se::MMIfNoiseTestIsRunning_Optional)() != 0;
+}
+
+}  // namespace
+
+size_t runNoiseTest(const Recording& recording) {
+    if (!se::g_has_noise_tests) {
+        throw se_output::Failure("engine '" + se::p_signal_essence_library.get() +
+                                 "' has no noise test; choose another build");
+    }
+    const size_t blocks = recording.frames / se::BLOCK_SIZE;  // the padding has no noise
+    size_t block = 0;
+    se::MMIfStartNoiseTest_Optional();
+    while (isRunning()) {
+        if (block == blocks) {
+            throw se_output::Failure(quill::stringPrintf(
+                "the noise test was still running at the end of the sound, after %.2f s; give it more",
+                recording.seconds()));
+        }
+        int16_t output[se::BLOCK_SIZE];
+        processOneBlock(recording, block++, false, output);
+    }
+    return block;
+}
+
+}  // namespace se_host

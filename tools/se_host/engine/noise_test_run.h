@@ -1,0 +1,14 @@
+// The engine's microphone noise test, from its start to its results.
+// Threads: one; the engine's control and audio thread for the time of the run.
+#pragma once
+
+#include "tools/se_host/sound/recording.h"
+
+namespace se_host {
+
+// Starts the test and feeds the recording's whole blocks until it has ended.
+// result: the number of blocks that it took.
+// needs: a started engine. fails: Failure when the engine has no noise test, or the recording is too short.
+size_t runNoiseTest(const Recording& recording);
+
+}  // namespace se_host

@@ -1,0 +1,58 @@
+#include "tools/se_host/engine/processing.h"
+
+#include <chrono>
+#include <optional>
+
+#include "webrtc_common/se_wrapper.h"
+
+namespace se_host {
+namespace {
+
+namespace se = quill::media::se_wrapper;
+
+Direction currentDirection() {
+    Direction direction{};
+    se::MMIfGetCurrentLocation(&direction.location, &direction.confidence);
+    return direction;
+}
+
+}  // namespace
+
+// The far end first: the engine must have what the loudspeaker plays before the microphones record it.
+void processOneBlock(const Recording& recording, size_t block, bool bypass, int16_t* output) {
+    const size_t first = block * se::BLOCK_SIZE;
+    const auto channels = static_cast<uint32_t>(recording.microphones.channels);
+    int16_t played[se::BLOCK_SIZE];
+    se::RcvIfProcessReceivePath(recording.far_end.data() + first, played);
+    se::processBlock(channels, recording.microphones.samples.data() + first * channels, se::BLOCK_SIZE,
+                     output, !bypass);
+}
+
+Processed process(const Recording& recording, const ProcessingOptions& options) {
+    using Clock = std::chrono::steady_clock;
+    const size_t blocks = recording.blocks();
+    Processed result;
+    result.output.resize(blocks * se::BLOCK_SIZE);
+    result.directions.reserve(blocks);
+    std::optional<CycleSplit> split;
+    if (options.split_cycles) split.emplace(blocks);
+
+    Clock::duration elapsed{};
+    for (size_t block = 0; block < blocks; ++block) {
+        if (split) split->lookAtClock();
+        const auto start = Clock::now();
+        if (split) split->beginBlock();
+        processOneBlock(recording, block, options.bypass, result.output.data() + block * se::BLOCK_SIZE);
+        if (split) split->endBlock();
+        elapsed += Clock::now() - start;
+        if (!options.bypass) result.directions.push_back(currentDirection());
+        if (options.after_block) options.after_block(block);
+    }
+
+    result.processing_seconds = std::chrono::duration<double>(elapsed).count();
+    if (split) result.cycles = split->finish();
+    result.output.resize(recording.frames);
+    return result;
+}
+
+}  // namespace se_host

@@ -1,0 +1,22 @@
+// One direction for a whole recording.
+// Threads: any.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "tools/se_host/engine/processing.h"
+
+namespace se_host {
+
+struct Talker {
+    int location;
+    int azimuth_degrees;
+    double share;       // of the blocks that point there, 0 to 1
+    double confidence;  // mean over those blocks, 0 to 1
+};
+
+// The location with the most confidence behind it; nothing when that is next to none.
+std::optional<Talker> findTalker(const std::vector<Direction>& directions);
+
+}  // namespace se_host

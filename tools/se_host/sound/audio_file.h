@@ -1,0 +1,38 @@
+// Sound files: reading any format that the sound-file library knows as 16-bit samples, writing mono and
+// multichannel 16-bit WAV.
+// Threads: any, one file each.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "tools/output/temporary_file.h"
+
+namespace se_host {
+
+struct AudioData {
+    int sample_rate = 0;  // Hz
+    int channels = 0;
+    std::vector<int16_t> samples;  // interleaved
+
+    size_t frames() const { return samples.size() / static_cast<size_t>(channels); }
+    double seconds() const { return static_cast<double>(frames()) / sample_rate; }
+};
+
+// The whole file. 16-bit samples arrive as they are; other formats are scaled to full scale, rounded to
+// nearest and saturated. fails: Failure when it cannot be read, is not a sound file or holds no samples.
+AudioData readAudioFile(const std::string& path);
+
+// Writes the samples under the temporary's name; the caller commits. fails: Failure.
+void writeWav(const se_output::TemporaryFile& file, int sample_rate, int channels,
+              const std::vector<int16_t>& samples);
+
+// Writes a file that appears complete or not at all. fails: Failure.
+void writeWav(const std::string& path, int sample_rate, int channels, const std::vector<int16_t>& samples);
+
+// One channel of interleaved sound.
+std::vector<int16_t> channelOf(const AudioData& audio, int channel);
+
+}  // namespace se_host

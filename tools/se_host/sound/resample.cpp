@@ -1,0 +1,56 @@
+#include "tools/se_host/sound/resample.h"
+
+#include <samplerate.h>
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+#include "tools/output/errors.h"
+
+namespace se_host {
+namespace {
+
+[[noreturn]] void cannotConvert(int from, int to, const std::string& why) {
+    throw se_output::Failure("cannot convert a recording of " + std::to_string(from) + " Hz to " +
+                             std::to_string(to) + " Hz: " + why + "; record at " + std::to_string(to) +
+                             " Hz");
+}
+
+std::vector<float> convert(const AudioData& audio, size_t frames, double ratio) {
+    const std::vector<float> in(audio.samples.begin(), audio.samples.end());
+    std::vector<float> out(frames * static_cast<size_t>(audio.channels));
+
+    SRC_DATA data{};
+    data.data_in = in.data();
+    data.input_frames = static_cast<long>(audio.frames());
+    data.data_out = out.data();
+    data.output_frames = static_cast<long>(frames);
+    data.src_ratio = ratio;
+    const int error = src_simple(&data, SRC_SINC_BEST_QUALITY, audio.channels);
+    if (error != 0)
+        throw se_output::Failure(std::string("cannot convert the sample rate: ") + src_strerror(error));
+    return out;
+}
+
+int16_t toSample(float value) {
+    return static_cast<int16_t>(std::lrint(std::clamp(value, -32768.0F, 32767.0F)));
+}
+
+}  // namespace
+
+AudioData resample(AudioData audio, int sample_rate) {
+    if (audio.sample_rate == sample_rate) return audio;
+    const double ratio = static_cast<double>(sample_rate) / audio.sample_rate;
+    if (src_is_valid_ratio(ratio) == 0) cannotConvert(audio.sample_rate, sample_rate, "too far apart");
+
+    // The converter may stop a frame short of the exact length; what it leaves is silence.
+    const auto frames = static_cast<size_t>(std::llround(static_cast<double>(audio.frames()) * ratio));
+    const std::vector<float> converted = convert(audio, frames, ratio);
+    audio.samples.resize(converted.size());
+    std::transform(converted.begin(), converted.end(), audio.samples.begin(), toSample);
+    audio.sample_rate = sample_rate;
+    return audio;
+}
+
+}  // namespace se_host

@@ -1,0 +1,101 @@
+#include "tools/se_host/sound/scene_parts.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+#include "tools/output/errors.h"
+#include "tools/se_host/sound/audio_file.h"
+#include "tools/se_host/sound/resample.h"
+
+namespace se_host {
+namespace {
+
+using Samples = std::vector<int16_t>;
+using Blocks = std::vector<bool>;
+
+constexpr size_t kBlock = 160;
+constexpr size_t kConvergence = 200;    // blocks in which an engine gets to know the room
+constexpr std::ptrdiff_t kMargin = 10;  // blocks: longer than the output's lag
+constexpr double kPresent = 1e-3;       // of the power of the loudest block
+constexpr double kAudible = 1e-6;
+
+Samples readPart(const std::string& path, const Recording& recording) {
+    const AudioData part = resample(readAudioFile(path), kEngineSampleRate);
+    if (part.channels <= kCentreMicrophone || part.frames() != recording.frames) {
+        throw se_output::Failure("'" + path +
+                                 "' is not a part of the recording: it has another length or one channel; " +
+                                 "give the prefix that 'se_host scene --parts' wrote with it");
+    }
+    return channelOf(part, kCentreMicrophone);
+}
+
+std::vector<double> blockPowers(const Samples& samples) {
+    std::vector<double> powers(samples.size() / kBlock);
+    for (size_t block = 0; block < powers.size(); ++block) {
+        const int16_t* const begin = samples.data() + block * kBlock;
+        powers[block] = std::inner_product(begin, begin + kBlock, begin, 0.0);
+    }
+    return powers;
+}
+
+// The blocks that come within `share` of the loudest, and a margin on both sides.
+Blocks blocksWith(const std::vector<double>& powers, double share) {
+    Blocks marked(powers.size());
+    if (powers.empty()) return marked;
+    const double threshold = share * *std::max_element(powers.begin(), powers.end());
+    const auto count = static_cast<std::ptrdiff_t>(powers.size());
+    for (std::ptrdiff_t block = 0; block < count; ++block) {
+        if (!(powers[static_cast<size_t>(block)] > threshold)) continue;
+        const auto begin = marked.begin() + std::max<std::ptrdiff_t>(block - kMargin, 0);
+        std::fill(begin, marked.begin() + std::min(block + kMargin + 1, count), true);
+    }
+    return marked;
+}
+
+// 10 log10 of what the blocks hold in `a` over what they hold in `b`.
+template <typename Chosen>
+std::optional<double> ratioDb(const std::vector<double>& a, const std::vector<double>& b, Chosen chosen) {
+    double above = 0, below = 0;
+    for (size_t block = 0; block < a.size(); ++block) {
+        if (!chosen(block)) continue;
+        above += a[block];
+        below += b[block];
+    }
+    if (above == 0) return std::nullopt;
+    // Silence counts as a single bit: a ratio stays a number.
+    return 10 * std::log10(above / std::max(below, 1.0));
+}
+
+}  // namespace
+
+std::vector<std::string> scenePartPaths(const std::string& prefix) {
+    return {prefix + "-talker.wav", prefix + "-noise.wav", prefix + "-echo.wav"};
+}
+
+SceneParts readSceneParts(const std::string& prefix, const Recording& recording) {
+    const std::vector<std::string> paths = scenePartPaths(prefix);
+    return {readPart(paths[0], recording), readPart(paths[1], recording), readPart(paths[2], recording)};
+}
+
+Effect effectOf(const SceneParts& parts, const std::vector<int16_t>& output) {
+    const std::vector<double> talker = blockPowers(parts.talker);
+    const std::vector<double> noise = blockPowers(parts.noise);
+    const std::vector<double> echo = blockPowers(parts.echo);
+    const std::vector<double> out = blockPowers(output);
+    const Blocks talker_present = blocksWith(talker, kPresent), talker_audible = blocksWith(talker, kAudible);
+    const Blocks echo_present = blocksWith(echo, kPresent), echo_audible = blocksWith(echo, kAudible);
+
+    Effect effect;
+    effect.echo_lowered_db = ratioDb(echo, out, [&](size_t block) {
+        return block >= kConvergence && echo_present[block] && !talker_audible[block];
+    });
+    effect.noise_lowered_db = ratioDb(noise, out, [&](size_t block) {
+        return block >= kConvergence && !talker_audible[block] && !echo_audible[block];
+    });
+    effect.talker_changed_db =
+        ratioDb(out, talker, [&](size_t block) { return talker_present[block] && !echo_audible[block]; });
+    return effect;
+}
+
+}  // namespace se_host
