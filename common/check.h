@@ -1,7 +1,7 @@
 // Fatal checks. A check that fails makes one level-1 record with tag "check"; once it has reached the sink
-// the process ends. If the "check" tag is filtered out, a failed check reports nothing and execution goes
-// on. The operands are evaluated once; further text may be streamed into the record.
-// Threads: any. rt-safe as long as the check holds.
+// the process ends. If the "check" tag is filtered out, a failed check reports nothing and execution
+// continues. The operands are evaluated once; further text may be streamed into the record.
+// rt-safe while the check holds.
 #pragma once
 
 #include <cstddef>
@@ -26,8 +26,8 @@ inline constexpr bool kIsText<const char*> = true;
 template <>
 inline constexpr bool kIsText<char*> = true;
 
-// An operand as the message shows it. A null pointer to text would end the message; it is shown as every other
-// null pointer is.
+// An operand as the message shows it. A null pointer to text would end the message; it is shown as every
+// other null pointer is.
 template <class T>
 decltype(auto) shown(const T& operand) {
     if constexpr (kIsText<T>) {
@@ -100,7 +100,7 @@ QUILL_DEFINE_CHECK_OP(greaterOrEqual, >=)
 }  // namespace check_internal
 }  // namespace quill
 
-// Whether it holds is asked before whether the record would be kept.
+// The condition is evaluated before the filter is asked.
 #define QUILL_CHECK_RECORD(holds_, site_)             \
     (holds_) || !::quill::isLoggerEnabled(1, "check") \
         ? (void)0                                     \
