@@ -36,7 +36,9 @@ fs::path directoryOfLength(fs::path base, size_t length) {
 
 std::string outputOf(const fs::path& program) {
     std::string output;
-    FILE* const pipe = ::popen(program.c_str(), "r");
+    const std::string command =
+        "LD_LIBRARY_PATH=\"$LD_LIBRARY_PATH:" COMMON_LIBRARY_FOLDER "\" exec " + program.string();
+    FILE* const pipe = ::popen(command.c_str(), "r");
     for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe)) output += static_cast<char>(c);
     EXPECT_EQ(::pclose(pipe), 0);
     return output;
