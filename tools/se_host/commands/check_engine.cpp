@@ -1,6 +1,4 @@
 // `se_host check-engine`: whether an engine build is one that the wrapper can use.
-#include <dlfcn.h>
-
 #include <filesystem>
 #include <iostream>
 #include <memory>
@@ -30,10 +28,10 @@ quill::DynLibHandle open(const std::string& path) {
     std::error_code error;
     if (!fs::exists(path, error))
         throw se_output::UsageError("no file '" + path + "'; give the path of an engine build");
-    if (const quill::DynLibHandle engine = quill::loadDynamicLibrary(fs::absolute(path).string()))
+    std::string reason;
+    if (const quill::DynLibHandle engine = quill::loadDynamicLibrary(fs::absolute(path).string(), &reason))
         return engine;
-    const char* const reason = ::dlerror();
-    throw se_output::Failure("'" + path + "' cannot be loaded (" + (reason ? reason : "no reason given") +
+    throw se_output::Failure("'" + path + "' cannot be loaded (" + reason +
                              "); it must be a shared library for this machine");
 }
 
