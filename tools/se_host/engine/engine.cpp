@@ -3,7 +3,6 @@
 #include <atomic>
 
 #include "common/config.h"
-#include "common/logging.h"
 #include "common/properties.h"
 #include "tools/output/one_line.h"
 #include "tools/se_host/engine/engine_files.h"
@@ -41,9 +40,7 @@ Engine loadEngine(const EngineOptions& options) {
     const std::string named = se::p_signal_essence_library.get();
     if (!named.empty()) openEngineFile(named);
     g_stage = EngineStage::kLoading;
-    quill::setLogThreshold("se_wrapper", 5);  // the reason why a build cannot be loaded is a trace record
     se::initSignalEssenceOptimForTests();
-    quill::setLogThreshold("se_wrapper", 4);
     g_stage = EngineStage::kLoaded;
     engine.build = se::p_signal_essence_library.get();
     engine.version = se_output::oneLine(se::engineVersion());
