@@ -1,6 +1,5 @@
 // The plain beam former: every microphone is delayed so that a talker's sound comes to all of them at once,
 // and the mean is taken.
-// Threads: one.
 #pragma once
 
 #include <cstdint>

@@ -102,7 +102,7 @@ TEST_F(ConvolveSelection, RunsNoWiderBodyOnAProcessorWithoutAvx) {
     EXPECT_STREQ(selectedConvolveVariant()->name, "ssse3");
 }
 
-TEST_F(ConvolveSelection, HasNoNameForKernelsOfSomebodyElse) {
+TEST_F(ConvolveSelection, HasNoNameForOtherKernels) {
     g_convolve_i16_i16 = [](const int16_t*, const int16_t*, int16_t*, int, int) {};
     EXPECT_EQ(selectedConvolveVariant(), nullptr);
 }
