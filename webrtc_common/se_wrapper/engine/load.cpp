@@ -9,7 +9,7 @@
 #include "webrtc_common/se_wrapper/engine/library_property.h"
 #include "webrtc_common/se_wrapper/engine/resolve.h"
 #include "webrtc_common/se_wrapper/records.h"
-#include "webrtc_common/se_wrapper/table/engine_table.h"
+#include "webrtc_common/se_wrapper/table/engine_answers.h"
 
 namespace quill::media::se_wrapper {
 namespace {
@@ -42,7 +42,7 @@ void openSignalEssenceDynamicLibrary(const std::string& name) {
     applyEngineGroupRules();
 
     SE_WRAPPER_LOG_AT(record_sites::kLibraryLoaded, 4)
-        << "Successfully loaded Signal Essence Library. " << MMIfGetVersionString();
+        << "Successfully loaded Signal Essence Library. " << engineVersion();
 }
 
 void initSignalEssenceOptimForTests() {
