@@ -5,10 +5,11 @@
 #include <cstdint>
 
 #include "tools/scene/geometry.h"
+#include "webrtc_common/se_wrapper/dsp/block_size.h"
 
 namespace engine_vs_peer {
 
-inline constexpr size_t kBlock = 160;  // samples
+inline constexpr size_t kBlock = quill::media::se_wrapper::BLOCK_SIZE;
 
 class DelayAndSum {
   public:
