@@ -57,6 +57,7 @@ const char* levelWord(int level) {
 // One write for the whole line, so that lines of several threads do not mix.
 void writeToStandardError(const LogRecord& record) {
     std::ostringstream line;
+    line.imbue(std::locale::classic());
     line << levelWord(record.level) << " [" << record.tag << "] " << record.source << ":" << record.line
          << ": " << record.text << "\n";
     const std::string text = line.str();

@@ -39,9 +39,11 @@ using StaticPropertyDeferredInit = StaticDeferredInit<StaticPropertyInitTag, Sta
 extern template class StaticDeferredInit<StaticPropertyInitTag, StaticPropertyInitArgs>;
 
 // [setup] Binds every static property declared so far to its node below `root`, in the order of declaration.
-// Run again, it binds all of them again, to the root it is given: values that are set stay, the declared
-// metadata replaces what the node carries. So after loading a library that declares properties of its own,
-// run it once more with the same root; those bound already may be read meanwhile.
+// Binding keeps a value that the node has, and replaces the node's metadata by the declared entries and
+// "file_name".
+// After loading a library that declares properties of its own, run it once more with the same root: properties
+// that are bound to their node already stay exactly as they are, without a notification, and may be read
+// meanwhile. With another root, it binds every property to its node there.
 QUILL_COMMON_EXPORT void initStaticProperties(const PropertyNodePtr& root);
 
 // A property that is bound.
@@ -59,10 +61,12 @@ class QUILL_COMMON_EXPORT StaticPropertyBase {
 
         std::string path;
         T default_value{};
-        const char* file = nullptr;        // of the declaration; null: not known
+        const char* file = nullptr;        // of the declaration, in owned_file; null: not known
         std::shared_ptr<Wrapper> wrapper;  // null until bound
         std::shared_ptr<PropertyNodeData::Metadata> pending_metadata;
-        std::shared_ptr<std::function<void(const PropertyNodePtr&)>> on_initialized;  // null: nobody asks
+        // Called with the node when bound; null: none.
+        std::shared_ptr<std::function<void(const PropertyNodePtr&)>> on_initialized;
+        std::string owned_file;  // the library that declared the property may be unloaded
     };
 
     // [setup] Marks the node for people as read-only or not, from when it is bound.

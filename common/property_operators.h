@@ -34,8 +34,7 @@ class QUILL_COMMON_EXPORT PropertyValueOperators {
 template <class T>
 class QUILL_COMMON_EXPORT PropertyValueOperatorsT final : public PropertyValueOperators {
   public:
-    // [any] The one instance in the process, made at first use and given up at exit; values that outlive
-    // that keep it alive.
+    // [any] The one instance in the process, made at first use and never destroyed.
     static std::shared_ptr<PropertyValueOperators> staticCopy();
 
     std::string toString(const void* value) const override;

@@ -17,11 +17,7 @@ struct Outputs {
     std::vector<double> microseconds[kSystems];  // one a block
 };
 
-// Loads the engine build of this name in selibs/ (empty: the default build). Once a process.
-// fails: ends the process with the library's record when it cannot be used.
-void loadEngine(const std::string& name);
-
-// Name and version of the loaded build, and the convolution kernels that the wrapper runs it with.
+// Name and version of the loaded build, and the kernels that the wrapper runs it with.
 struct EngineText {
     std::string build;
     std::string version;

@@ -2,7 +2,8 @@
 # The Debian packages that each command needs, and their installation. Source it, then: require_packages package...
 
 BUILD_PACKAGES=(g++ cmake ninja-build pkg-config)
-TOOL_PACKAGES=(libsndfile1-dev libsamplerate0-dev libcli11-dev nlohmann-json3-dev libboost-dev gnuplot-nox)
+TOOL_PACKAGES=(libsndfile1-dev libsamplerate0-dev libcli11-dev nlohmann-json3-dev libboost-dev gnuplot-nox
+    libkissfft-dev)
 # make: the package test and README's plain CMake lines use CMake's default generator.
 TEST_PACKAGES=(libgtest-dev libbenchmark-dev python3 binutils qemu-user libspeexdsp-dev groff-base make git)
 FORMAT_PACKAGES=(clang-format)

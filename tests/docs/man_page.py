@@ -20,7 +20,7 @@ PAGE_REFERENCE = re.compile(r"^\.Sx (.*?)(?: [.,])?$", re.MULTILINE)
 
 
 def in_help(program, *command):
-    """Options by usage, of a command and of those below it. --help itself is everybody's."""
+    """Options by usage, of a command and of those below it. --help itself is left out."""
     text = subprocess.run([program, *command, "--help"], capture_output=True, text=True, check=True).stdout
     usage = HELP_USAGE.search(text).group(1).replace(" [OPTIONS]", "")
     found = {usage: set(HELP_OPTION.findall(text)) - {("--help", "")}}

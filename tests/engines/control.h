@@ -18,6 +18,9 @@ struct TestEngineControl {
     const char* (*call)(int number);
     void (*set_callback)(TestEngineCallback callback, void* context);
 
+    // Null from now on for every answer that is a pointer: texts, arrays, records.
+    void (*set_null_answers)(bool on);
+
     // Answers of the engine as a whole.
     void (*set_version)(const char* text);
     void (*set_location)(uint16_t location, int16_t confidence);

@@ -6,6 +6,7 @@
 
 using test_engine::kBlock;
 using test_engine::kMicrophones;
+using test_engine::orNull;
 using test_engine::record;
 using test_engine::state;
 
@@ -16,7 +17,7 @@ TEST_ENGINE_EXPORT void MMIfInit(uint16_t mode) {
 
 TEST_ENGINE_EXPORT const char* MMIfGetVersionString() {
     record("MMIfGetVersionString");
-    return state().version.c_str();
+    return orNull(state().version.c_str());
 }
 
 TEST_ENGINE_EXPORT void RcvIfProcessReceivePath(const int16_t* in, int16_t* out) {
@@ -93,7 +94,7 @@ TEST_ENGINE_EXPORT void MMIfStartNoiseTest() {
 
 TEST_ENGINE_EXPORT float* MMIfGetNoiseTestResults() {
     record("MMIfGetNoiseTestResults");
-    return state().noise_results;
+    return orNull(state().noise_results);
 }
 
 TEST_ENGINE_EXPORT int MMIfNoiseTestIsRunning() {

@@ -32,6 +32,8 @@ TestEngineControl makeControl() {
         state().callback_context = context;
     };
 
+    c.set_null_answers = [](bool on) { state().null_answers = on; };
+
     c.set_version = [](const char* text) { state().version = text; };
     c.set_location = [](uint16_t location, int16_t confidence) {
         state().location = location;

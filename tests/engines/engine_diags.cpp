@@ -4,6 +4,7 @@
 #include "tests/engines/engine_state.h"
 
 using test_engine::Diag;
+using test_engine::orNull;
 using test_engine::record;
 using test_engine::state;
 
@@ -43,7 +44,7 @@ T* handOut(Diag& diag) {
     }                                                                 \
     TEST_ENGINE_EXPORT T* SEDiagGet##Type##Array(int32_t index) {     \
         record("SEDiagGet" #Type "Array", index);                     \
-        return handOut<T>(state().diag(index));                       \
+        return orNull(handOut<T>(state().diag(index)));               \
     }
 
 INTEGER_TYPE(Int16, int16_t)
@@ -67,7 +68,7 @@ TEST_ENGINE_EXPORT void SEDiagSetFloat32(int32_t index, float value) {
 
 TEST_ENGINE_EXPORT float* SEDiagGetFloat32Array(int32_t index) {
     record("SEDiagGetFloat32Array", index);
-    return handOut<float>(state().diag(index));
+    return orNull(handOut<float>(state().diag(index)));
 }
 
 TEST_ENGINE_EXPORT int32_t SEDiagGetEnumAsInt(int32_t index) {
@@ -79,7 +80,7 @@ TEST_ENGINE_EXPORT const char* SEDiagGetEnumAsString(int32_t index) {
     record("SEDiagGetEnumAsString", index);
     const Diag& diag = state().diag(index);
     const auto label = diag.labels.find(static_cast<int>(diag.integer));
-    return label == diag.labels.end() ? "no label" : label->second.c_str();
+    return orNull(label == diag.labels.end() ? "no label" : label->second.c_str());
 }
 
 TEST_ENGINE_EXPORT void SEDiagSetEnumAsInt(int32_t index, int32_t value) {
@@ -93,7 +94,7 @@ TEST_ENGINE_EXPORT SEDiag_t* SEDiagGet(int32_t index) {
     std::memset(&diag.record, kFiller, sizeof diag.record);
     diag.record.level = diag.record_level;
     diag.record.help = diag.record_help.c_str();
-    return &diag.record;
+    return orNull(&diag.record);
 }
 
 TEST_ENGINE_EXPORT int32_t SEDiagGetIndex(const char* name) {
@@ -119,7 +120,7 @@ TEST_ENGINE_EXPORT int32_t SEDiagGetLen(int32_t index) {
 
 TEST_ENGINE_EXPORT const char* SEDiagGetHelp(int32_t index) {
     record("SEDiagGetHelp", index);
-    return state().diag(index).help.c_str();
+    return orNull(state().diag(index).help.c_str());
 }
 
 TEST_ENGINE_EXPORT int32_t SEDiagGetRW(int32_t index) {
@@ -134,5 +135,5 @@ TEST_ENGINE_EXPORT int32_t SEDiagGetLevel(int32_t index) {
 
 TEST_ENGINE_EXPORT const char* SEDiagGetName(int32_t index) {
     record("SEDiagGetName", index);
-    return state().diag(index).name.c_str();
+    return orNull(state().diag(index).name.c_str());
 }

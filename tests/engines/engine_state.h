@@ -60,6 +60,7 @@ struct State {
     TestEngineCallback callback = nullptr;
     void* callback_context = nullptr;
 
+    bool null_answers = false;
     std::string version = "test_engine_1.0";
     uint16_t location = 0;
     int16_t confidence = 0;
@@ -98,6 +99,12 @@ void record(const char* function, Arguments... arguments) {
     line << ")";
     s.calls.push_back(line.str());
     if (s.callback != nullptr) s.callback(s.calls.back().c_str(), s.callback_context);
+}
+
+// What an entry point answers that returns a pointer.
+template <class T>
+T* orNull(T* answer) {
+    return state().null_answers ? nullptr : answer;
 }
 
 // Implemented beside the hook variables.

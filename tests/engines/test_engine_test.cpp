@@ -64,6 +64,19 @@ TEST_F(ScriptableEngine, NamesTheValueOfAnEnum) {
     EXPECT_STREQ("Wide", SEDiagGetEnumAsString(index));
 }
 
+TEST_F(ScriptableEngine, AnswersNullWhenToldTo) {
+    const int index = add(1, 3);
+    engine_->set_null_answers(true);
+    EXPECT_EQ(nullptr, MMIfGetVersionString());
+    EXPECT_EQ(nullptr, MMIfGetNoiseTestResults_Optional());
+    EXPECT_EQ(nullptr, SEDiagGet(index));
+    EXPECT_EQ(nullptr, SEDiagGetName(index));
+    EXPECT_EQ(nullptr, SEDiagGetHelp(index));
+    EXPECT_EQ(nullptr, SEDiagGetEnumAsString(index));
+    EXPECT_EQ(nullptr, SEDiagGetInt16Array(index));
+    EXPECT_EQ(nullptr, SEDiagGetFloat32Array(index));
+}
+
 TEST_F(ScriptableEngine, RemembersCallsWithTheirArguments) {
     SEDiagSetFloat32(2, 0.5f);
     SEDiagGetIndex("name");

@@ -1,4 +1,4 @@
-// How a program gives up: it throws one of these, and main prints the text as one line.
+// How a program ends early: it throws one of these, and main prints the text as one line.
 // The text names the thing and says what to do about it; no full stop, no line break.
 #pragma once
 

@@ -50,7 +50,8 @@ std::string endingOf(const std::string& path) {
     std::transform(ending.begin(), ending.end(), ending.begin(),
                    [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
     if (ending == kPng || ending == kSvg) return ending;
-    throw UsageError("cannot tell what picture '" + path + "' is to be; give it a name in .png or .svg");
+    throw UsageError("the name '" + path +
+                     "' does not say what picture it is; give it a name in .png or .svg");
 }
 
 NamelessFile namelessFile(const std::string& content) {

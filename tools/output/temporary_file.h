@@ -1,5 +1,5 @@
 // An output file that appears complete or not at all: it grows under a temporary name beside its own and
-// is renamed at the end. Whatever ends the process before that, a signal included, takes the temporary along.
+// is renamed at the end. If the process ends before that, also by a signal, the temporary is removed.
 // Threads: one; removeTemporaryFiles may also run in a signal handler.
 #pragma once
 

@@ -1,9 +1,10 @@
-// The complex Fourier transform behind the scenes' convolution and noise: radix 2, double precision. A plain
-// one of our own, so that a scene is the same wherever it is made.
+// The complex Fourier transform behind the scenes' convolution and noise, in double precision. KISS FFT computes
+// it in plain C++, compiled here, so that a scene does not depend on the processor.
 #pragma once
 
 #include <complex>
 #include <cstddef>
+#include <kissfft.hh>
 #include <vector>
 
 namespace se_scene {
@@ -20,16 +21,17 @@ size_t powerOfTwoFrom(size_t size);
 
 class Fft {
   public:
-    // needs: a power of two.
+    // needs: above 0; powers of two are fastest.
     explicit Fft(size_t size);
 
-    size_t size() const { return reversed_.size(); }
+    size_t size() const { return size_; }
     void forward(Spectrum& data) const;  // sum of x[n] exp(-2 pi i k n / size), unscaled
     void inverse(Spectrum& data) const;  // scaled by 1 / size: undoes forward
 
   private:
-    std::vector<size_t> reversed_;  // bit-reversed indices
-    Spectrum twiddles_;             // exp(-2 pi i k / size), k below size / 2
+    size_t size_;
+    kissfft<double> forward_;
+    kissfft<double> inverse_;
 };
 
 }  // namespace se_scene

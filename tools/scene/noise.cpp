@@ -36,7 +36,7 @@ std::vector<double> heightOfBins(NoiseColour colour) {
 }
 
 // One wave from this direction, added to the one-sided spectra of the rows. The delay between microphones is
-// a phase that grows with frequency, exact whatever fraction of a sample it is.
+// a phase that grows with frequency, which is exact for any fraction of a sample.
 void addPlaneWave(const Point& direction, const MicrophonePositions& microphones,
                   const std::vector<double>& heights, Random& random, std::vector<Spectrum>& spectra) {
     std::array<std::complex<double>, kMicrophones> phase;

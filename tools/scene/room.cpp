@@ -30,7 +30,7 @@ Point arrayInRoom(const RoomSize& room) {
     return {0.46 * room.length_m, 0.44 * room.width_m, 0.38 * room.height_m};
 }
 
-bool liesInRoom(const RoomSize& room, const Point& point) {
+bool isInRoom(const RoomSize& room, const Point& point) {
     const Point at = arrayInRoom(room) + point;
     const auto between = [](double position, double size) {
         return position >= kWallMargin && position <= size - kWallMargin;

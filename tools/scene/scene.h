@@ -1,5 +1,5 @@
 // Simulated recordings of the eight-channel device: a talker, noise, reverberation and far-end echo at the
-// microphones of the array, deterministic for a seed. The parts are kept apart, so that whoever judges an
+// microphones of the array, deterministic for a seed. The parts are kept apart, so that code that measures an
 // engine knows what was speech and what was not.
 // Threads: any; nothing is shared. It knows nothing of the engine or the wrapper.
 #pragma once
@@ -25,7 +25,7 @@ enum class NoiseColour { kWhite, kPink };
 // Levels are root mean squares in decibels relative to full scale 1.0: a sine that fills the scale has -3.
 inline constexpr double kSilent = -1000.0;  // a level in dBFS that means "none"
 
-// A shoebox; the array lies near its middle at table height.
+// A shoebox; the array stands near its middle at table height.
 struct RoomSize {
     double length_m = 7.0;
     double width_m = 6.0;

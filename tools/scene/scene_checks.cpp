@@ -18,12 +18,12 @@ struct Range {
 
 [[noreturn]] void refuse(const Range& range) {
     std::ostringstream text;
-    text << range.option << " is " << range.value << ", but must lie between " << range.lowest << " and "
+    text << range.option << " is " << range.value << ", but must be between " << range.lowest << " and "
          << range.highest;
     throw std::invalid_argument(text.str());
 }
 
-// A NaN lies nowhere.
+// Written so that NaN, which is in no interval, is refused.
 void check(const Range& range) {
     if (!(range.value >= range.lowest && range.value <= range.highest)) refuse(range);
 }
@@ -35,7 +35,7 @@ void checkLevel(const char* option, double level) {
 // A source must stand within the walls.
 void checkInRoom(const char* option, double azimuth_deg, double distance_m, const RoomSize& room) {
     double farthest = 0;
-    while (liesInRoom(room, atAzimuth(azimuth_deg, farthest + 0.01))) farthest += 0.01;
+    while (isInRoom(room, atAzimuth(azimuth_deg, farthest + 0.01))) farthest += 0.01;
     check({option, distance_m, 0, farthest});
 }
 

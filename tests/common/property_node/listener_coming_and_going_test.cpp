@@ -133,7 +133,9 @@ TEST_F(ComingAndGoing, ReplacingOneselfDoesNotGoOnForEver) {
 TEST_F(ComingAndGoing, WhatARemovedOneCapturedMayUseTheNodeWhileItDies) {
     struct SetsAtDeath {
         explicit SetsAtDeath(PropertyNode& n) : node(n) {}
-        ~SetsAtDeath() { node.removeListener(node.addListener({})); }
+        ~SetsAtDeath() {
+            node.removeListener(node.addListener([](PropertyNode&, const PropertyChangeInfo&) {}));
+        }
         PropertyNode& node;
     };
     const auto captured = std::make_shared<SetsAtDeath>(*node_);

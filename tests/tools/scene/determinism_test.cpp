@@ -49,7 +49,7 @@ TEST(SceneDeterminism, TalkerOptionsLeaveNoiseAndEchoAlone) {
     EXPECT_EQ(first.echo, second.echo);
 }
 
-// The generator's output is fixed by the language; a change of these values changes everybody's scenes.
+// The generator's output is fixed by the language; a change of these values changes every scene.
 TEST(SceneDeterminism, RandomNumbersAreTheSameEverywhere) {
     Random random(1, Stream::kTalker);
     EXPECT_DOUBLE_EQ(random.uniform(), 0.32389707316178828);

@@ -59,11 +59,11 @@ TEST(Room, ReflectsWithBothSidesOfEachWall) {
     EXPECT_EQ(found, (std::vector<std::pair<double, int>>{{-6, 2}, {-4, 1}, {2, 0}, {4, 1}}));
 }
 
-TEST(Room, TheArrayLiesInIt) {
-    EXPECT_TRUE(liesInRoom(RoomSize{}, Point{}));
-    EXPECT_FALSE(liesInRoom(RoomSize{}, Point{7, 0, 0}));
-    EXPECT_FALSE(liesInRoom(RoomSize{}, Point{0, -3, 0}));
-    EXPECT_FALSE(liesInRoom(RoomSize{}, Point{0, 0, 2}));
+TEST(Room, HoldsTheArray) {
+    EXPECT_TRUE(isInRoom(RoomSize{}, Point{}));
+    EXPECT_FALSE(isInRoom(RoomSize{}, Point{7, 0, 0}));
+    EXPECT_FALSE(isInRoom(RoomSize{}, Point{0, -3, 0}));
+    EXPECT_FALSE(isInRoom(RoomSize{}, Point{0, 0, 2}));
 }
 
 TEST(Room, SoundRingsOnAfterTheTalker) {

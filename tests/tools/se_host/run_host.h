@@ -17,8 +17,8 @@ struct HostRun {
     size_t errorLines() const;
 };
 
-// Starts bin/se_host, or a copy of it, with these arguments and waits for its end; its outputs go to files in
-// `folder` that are gone afterwards.
+// Starts bin/se_host, or a copy of it, with these arguments and waits for its end; its outputs go through files in
+// `folder`, which are removed afterwards.
 HostRun runHost(const std::string& folder, const std::vector<std::string>& arguments,
                 const std::string& program = SE_HOST_PATH);
 

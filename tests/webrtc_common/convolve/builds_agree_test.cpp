@@ -4,8 +4,8 @@
 #include <random>
 #include <vector>
 
-#include "tests/kernel_check/problem.h"
-#include "tests/kernel_check/reference_convolve.h"
+#include "kernel_check/problem/problem.h"
+#include "kernel_check/references/convolve.h"
 #include "tests/webrtc_common/convolve/each_build.h"
 
 namespace quill::test {
@@ -44,7 +44,7 @@ class ConvolveBuilds : public EachBuild {
 };
 constexpr int kFirstAvx = 1;
 INSTANTIATE_TEST_SUITE_P(Builds, ConvolveBuilds,
-                         ::testing::ValuesIn(kConvolveVariants + kFirstAvx, std::end(kConvolveVariants)));
+                         ::testing::ValuesIn(kConvolveVariants.begin() + kFirstAvx, kConvolveVariants.end()));
 
 TEST_P(ConvolveBuilds, NarrowTheSameSums) {
     forEachInput([](const int16_t* coeffs, const int16_t* signal, int num_out, int num_taps) {

@@ -3,8 +3,8 @@
 
 #include <stdexcept>
 
-#include "tests/kernel_check/broken_kernels.h"
-#include "tests/kernel_check/check.h"
+#include "kernel_check/check.h"
+#include "kernel_check/self_test/broken_kernels.h"
 
 namespace quill::test {
 namespace {

@@ -3,7 +3,6 @@
 
 #include "tests/engines/test_engine.h"
 #include "webrtc_common/se_wrapper/diags/catalogue.h"
-#include "webrtc_common/se_wrapper/diags/publish.h"
 #include "webrtc_common/se_wrapper/engine/load.h"
 #include "webrtc_common/se_wrapper/table/engine_table.h"
 
@@ -46,20 +45,6 @@ TEST_F(DiagPropertyPath, AsksForTheNameFirstAndThenForTheLevel) {
     engine_->clear_calls();
     getDiagPropertyName(index);
     EXPECT_EQ((std::vector<std::string>{"SEDiagGetName(0)", "SEDiagGetLevel(0)"}), engine_.calls());
-}
-
-// The table is the process's own; the engine's functions stay as they are.
-TEST_F(DiagPropertyPath, OfADiagnosticWithoutANameIsWhatPrintfMakesOfIt) {
-    SEDiagGetName = [](int32_t) -> const char* { return nullptr; };
-    EXPECT_EQ("diags/basic/(null)", getDiagPropertyName(engine_->add_diag("", 1, 1, 3, 0, "")));
-}
-
-TEST_F(DiagPropertyPath, WithoutANameIsWhereTheDiagnosticIsPublished) {
-    engine_->add_diag("", 1, 1, 3, 0, "");
-    SEDiagGetName = [](int32_t) -> const char* { return nullptr; };
-    const quill::PropertyNodePtr root = quill::PropertyNode::createRoot();
-    readSignalEssenceDiags(root);
-    EXPECT_TRUE(root->exists("diags/basic/(null)"));
 }
 
 TEST_F(DiagPropertyPath, TakesTheEnginesAnswersToAnInvalidIndexAsTheyCome) {

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "tests/support/guarded_buffer.h"
+#include "kernel_check/problem/guarded_buffer.h"
 #include "tests/webrtc_common/dsp/kernel_spy.h"
 #include "webrtc_common/se_wrapper/dsp/compute_rfir.h"
 

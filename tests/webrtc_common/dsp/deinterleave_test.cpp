@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "tests/kernel_check/reference_dsp.h"
-#include "tests/support/guarded_buffer.h"
+#include "kernel_check/problem/guarded_buffer.h"
+#include "kernel_check/references/dsp.h"
 
 namespace quill::media::se_wrapper {
 namespace {

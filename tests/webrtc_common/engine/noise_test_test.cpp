@@ -189,6 +189,31 @@ TEST_F(NoiseTest, FileOfASecondSavingIsOneCompleteFile) {
     EXPECT_EQ(savedLines(), expectedLines());
 }
 
+TEST_F(NoiseTest, WithoutARecordHasNoResults) {
+    load();
+    engine_->set_null_answers(true);
+    NoiseTestResults results;
+    std::fill(std::begin(results.values), std::end(results.values), -7.0F);
+    EXPECT_FALSE(getNoiseTestResults(&results));
+    EXPECT_TRUE(isUntouched(results));
+}
+
+TEST_F(NoiseTest, WithoutARecordLeavesAnOlderFileAndSaysNothing) {
+    load();
+    const std::string before = saved();
+    engine_->set_null_answers(true);
+    const ScopedLogCapture capture(5);
+    EXPECT_EQ(saved(), before);
+    EXPECT_TRUE(capture.records().empty());
+}
+
+TEST_F(NoiseTest, WithoutARecordMakesNoFile) {
+    load();
+    engine_->set_null_answers(true);
+    saveNoiseTestResults(path_);
+    EXPECT_TRUE(std::filesystem::is_empty(folder_));
+}
+
 TEST_F(NoiseTest, FileReplacesALongerOne) {
     load();
     std::ofstream(path_) << std::string(100000, 'x');

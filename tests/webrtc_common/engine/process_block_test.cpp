@@ -7,7 +7,7 @@
 #include <cstring>
 #include <vector>
 
-#include "tests/support/guarded_buffer.h"
+#include "kernel_check/problem/guarded_buffer.h"
 #include "tests/support/log_capture.h"
 #include "webrtc_common/se_wrapper/table/engine_table.h"
 

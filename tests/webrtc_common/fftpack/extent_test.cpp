@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "tests/kernel_check/transforms.h"
-#include "tests/support/guarded_buffer.h"
+#include "kernel_check/problem/guarded_buffer.h"
+#include "kernel_check/references/transforms.h"
 #include "webrtc_common/fftpack/fftpack.h"
 
 namespace quill::test {

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/kernel_check/reference_fft.h"
+#include "kernel_check/references/fft_hooks.h"
 #include "webrtc_common/fftpack/fftpack.h"
 #include "webrtc_common/fftpack/real_fft.h"
 

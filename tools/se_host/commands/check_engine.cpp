@@ -1,8 +1,5 @@
 // `se_host check-engine`: whether an engine build is one that the wrapper can use.
-#include <dlfcn.h>
-
 #include <filesystem>
-#include <iostream>
 #include <memory>
 
 #include "tools/output/errors.h"
@@ -30,31 +27,26 @@ quill::DynLibHandle open(const std::string& path) {
     std::error_code error;
     if (!fs::exists(path, error))
         throw se_output::UsageError("no file '" + path + "'; give the path of an engine build");
-    if (const quill::DynLibHandle engine = quill::loadDynamicLibrary(fs::absolute(path).string()))
-        return engine;
-    const char* const reason = ::dlerror();
-    throw se_output::Failure("'" + path + "' cannot be loaded (" + (reason ? reason : "no reason given") +
+    std::string reason;
+    const quill::DynLibHandle engine = quill::loadDynamicLibrary(fs::absolute(path).string(), &reason);
+    if (engine != nullptr) return engine;
+    throw se_output::Failure("'" + path + "' cannot be loaded (" + reason +
                              "); it must be a shared library for this machine");
 }
 
 void run(const CheckEngineOptions& options) {
     const EngineCheck check = checkEngine(options.path, open(options.path));
-    if (options.json) {
-        printJson(toJson(check));
-    } else {
-        std::cout << toText(check);
-    }
+    print(check, options.json);
     if (!check.objection.empty()) {
         throw se_output::Failure("'" + options.path + "' cannot be used: " + check.objection +
-                                 "; ask for a build that is whole");
+                                 "; ask for a complete build");
     }
 }
 
 }  // namespace
 
 void addCheckEngine(CLI::App& app) {
-    CLI::App* const command =
-        app.add_subcommand("check-engine", "Look whether an engine build has all that it takes");
+    CLI::App* const command = app.add_subcommand("check-engine", "Check whether an engine build can be used");
     const auto options = std::make_shared<CheckEngineOptions>();
     command->add_option("PATH", options->path, "The engine build, a shared library")
         ->required()

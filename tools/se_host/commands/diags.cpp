@@ -1,13 +1,12 @@
-// `se_host diags`: looks at an engine's diagnostics and tunes them.
+// `se_host diags`: shows and sets an engine's diagnostics.
 #include "tools/se_host/commands/commands.h"
 
 namespace se_host {
 namespace {
 
 constexpr const char* kExamples =
-    "An engine lives as long as the command: a setting that is to stay goes into a tuning, a JSON file, "
-    "which\n"
-    "every command with --tuning applies.\n"
+    "An engine is loaded anew for each command: a setting that is to stay goes into a tuning, a JSON\n"
+    "file, which every command with --tuning applies.\n"
     "Examples:\n"
     "  se_host diags list --level basic\n"
     "  se_host diags list 'senr_*' --recording meeting.wav\n"
@@ -18,8 +17,7 @@ constexpr const char* kExamples =
 }  // namespace
 
 void addDiags(CLI::App& app) {
-    CLI::App* const diags =
-        app.add_subcommand("diags", "Look at and tune what an engine offers to look at and tune");
+    CLI::App* const diags = app.add_subcommand("diags", "Show and set an engine's diagnostics");
     diags->require_subcommand(1);
     addDiagsList(*diags);
     addDiagsGet(*diags);

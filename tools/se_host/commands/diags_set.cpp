@@ -27,13 +27,13 @@ struct Edit {
 Edit editOf(const std::string& assignment, const DiagTree& tree) {
     const size_t equals = assignment.find('=');
     if (equals == std::string::npos || equals == 0) {
-        throw se_output::UsageError("'" + assignment + "' is no assignment; write NAME=VALUE");
+        throw se_output::UsageError("'" + assignment + "' is not an assignment; write NAME=VALUE");
     }
     const std::string name = assignment.substr(0, equals);
     return {name, assignment.substr(equals + 1), tree.valueOf(name)};
 }
 
-// Nothing reaches the engine unless all of them can.
+// All of them or none reach the engine.
 std::vector<Edit> editTree(const SetOptions& options, DiagTree& tree) {
     std::vector<Edit> edits;
     for (const std::string& assignment : options.assignments) {
@@ -60,14 +60,14 @@ void run(const SetOptions& options) {
                   << toText(tuned->tree.valueOf(edit.name)) << '\n';
     }
     std::cout.flush();
-    tellWarnings(differences);
+    printWarnings(differences);
 }
 
 }  // namespace
 
 void addDiagsSet(CLI::App& diags) {
-    CLI::App* const command =
-        diags.add_subcommand("set", "Set diagnostics, all or none, and show what the engine made of it");
+    CLI::App* const command = diags.add_subcommand(
+        "set", "Set diagnostics, all of them or none, and show what the engine holds then");
     const auto options = std::make_shared<SetOptions>();
     command->add_option("NAME=VALUE", options->assignments, "An Enum takes its number; a switch 0 or 1")
         ->required()

@@ -49,7 +49,7 @@ void restore(const RestoreOptions& options) {
                                      applied.changed.size(), applied.kept, applied.unknown.size(),
                                      applied.refused.size());
     std::cout.flush();
-    tellWarnings(warnings(options.path, tuning, engine, applied));
+    printWarnings(warnings(options.path, tuning, engine, applied));
 }
 
 struct DiffOptions {

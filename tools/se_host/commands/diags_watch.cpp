@@ -29,7 +29,7 @@ std::vector<Watched> chosen(const DiagTree& tree, const std::string& pattern) {
     return watched;
 }
 
-void tellChanges(size_t block, const DiagTree& tree, std::vector<Watched>& watched) {
+void printChanges(size_t block, const DiagTree& tree, std::vector<Watched>& watched) {
     const double seconds = static_cast<double>((block + 1) * BLOCK_SIZE) / kEngineSampleRate;
     for (Watched& one : watched) {
         Json value = tree.value(one.diag);
@@ -45,7 +45,7 @@ void run(const WatchOptions& options) {
     std::vector<Watched> watched = chosen(tuned->tree, options.pattern);
     processWith(options, *tuned, [&](size_t block) {
         tuned->tree.publish();
-        tellChanges(block, tuned->tree, watched);
+        printChanges(block, tuned->tree, watched);
     });
 }
 

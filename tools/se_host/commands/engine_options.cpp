@@ -16,15 +16,18 @@ void addEngineSettings(CLI::App& command, EngineOptions& options) {
         "Leave the engine's own signal processing routines in place");
     CLI::Option* const engine_dft = command.add_flag_callback(
         "--engine-dft", [&options] { options.routines = Routines::kEngineDft; },
-        "Leave the engine's own Fourier transform in place: all else must give the same output");
+        "Leave the engine's own Fourier transform in place: all else must give the same output; not with "
+        "--engine-routines");
     engine_dft->excludes(engine_routines);
-    command.add_option("--gain", options.gain, "Receive gain in the engine's units (Q10: 1024 is unity)")
+    command
+        .add_option("--gain", options.gain,
+                    "Receive gain in the engine's units (Q10: 1024 is unity); not with the engine's routines")
         ->type_name("N")
         ->excludes(engine_routines)
         ->excludes(engine_dft);
     command
         .add_option("--echo-safety-factor", options.echo_safety_factor,
-                    "Echo safety factor in the engine's units (Q10 in recent builds)")
+                    "Echo safety factor in the engine's units (Q10 in recent builds); likewise")
         ->type_name("N")
         ->excludes(engine_routines)
         ->excludes(engine_dft);

@@ -15,6 +15,12 @@ namespace {
 
 constexpr int kFatal = 1;
 constexpr int kError = 2;
+constexpr int kNotice = 4;
+constexpr int kTrace = 5;
+constexpr const char* kWrapper = "se_wrapper";
+
+// Why the engine library was not loaded: the wrapper says so in a trace before its fatal record.
+thread_local std::string g_reason;
 
 // What the user can do about a fatal record; null: nothing that its text does not say.
 const char* adviceAt(EngineStage stage) {
@@ -29,13 +35,27 @@ const char* adviceAt(EngineStage stage) {
     return nullptr;
 }
 
+// Traces cost time and serve nothing else, so they end with the loading.
+void keepReason(const quill::LogRecord& record) {
+    if (record.level != kTrace) return;
+    if (engineStage() == EngineStage::kLoading) g_reason = record.text;
+    if (engineStage() == EngineStage::kLoaded) quill::setLogThreshold(kWrapper, kNotice);
+}
+
+std::string fatalText(const std::string& text) {
+    const std::string reason = g_reason.empty() ? "" : " (" + g_reason + ")";
+    const char* const advice = adviceAt(engineStage());
+    return text + reason + (advice == nullptr ? std::string() : std::string("; ") + advice);
+}
+
 // Ends the process here: after the sink the library would abort, which leaves a core dump for what is a
 // wrong file.
 void showRecord(const quill::LogRecord& record) {
-    if (record.level > kError) return;
-    std::string text = record.text;
-    const char* const advice = adviceAt(engineStage());
-    if (record.level == kFatal && advice != nullptr) text = se_output::oneLine(text) + "; " + advice;
+    if (record.level > kError) {
+        keepReason(record);
+        return;
+    }
+    const std::string text = record.level == kFatal ? fatalText(record.text) : record.text;
     std::cerr << "se_host: " << se_output::oneLine(text) << std::endl;
     if (record.level != kFatal) return;
     se_output::removeTemporaryFiles();
@@ -45,6 +65,7 @@ void showRecord(const quill::LogRecord& record) {
 }  // namespace
 
 void installRecordSink() {
+    quill::setLogThreshold(kWrapper, kTrace);
     quill::setLogSink(showRecord);
 }
 

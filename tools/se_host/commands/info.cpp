@@ -1,5 +1,4 @@
 // `se_host info`: which engine there is, what it can do and what runs it.
-#include <iostream>
 #include <memory>
 
 #include "tools/se_host/commands/commands.h"
@@ -16,12 +15,7 @@ struct InfoOptions {
 };
 
 void run(const InfoOptions& options) {
-    const EngineInfo info = gatherInfo(loadEngine(options.engine));
-    if (options.json) {
-        printJson(toJson(info));
-    } else {
-        std::cout << toText(info);
-    }
+    print(gatherInfo(loadEngine(options.engine)), options.json);
 }
 
 }  // namespace

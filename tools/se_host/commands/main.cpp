@@ -1,8 +1,9 @@
-// se_host: the command-line host. Parses, runs one subcommand and turns whatever goes wrong into one line and
+// se_host: the command-line host. Parses, runs one command and turns every failure into one line and
 // an exit code: 0 done, 1 failure, 2 wrong usage.
 // Threads: one.
 #include <CLI/CLI.hpp>
 #include <iostream>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,7 @@
 #include "tools/output/temporary_file.h"
 #include "tools/se_host/commands/commands.h"
 #include "tools/se_host/commands/fatal_record.h"
+#include "tools/se_host/commands/help_format.h"
 
 namespace {
 
@@ -69,6 +71,7 @@ int main(int argc, char** argv) {
     se_host::installRecordSink();
     se_output::removeTemporaryFilesOnSignals();
     CLI::App app(kDescription, "se_host");
+    app.formatter(std::make_shared<se_host::HelpFormat>());
     app.set_version_flag("--version", "se_host " SE_HOST_VERSION);
     app.footer(kExamples);
     app.require_subcommand(1);

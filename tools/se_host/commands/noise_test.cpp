@@ -1,7 +1,6 @@
 // `se_host noise-test`: the engine's microphone noise test on a recording or on a simulated array.
 #include <algorithm>
 #include <fstream>
-#include <iostream>
 #include <iterator>
 #include <memory>
 #include <optional>
@@ -25,14 +24,14 @@ namespace se = quill::media::se_wrapper;
 
 constexpr const char* kExamples =
     "Without a recording the microphones are simulated: sensor noise, and what the options add to it.\n"
-    "OUT is a text: for each microphone a line 'Microphone N', then a line with number and value for each "
-    "row.\n"
+    "OUT is a text: for each microphone a line 'Microphone N', then for each row a line with its number\n"
+    "and value.\n"
     "Examples:\n"
     "  se_host noise-test noise.txt\n"
     "  se_host noise-test noise.txt --diffuse-noise -45 --plot noise.png\n"
     "  se_host noise-test noise.txt --recording silent_room.wav --json > noise.json\n";
 
-struct NoiseTestCommand {
+struct NoiseTestOptions {
     se_scene::SceneOptions scene;
     EngineOptions engine;
     std::string output;
@@ -42,7 +41,7 @@ struct NoiseTestCommand {
     bool json = false;
 };
 
-Recording simulatedRecording(const NoiseTestCommand& command) {
+Recording simulatedRecording(const NoiseTestOptions& command) {
     se_scene::SceneOptions options = command.scene;
     if (command.engine.device_model) options.array_radius_m = kDeviceModelRadius;
     const se_scene::Scene scene = simulate(options);
@@ -56,7 +55,7 @@ Recording simulatedRecording(const NoiseTestCommand& command) {
     return recording;
 }
 
-std::string soundText(const NoiseTestCommand& command) {
+std::string soundText(const NoiseTestOptions& command) {
     if (!command.recording.empty()) return command.recording;
     return "a simulated array, seed " + std::to_string(command.scene.seed);
 }
@@ -72,9 +71,9 @@ void save(const se_output::TemporaryFile& file) {
     }
 }
 
-void run(const NoiseTestCommand& command) {
+void run(const NoiseTestOptions& command) {
     refuseClashes({command.recording}, {command.output, command.picture});
-    // What fails soon comes before what takes long.
+    // What fails early comes before what takes long.
     se_output::TemporaryFile output(command.output);
     std::optional<se_output::Picture> picture;
     if (!command.picture.empty()) picture.emplace(command.picture);
@@ -91,11 +90,7 @@ void run(const NoiseTestCommand& command) {
     if (picture) picture->draw(toScript(report), {1100, 760});
     output.commit();
     if (picture) picture->commit();
-    if (command.json) {
-        printJson(toJson(report));
-    } else if (!command.quiet) {
-        std::cout << toText(report);
-    }
+    if (command.json || !command.quiet) print(report, command.json);
 }
 
 // What describes a simulation has no meaning for a recording.
@@ -109,15 +104,16 @@ void excludeSceneOptions(CLI::App& command, CLI::Option* recording) {
 
 void addNoiseTest(CLI::App& app) {
     CLI::App* const command = app.add_subcommand("noise-test", "Run the engine's microphone noise test");
-    const auto options = std::make_shared<NoiseTestCommand>();
+    const auto options = std::make_shared<NoiseTestOptions>();
     options->scene.talker_level_dbfs = se_scene::kSilent;
     addSceneOptions(*command, options->scene);
-    auto* const recording = command->add_option("--recording", options->recording,
-                                                "Test with this, WAV or FLAC, 8 or more channels");
+    auto* const recording =
+        command->add_option("--recording", options->recording,
+                            "Test with this WAV or FLAC of 8 or more channels, not with a simulated array");
     recording->type_name("IN");
     excludeSceneOptions(*command, recording);
     command->add_option("OUT", options->output, "The results, a text")->required()->type_name("");
-    command->add_option("--plot", options->picture, "Also draw them, a picture in .png or .svg")
+    command->add_option("--plot", options->picture, "Also draw the results, a picture in .png or .svg")
         ->type_name("FILE");
     addEngineChoice(*command, options->engine);
     command->add_flag("--quiet", options->quiet, "No table, unless --json asks for it");

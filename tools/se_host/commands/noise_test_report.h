@@ -1,4 +1,4 @@
-// What `se_host noise-test` tells, as text, as JSON and as a picture.
+// The results of `se_host noise-test` as text, as JSON and as a picture.
 // Threads: any.
 #pragma once
 

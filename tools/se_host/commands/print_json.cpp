@@ -1,7 +1,5 @@
 #include "tools/se_host/commands/print_json.h"
 
-#include <iostream>
-
 namespace se_host {
 
 void printJson(const nlohmann::ordered_json& json) {

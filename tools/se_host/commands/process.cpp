@@ -94,14 +94,6 @@ Comparison comparisonOf(const Processed& ours, const Processed& own) {
     return comparison;
 }
 
-void print(const Summary& summary, const ProcessOptions& options) {
-    if (options.json) {
-        printJson(toJson(summary));
-    } else if (!options.quiet) {
-        std::cout << toText(summary);
-    }
-}
-
 std::string tracePath(const ProcessOptions& options) {
     return options.trace.empty() ? "" : options.trace[1];
 }
@@ -173,7 +165,7 @@ void run(const ProcessOptions& options) {
     Summary summary = summarise(options, engine, recording, parts, processed);
     if (second_run) summary.engine_routines = comparisonOf(processed, second_run->finish(recording.frames));
     outputs.finish(recording, processed);
-    print(summary, options);
+    if (options.json || !options.quiet) print(summary, options.json);
 }
 
 void addOptions(CLI::App& command, ProcessOptions& options) {
@@ -184,12 +176,12 @@ void addOptions(CLI::App& command, ProcessOptions& options) {
         ->required()
         ->type_name("");
     addFarEnd(command, options.recording);
-    CLI::Option* const tuning = command.add_option("--tuning", options.tuning,
-                                                   "Apply a tuning that 'se_host diags dump' wrote first");
+    CLI::Option* const tuning = command.add_option(
+        "--tuning", options.tuning, "Apply this tuning first; 'se_host diags dump' writes one");
     tuning->type_name("FILE.json");
     command
         .add_option("--trace-diags", options.trace,
-                    "Write what these diagnostics hold after every block: a name with * and ?, and a file")
+                    "Write the values of these diagnostics after every block: names with * and ?, and a file")
         ->type_name("PATTERN OUT.csv")
         ->expected(2);
     command
@@ -199,19 +191,19 @@ void addOptions(CLI::App& command, ProcessOptions& options) {
         command.add_flag("--bypass", options.bypass, "Write the raw microphone of channel 7 instead");
     command
         .add_option("--parts", options.parts,
-                    "What the parts of a simulated recording are, as 'se_host scene --parts PREFIX' wrote "
-                    "them: how much the engine lowers echo and noise is told")
+                    "Show how much the engine lowers echo and noise; needs the parts of a simulated "
+                    "recording, which 'se_host scene --parts PREFIX' wrote")
         ->type_name("PREFIX");
     command
         .add_flag("--compare-routines", options.compare_routines,
-                  "Process once more with the engine's own routines: their speed, and how far the output "
-                  "differs")
+                  "Process once more with the engine's own routines, and show their speed and how far the "
+                  "output differs; not with --tuning")
         ->excludes(tuning);
     command
         .add_flag(
             "--cycles", options.cycles,
-            "Tell where the processor's cycles of a block go: de-interleaving, the engine, its hooks by "
-            "kind; with --compare-routines for both runs")
+            "Show where the processor's cycles of a block go: de-interleaving, the engine, its hooks by "
+            "kind; with --compare-routines for both runs; not with --bypass")
         ->excludes(bypass);
     addEngineChoice(command, options.engine);
     addEngineSettings(command, options.engine);

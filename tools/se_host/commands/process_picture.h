@@ -1,5 +1,4 @@
-// What a run did, to look at: levels and spectra of the centre microphone and of the output, one above the
-// other over the same time.
+// The picture of a run: levels and spectra of the centre microphone and of the output over the same time.
 // Threads: one.
 #pragma once
 

@@ -9,7 +9,8 @@ void addFarEnd(CLI::App& command, RecordingOptions& options) {
     file->type_name("FAR");
     command
         .add_option("--far-end-channel", options.far_end_channel,
-                    "What the loudspeaker played: a channel of the recording, counted from 0")
+                    "What the loudspeaker played: a channel of the recording, counted from 0; not with "
+                    "--far-end")
         ->type_name("N")
         ->excludes(file);
 }

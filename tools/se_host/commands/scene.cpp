@@ -18,15 +18,15 @@ using quill::stringPrintf;
 using se_scene::Scene;
 
 constexpr const char* kExamples =
-    "The recording has 8 channels at 16 kHz: channel 0 carries what the loudspeaker plays, channels 1 to 7\n"
-    "the microphones, channel 1 that in the centre. The same options give the same recording.\n"
+    "The recording has 8 channels at 16 kHz: channel 0 carries what the loudspeaker plays, channels 1\n"
+    "to 7 the microphones, channel 1 that in the centre. The same options give the same recording.\n"
     "Examples:\n"
     "  se_host scene meeting.wav --azimuth 60\n"
     "  se_host scene noisy.wav --azimuth 130 --diffuse-noise -45 --reverberation 0.3\n"
     "  se_host scene call.wav --echo -30 --far-end-out loudspeaker.wav --parts call\n"
     "  se_host process call.wav talker.wav --far-end loudspeaker.wav\n";
 
-struct SceneCommand {
+struct SceneCommandOptions {
     se_scene::SceneOptions scene;
     std::string output;
     std::string speech;
@@ -44,7 +44,7 @@ struct Output {
     std::vector<int16_t> (*samples)(const Scene& scene);
 };
 
-std::vector<Output> outputsOf(const SceneCommand& command) {
+std::vector<Output> outputsOf(const SceneCommandOptions& command) {
     std::vector<Output> outputs{{command.output, se_scene::kChannels, [](const Scene& scene) {
                                      return se_scene::interleave(scene.mixture(), scene.far_end);
                                  }}};
@@ -79,7 +79,7 @@ std::vector<float> readSpeech(const std::string& path) {
     return samples;
 }
 
-Scene simulate(const SceneCommand& command) {
+Scene simulate(const SceneCommandOptions& command) {
     se_scene::SceneOptions options = command.scene;
     if (command.device_model) options.array_radius_m = kDeviceModelRadius;
     options.speech = readSpeech(command.speech);
@@ -102,7 +102,8 @@ std::string line(const char* label, const std::string& text) {
     return stringPrintf("  %-10s", label) + text + "\n";
 }
 
-std::string summaryOf(const SceneCommand& command, const std::vector<Output>& outputs, const Scene& scene) {
+std::string summaryOf(const SceneCommandOptions& command, const std::vector<Output>& outputs,
+                      const Scene& scene) {
     std::string text = "wrote";
     for (const Output& output : outputs) text += " " + output.path;
     text += "\n";
@@ -112,7 +113,7 @@ std::string summaryOf(const SceneCommand& command, const std::vector<Output>& ou
     return text + line("echo", levelText(se_scene::activeLevelDbfs(scene.echo[0])));
 }
 
-void run(const SceneCommand& command) {
+void run(const SceneCommandOptions& command) {
     const std::vector<Output> outputs = outputsOf(command);
     refuseClashes({command.speech, command.far_end_speech}, pathsOf(outputs));
     std::list<se_output::TemporaryFile> files;  // before the work, so that an unwritable path is known early
@@ -127,7 +128,7 @@ void run(const SceneCommand& command) {
     if (!command.quiet) std::cout << summaryOf(command, outputs, scene);
 }
 
-void addFiles(CLI::App& command, SceneCommand& options) {
+void addFiles(CLI::App& command, SceneCommandOptions& options) {
     command.add_option("OUT", options.output, "The recording, a 16-bit WAV")->required();
     command
         .add_option("--parts", options.parts,
@@ -138,14 +139,15 @@ void addFiles(CLI::App& command, SceneCommand& options) {
     command.add_flag("--quiet", options.quiet, "No summary");
     command
         .add_option("--speech", options.speech,
-                    "What is said: a sound file's first channel (default: a made voice)")
+                    "What is said: a sound file's first channel (default: a synthetic voice)")
         ->type_name("FILE")
         ->group("Talker");
-    command.add_option("--far-end-speech", options.far_end_speech, "What is played, likewise")
+    command.add_option("--far-end-speech", options.far_end_speech, "What is played, likewise; needs --echo")
         ->type_name("FILE")
         ->needs("--echo")
         ->group("Loudspeaker");
-    command.add_option("--far-end-out", options.far_end_output, "Also write what is played, mono")
+    command
+        .add_option("--far-end-out", options.far_end_output, "Also write what is played, mono; needs --echo")
         ->type_name("FAR")
         ->needs("--echo")
         ->group("Loudspeaker");
@@ -155,8 +157,8 @@ void addFiles(CLI::App& command, SceneCommand& options) {
 
 void addScene(CLI::App& app) {
     CLI::App* const command =
-        app.add_subcommand("scene", "Write a simulated recording to try an engine with");
-    const auto options = std::make_shared<SceneCommand>();
+        app.add_subcommand("scene", "Write a simulated recording, to try an engine with");
+    const auto options = std::make_shared<SceneCommandOptions>();
     addSceneOptions(*command, options->scene);
     addFiles(*command, *options);
     command->footer(kExamples);

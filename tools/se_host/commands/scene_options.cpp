@@ -54,7 +54,7 @@ constexpr Row kRows[] = {
     {kReverberation, "reverberation_s", &SceneOptions::reverberation_s, "S", kSurroundings, nullptr,
      "Time in which the room's sound falls by 60 dB; 0: no room"},
     {kEcho, "echo_level_dbfs", &SceneOptions::echo_level_dbfs, kLevelOrNone, kLoudspeaker, nullptr,
-     "A far-end voice is played: its level at the centre microphone"},
+     "A far-end voice is played: its level at the centre microphone; the options below need it"},
     {"--far-end-level", "far_end_level_dbfs", &SceneOptions::far_end_level_dbfs, "LEVEL", kLoudspeaker, kEcho,
      "Level of what is played, in dBFS"},
     {"--echo-azimuth", "echo_azimuth_deg", &SceneOptions::echo_azimuth_deg, "DEGREES", kLoudspeaker, kEcho,
@@ -101,7 +101,7 @@ void addRoom(CLI::App& command, SceneOptions& options) {
     const std::function<void(const std::vector<double>&)> take = [&options](const std::vector<double>& size) {
         options.room = {size[0], size[1], size[2]};
     };
-    command.add_option_function("--room", take, "Its length, width and height")
+    command.add_option_function("--room", take, "Its length, width and height; needs --reverberation")
         ->expected(3)
         ->type_name("METRES")
         ->default_str("7 6 2.8")
@@ -119,7 +119,7 @@ std::map<std::string, std::string> flagsByName() {
     return flags;
 }
 
-// A refusal of the scene names one of its options; the user knows it by its flag.
+// A refusal of the scene names one of its options; the user knows its flag.
 std::string inTermsOfFlags(const std::invalid_argument& refusal) {
     const std::string text = refusal.what();
     const size_t end_of_name = text.find(' ');

@@ -16,7 +16,7 @@ namespace {
 constexpr const char* kFailed =
     "the second run, with the engine's own routines, failed; leave out --compare-routines";
 
-// false: the other end is gone.
+// false: the peer closed the connection.
 bool send(int socket, const void* data, size_t size) {
     const char* from = static_cast<const char*>(data);
     while (size > 0) {
@@ -44,10 +44,10 @@ bool receive(int socket, void* data, size_t size) {
         startEngine(engine);
         const Processed processed = process(readRecording(options), {bypass, {}, split_cycles});
         const CycleShares cycles = processed.cycles.value_or(CycleShares{});
-        const bool told = send(socket, &processed.processing_seconds, sizeof(double)) &&
+        const bool sent = send(socket, &processed.processing_seconds, sizeof(double)) &&
                           send(socket, &cycles, sizeof(cycles)) &&
                           send(socket, processed.output.data(), processed.output.size() * sizeof(int16_t));
-        ::_exit(told ? 0 : 1);
+        ::_exit(sent ? 0 : 1);
     } catch (const std::exception& error) {
         std::cerr << "se_host: " << se_output::oneLine(error.what()) << std::endl;
         ::_exit(1);

@@ -20,7 +20,7 @@ class SecondRun {
     SecondRun(const SecondRun&) = delete;
     SecondRun& operator=(const SecondRun&) = delete;
 
-    // Lets the child work and waits for what it brings, without directions. `frames`: those of the recording.
+    // Lets the child work and waits for its result, which has no directions. `frames`: those of the recording.
     // needs: called once. fails: Failure.
     Processed finish(size_t frames);
 

@@ -126,7 +126,7 @@ void addSpectrum(CLI::App& app) {
         ->type_name("N")
         ->check(CLI::NonNegativeNumber.description(""))
         ->capture_default_str();
-    command->add_option("--size", options->size, "Samples a piece: more of them tell closer tones apart")
+    command->add_option("--size", options->size, "Samples a piece: more of them resolve closer tones")
         ->type_name("N")
         ->check(CLI::Validator(refuseOddSizes, ""))
         ->capture_default_str();

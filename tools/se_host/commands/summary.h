@@ -1,4 +1,4 @@
-// What `se_host process` tells about a run, for people and for machines.
+// The summary of a run of `se_host process`.
 // Threads: any.
 #pragma once
 
@@ -52,7 +52,7 @@ struct Summary {
     std::optional<CycleShares> cycles;
     std::optional<Comparison> engine_routines;
 
-    // Time taken over the time that the sound lasts: below 1 is faster than it is spoken.
+    // Processing time over the length of the sound: below 1 is faster than real time.
     double realTimeFactor(double processing) const { return processing / seconds; }
 };
 

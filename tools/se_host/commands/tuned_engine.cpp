@@ -9,14 +9,15 @@
 namespace se_host {
 
 void addEngineAndTuning(CLI::App& command, DiagsOptions& options) {
-    command.add_option("--tuning", options.tuning, "Apply a tuning that 'se_host diags dump' wrote first")
+    command
+        .add_option("--tuning", options.tuning, "Apply this tuning first; 'se_host diags dump' writes one")
         ->type_name("FILE.json");
     addEngineChoice(command, options.engine);
 }
 
 void addRecording(CLI::App& command, DiagsOptions& options) {
     auto* const recording = command.add_option("--recording", options.recording.input,
-                                               "Process this first, WAV or FLAC, 8 or more channels");
+                                               "Process this WAV or FLAC of 8 or more channels first");
     recording->type_name("IN");
     addFarEnd(command, options.recording);
     command.get_option("--far-end")->needs(recording);
@@ -36,14 +37,14 @@ void processWith(const DiagsOptions& options, TunedEngine& tuned,
     tuned.tree.publish();
 }
 
-void tellWarnings(const std::vector<std::string>& lines) {
+void printWarnings(const std::vector<std::string>& lines) {
     for (const std::string& line : lines) std::cerr << "se_host: " << se_output::oneLine(line) << std::endl;
 }
 
 void tuneFromFile(const std::string& path, const Engine& engine, DiagTree& tree) {
     const Tuning tuning = readTuning(path);
     const Applied applied = applyTuning(tuning, engine, tree);
-    tellWarnings(warnings(path, tuning, engine, applied));
+    printWarnings(warnings(path, tuning, engine, applied));
 }
 
 }  // namespace se_host

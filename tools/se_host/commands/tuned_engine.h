@@ -1,5 +1,5 @@
-// What the subcommands of `se_host diags` share: a started engine, tuned and fed with a recording as the
-// options say, and its diagnostics.
+// A started engine with its diagnostics, tuned and fed with a recording as the options say: what the commands of
+// `se_host diags` share.
 // Threads: one.
 #pragma once
 
@@ -40,9 +40,9 @@ void processWith(const DiagsOptions& options, TunedEngine& tuned,
                  const std::function<void(size_t block)>& after_block = {});
 
 // Lines on standard error.
-void tellWarnings(const std::vector<std::string>& lines);
+void printWarnings(const std::vector<std::string>& lines);
 
-// Applies a tuning file to a started engine; what does not fit is told on standard error.
+// Applies a tuning file to a started engine; what does not fit goes to standard error.
 void tuneFromFile(const std::string& path, const Engine& engine, DiagTree& tree);
 
 }  // namespace se_host

@@ -1,4 +1,4 @@
-// The engine's diagnostics as a user of the command line sees them.
+// The engine's diagnostics: name, type, range, access and help.
 // Threads: one.
 #pragma once
 

@@ -18,7 +18,7 @@ std::string columnsOf(const DiagInfo& diag) {
     return columns;
 }
 
-// What is no number leaves its cell empty.
+// A value that is not a number leaves its cell empty.
 std::string cell(const Json& value) {
     if (value.is_number()) return "," + value.dump();
     if (!value.is_string()) return ",";

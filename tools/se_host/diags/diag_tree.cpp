@@ -79,7 +79,7 @@ std::optional<std::string> objectionTo(const DiagInfo& diag, const std::string& 
     if (!diag.writable) return "'" + diag.name + "' is read-only";
     const auto number = numberIn(numberText(diag, text), *diag.kind);
     if (!number) {
-        return "'" + text + "' is no value for '" + diag.name + "', which takes " +
+        return "'" + text + "' is not a value for '" + diag.name + "', which takes " +
                (diag.kind->type == SE_DIAG_TYPE_FLOAT32 ? "a number" : "a whole number");
     }
     if (*number < diag.kind->lowest || *number > diag.kind->highest) {
@@ -129,7 +129,7 @@ void DiagTree::publish() {
 }
 
 std::vector<std::string> DiagTree::apply() {
-    // A switch that the engine cannot tell about stands where it does from the start.
+    // A switch that the engine does not have keeps its value from the start.
     for (const char* const name : kBypassSwitches) {
         bool bypassed = false;
         root_->getNode(name, true)->get<bool>(bypassed, false);

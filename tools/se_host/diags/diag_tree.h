@@ -1,5 +1,4 @@
-// The engine's diagnostics in the property tree, and edits of them by text: the way that a user's change takes
-// from the command line to the engine.
+// The engine's diagnostics in the property tree, and edits of them by text.
 // Threads: one.
 #pragma once
 
@@ -38,7 +37,7 @@ class DiagTree {
     // say, a sentence each.
     std::vector<std::string> apply();
 
-    // Edits a diagnostic or a switch, found by name or path; the engine hears of it in apply. A diagnostic
+    // Edits a diagnostic or a switch, found by name or path; apply hands it to the engine. A diagnostic
     // takes a number, an Enum also what stands behind the number in its values.
     // fails: why not: unknown, read-only, an array, no such value. Nothing is changed then.
     std::optional<std::string> edit(const std::string& name, const std::string& text);
@@ -58,11 +57,11 @@ class DiagTree {
     std::vector<DiagInfo> diags_;
     std::unordered_map<std::string, size_t> places_;  // in diags_, by name and by path
     quill::PropertyNodePtr root_;
-    std::vector<std::string> switches_;                    // those that the engine tells about
+    std::vector<std::string> switches_;                    // those that the engine has
     std::map<std::string, nlohmann::ordered_json> edits_;  // by name, not applied yet
 };
 
-// A value as people read it: a text without quotes, a number with no digit too many.
+// A value for reading: a text without quotes, a number with as few digits as it takes.
 std::string toText(const nlohmann::ordered_json& value);
 
 }  // namespace se_host

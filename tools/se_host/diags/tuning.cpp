@@ -12,7 +12,8 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 [[noreturn]] void refuse(const std::string& path, const std::string& why) {
-    throw se_output::Failure("'" + path + "' is no tuning: " + why + "; 'se_host diags dump' writes one");
+    throw se_output::Failure("'" + path + "' is not a tuning file: " + why +
+                             "; 'se_host diags dump' writes one");
 }
 
 const Json& member(const Json& json, const char* name, const std::string& path) {
@@ -22,11 +23,11 @@ const Json& member(const Json& json, const char* name, const std::string& path) 
 
 std::string textMember(const Json& json, const char* name, const std::string& path) {
     const Json& value = member(json, name, path);
-    if (!value.is_string()) refuse(path, "'" + std::string(name) + "' is no text");
+    if (!value.is_string()) refuse(path, "'" + std::string(name) + "' is not a text");
     return value.get<std::string>();
 }
 
-// What people compare and apply: nothing nested but the elements of an array.
+// A value that can be compared and applied: nothing nested but the elements of an array.
 bool isPlain(const Json& value) {
     return value.is_primitive() ||
            (value.is_array() && std::all_of(value.begin(), value.end(),
@@ -35,7 +36,7 @@ bool isPlain(const Json& value) {
 
 void requirePlain(const std::string& name, const Json& value, const std::string& path) {
     if (isPlain(value)) return;
-    refuse(path, "the value of '" + se_output::oneLine(name) + "' is no number, text or list of them");
+    refuse(path, "the value of '" + se_output::oneLine(name) + "' is not a number, a text or a list of them");
 }
 
 void requireDiagnostic(const std::string& name, const Json& diagnostic, const std::string& path) {
@@ -51,7 +52,7 @@ Json jsonIn(const std::string& path) {
     if (!in)
         throw se_output::Failure("cannot read '" + path + "'; give a tuning that 'se_host diags dump' wrote");
     Json json = Json::parse(in, nullptr, false);
-    if (json.is_discarded()) refuse(path, "it is no JSON");
+    if (json.is_discarded()) refuse(path, "it is not JSON");
     return json;
 }
 
@@ -92,7 +93,7 @@ void editSwitches(const Tuning& tuning, DiagTree& tree, Applied* applied) {
     }
 }
 
-// Values by name, for whoever compares.
+// Values by name, for comparing.
 Json valuesOf(const Tuning& tuning) {
     Json values = tuning.switches;
     for (const auto& [name, diagnostic] : tuning.diagnostics.items()) values[name] = diagnostic["value"];

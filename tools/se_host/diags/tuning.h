@@ -17,7 +17,7 @@ struct Tuning {
     std::string version;
     // By name: {"type", "writable", "value"}, in the order of the catalogue.
     nlohmann::ordered_json diagnostics = nlohmann::ordered_json::object();
-    // By name: bool, or null when the engine cannot tell.
+    // By name: bool, or null when the engine does not have it.
     nlohmann::ordered_json switches = nlohmann::ordered_json::object();
 };
 

@@ -1,5 +1,5 @@
 // Where the core cycles of a block go: the wrapper's own work, the engine's, and the routines in the engine's
-// hooks by kind. Measured with the time-stamp counter, told in cycles of the core.
+// hooks by kind. Measured with the time-stamp counter, given in cycles of the core.
 // Threads: one, the engine's audio thread.
 #pragma once
 
@@ -15,7 +15,7 @@ inline constexpr const char* kAudioHooks[] = {"ComputeRFir",    "AecConvolution"
                                               "Interp1toNCore", "FwdDft",         "InvDft"};
 inline constexpr size_t kNumAudioHooks = std::size(kAudioHooks);
 
-// Of a block, on average over the blocks that count. Plain data, so that a process can tell it to another.
+// Of a block, on average over the blocks that count. Plain data, so that a process can send it to another.
 struct CycleShares {
     struct Hook {
         double cycles;

@@ -1,4 +1,4 @@
-// The two forms in which the shares of a block's cycles are told.
+// The shares of a block's cycles as text and as JSON.
 // Threads: any.
 #pragma once
 

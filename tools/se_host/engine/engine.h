@@ -41,7 +41,7 @@ Engine loadEngine(const EngineOptions& options);
 // The same, and starts the engine: ready for blocks.
 Engine startEngine(const EngineOptions& options);
 
-// How far the process is. Code that shows a fatal record tells by it what the user can do.
+// How far the process is: what a user can do about a fatal record depends on it.
 enum class EngineStage { kNone, kLoading, kLoaded };
 EngineStage engineStage();  // Threads: any.
 

@@ -12,16 +12,14 @@ using Json = nlohmann::ordered_json;
 using Kind = quill::media::se_wrapper::EngineRowKind;
 
 struct KindText {
-    const char* name;        // for machines
-    const char* if_missing;  // for people
+    const char* name;        // in JSON
+    const char* if_missing;  // in text
 };
 
 KindText textOf(Kind kind) {
     switch (kind) {
         case Kind::mandatory:
-            return {"mandatory", "MISSING"};
         case Kind::alternatives:
-            return {"mandatory", "MISSING"};
         case Kind::hook:
             return {"mandatory", "MISSING"};
         case Kind::optional:

@@ -1,7 +1,5 @@
 #include "tools/se_host/engine/engine_files.h"
 
-#include <dlfcn.h>
-
 #include <algorithm>
 #include <filesystem>
 
@@ -40,10 +38,9 @@ quill::DynLibHandle openEngineFile(const std::string& name) {
     std::error_code error;
     if (!fs::exists(path, error))
         throw se_output::UsageError("no engine '" + name + "' (" + path + "); " + choices());
-    if (const quill::DynLibHandle engine = quill::loadDynamicLibrary(path)) return engine;
-    const char* const reason = ::dlerror();
-    throw se_output::Failure("engine '" + name + "' cannot be loaded (" + (reason ? reason : path) + "); " +
-                             choices());
+    std::string reason;
+    if (const quill::DynLibHandle engine = quill::loadDynamicLibrary(path, &reason)) return engine;
+    throw se_output::Failure("engine '" + name + "' cannot be loaded (" + reason + "); " + choices());
 }
 
 }  // namespace se_host

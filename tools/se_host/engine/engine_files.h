@@ -12,9 +12,8 @@ namespace se_host {
 // Names of the files in selibs/, sorted.
 std::vector<std::string> engineNames();
 
-// Opens the build of this name, so that the user hears what is wrong with it before the wrapper, which opens
-// it again, gives up. It stays open. fails: UsageError when there is no such file, Failure when it is no
-// library.
+// Opens the build of this name before the wrapper opens it again, so that a wrong name is answered with the names
+// there are. It stays open. fails: UsageError when there is no such file, Failure when it cannot be loaded.
 quill::DynLibHandle openEngineFile(const std::string& name);
 
 }  // namespace se_host

@@ -1,4 +1,4 @@
-// What `se_host info` tells: the loaded engine, the processor, the kernels, the properties.
+// The loaded engine, the processor, the selected kernels and the properties, as `se_host info` shows them.
 // Threads: one.
 #pragma once
 

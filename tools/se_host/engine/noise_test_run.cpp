@@ -20,9 +20,9 @@ bool isRunning() {
 size_t runNoiseTest(const Recording& recording) {
     if (!se::g_has_noise_tests) {
         throw se_output::Failure("engine '" + se::p_signal_essence_library.get() +
-                                 "' has no noise test; choose another one with --engine");
+                                 "' has no noise test; choose another build");
     }
-    const size_t blocks = recording.frames / se::BLOCK_SIZE;  // padding is no noise
+    const size_t blocks = recording.frames / se::BLOCK_SIZE;  // the padding has no noise
     size_t block = 0;
     se::MMIfStartNoiseTest_Optional();
     while (isRunning()) {

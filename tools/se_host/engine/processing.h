@@ -1,4 +1,4 @@
-// The run through the engine, block by block, as a conferencing client does it every 10 ms.
+// The run through the engine, block by block, as a client does it every 10 ms.
 // Threads: one; the engine's audio thread for the time of the run.
 #pragma once
 

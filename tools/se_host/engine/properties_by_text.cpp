@@ -15,7 +15,7 @@ void collect(const quill::PropertyNodePtr& node, std::vector<quill::PropertyNode
 void setByText(const quill::PropertyNodePtr& root, const std::string& assignment) {
     const size_t equals = assignment.find('=');
     if (equals == std::string::npos || equals == 0) {
-        throw se_output::UsageError("--set '" + assignment + "' is no assignment; write --set PATH=VALUE");
+        throw se_output::UsageError("'" + assignment + "' is not an assignment; write PATH=VALUE");
     }
     const std::string path = assignment.substr(0, equals);
     const std::string text = assignment.substr(equals + 1);
@@ -24,7 +24,7 @@ void setByText(const quill::PropertyNodePtr& root, const std::string& assignment
 
     std::string error;
     if (!node->setFromText(text, &error)) {
-        throw se_output::UsageError("--set: " + error + "; 'se_host info' shows what can be set");
+        throw se_output::UsageError(error + "; 'se_host info' shows what can be set");
     }
 }
 

@@ -22,7 +22,7 @@ struct AudioData {
 };
 
 // The whole file. 16-bit samples arrive as they are; other formats are scaled to full scale, rounded to
-// nearest and saturated. fails: Failure when it cannot be read, is no sound file or holds no samples.
+// nearest and saturated. fails: Failure when it cannot be read, is not a sound file or holds no samples.
 AudioData readAudioFile(const std::string& path);
 
 // Writes the samples under the temporary's name; the caller commits. fails: Failure.

@@ -19,7 +19,7 @@ struct Spectrum {
     double hertz(size_t bin) const { return hertz_per_bin * static_cast<double>(bin); }
 };
 
-// Pieces of `size` samples, each half a piece after the one before; what is left at the end counts for nothing.
+// Pieces of `size` samples, each half a piece after the one before; what is left at the end is left out.
 // needs: size even, 16 to 32768; no fewer samples.
 Spectrum averageSpectrum(const std::vector<int16_t>& samples, int sample_rate, int size);
 

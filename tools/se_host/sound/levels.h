@@ -10,8 +10,8 @@ namespace se_host {
 struct Level {
     double rms_dbfs;    // root mean square; minus infinity for silence
     double peak_dbfs;   // largest magnitude; minus infinity for silence
-    double pause_dbfs;  // root mean square over the quietest tenth of the 10 ms blocks: what is there when
-                        // nobody speaks; minus infinity for silence
+    double pause_dbfs;  // root mean square over the quietest tenth of the 10 ms blocks, the pauses of
+                        // speech; minus infinity for silence
 };
 
 Level levelOf(const std::vector<int16_t>& samples);

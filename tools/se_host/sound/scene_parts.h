@@ -24,13 +24,13 @@ std::vector<std::string> scenePartPaths(const std::string& prefix);
 // fails: Failure when one is missing or does not fit the recording.
 SceneParts readSceneParts(const std::string& prefix, const Recording& recording);
 
-// Decibels between the centre microphone and the output; nothing where the scene holds no such moment.
+// Decibels between the centre microphone and the output; nothing where the scene has no such moment.
 struct Effect {
-    // Echo return loss enhancement: echo over all that is left, while nobody speaks, after the first two seconds.
+    // Echo return loss enhancement: echo over all that is left, while the talker is silent, after the first two seconds.
     std::optional<double> echo_lowered_db;
-    // Noise over all that is left, while nobody speaks and no echo is there, after the first two seconds.
+    // Noise over all that is left, while talker and echo are silent, after the first two seconds.
     std::optional<double> noise_lowered_db;
-    // Output over the talker, while he speaks and no echo is there.
+    // Output over the talker, while it speaks and the echo is silent.
     std::optional<double> talker_changed_db;
 };
 

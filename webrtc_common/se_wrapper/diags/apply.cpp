@@ -6,6 +6,7 @@
 #include "webrtc_common/se_wrapper/diags/diag_types.h"
 #include "webrtc_common/se_wrapper/diags/exchange.h"
 #include "webrtc_common/se_wrapper/records.h"
+#include "webrtc_common/se_wrapper/table/engine_answers.h"
 
 namespace quill::media::se_wrapper {
 namespace {
@@ -18,7 +19,7 @@ void applyEdit(const Type& type, PropertyNode& node, int index) {
     node.findMeta(kDiagMark, mark);
     const auto ask_engine = [&] { return static_cast<Edit>((*type.get)(index)); };
     if (!isToBeApplied(wanted, mark, ask_engine)) return;
-    SE_WRAPPER_LOG(5) << "User changed " << SEDiagGetName(index) << " to " << wanted;
+    SE_WRAPPER_LOG(5) << "User changed " << diagName(index) << " to " << wanted;
     (*type.set)(index, static_cast<typename Type::ValueType>(wanted));
     node.setMeta<Edit>(kDiagMark, wanted);
 }

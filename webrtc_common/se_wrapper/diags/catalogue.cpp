@@ -5,7 +5,7 @@
 #include "common/dynlib.h"
 #include "webrtc_common/se_wrapper/diags/diag_folders.h"
 #include "webrtc_common/se_wrapper/records.h"
-#include "webrtc_common/se_wrapper/table/engine_table.h"
+#include "webrtc_common/se_wrapper/table/engine_answers.h"
 
 namespace quill::media::se_wrapper {
 
@@ -27,11 +27,11 @@ int getDiagIndexOrDie(const std::vector<std::string>& names) {
 }
 
 int32_t defaultSEDiagGetLevel(int32_t index) {
-    return SEDiagGet(index)->level;
+    return levelOf(SEDiagGet(index));
 }
 
 const char* defaultSEDiagGetHelp(int32_t index) {
-    return SEDiagGet(index)->help;
+    return helpOf(SEDiagGet(index));
 }
 
 }  // namespace quill::media::se_wrapper

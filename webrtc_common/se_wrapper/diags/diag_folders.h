@@ -1,4 +1,4 @@
-// Where a diagnostic stands: its folder, one a level, and its name there.
+// Where a diagnostic stands: its folder, one for each level.
 // Private to this folder. No threads.
 #pragma once
 
@@ -18,12 +18,6 @@ inline constexpr std::array<const char*, 4> kDiagFolders{"diags/basic", "diags/i
 inline size_t diagFolder(int index) {
     constexpr int32_t kLast = kDiagFolders.size() - 1;
     return static_cast<size_t>(std::clamp(SEDiagGetLevel(index), 0, kLast));
-}
-
-// The engine's name of a diagnostic. An index that it does not know may have none: what printf makes of that.
-inline const char* diagName(int index) {
-    const char* const name = SEDiagGetName(index);
-    return name == nullptr ? "(null)" : name;
 }
 
 }  // namespace quill::media::se_wrapper

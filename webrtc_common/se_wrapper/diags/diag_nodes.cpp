@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "webrtc_common/se_wrapper/table/engine_answers.h"
+
 namespace quill::media::se_wrapper {
 
 DiagNodes::Place DiagNodes::at(int index) {

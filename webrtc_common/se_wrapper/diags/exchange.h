@@ -3,13 +3,12 @@
 // Private to this folder. No threads.
 #pragma once
 
-#include <string>
-
 #include "webrtc_common/se_wrapper/table/engine_table.h"
 
 namespace quill::media::se_wrapper {
 
-inline const std::string kDiagMark = "se_diag";
+// Characters, and no string that would have to be made while the library is loaded.
+inline constexpr char kDiagMark[] = "se_diag";
 
 // Whether the user may change the diagnostic. No other access bit has a meaning.
 inline bool isDiagWritable(int index) {

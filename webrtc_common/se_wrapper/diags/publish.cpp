@@ -10,6 +10,7 @@
 #include "webrtc_common/se_wrapper/diags/exchange.h"
 #include "webrtc_common/se_wrapper/diags/print_array.h"
 #include "webrtc_common/se_wrapper/records.h"
+#include "webrtc_common/se_wrapper/table/engine_answers.h"
 
 namespace quill::media::se_wrapper {
 namespace {
@@ -23,7 +24,7 @@ void publishNumber(const Type& type, PropertyNode& node, int index) {
     typename Type::MarkType mark{};
     const bool has_mark = node.findMeta(kDiagMark, mark);
     if (!isToBePublished(has_mark, mark, value)) return;
-    SE_WRAPPER_LOG(5) << "Updating " << SEDiagGetName(index) << " to " << value;
+    SE_WRAPPER_LOG(5) << "Updating " << diagName(index) << " to " << value;
     node.set<Node>(value);
     node.setMeta<typename Type::MarkType>(kDiagMark, value);
 }
@@ -31,7 +32,7 @@ void publishNumber(const Type& type, PropertyNode& node, int index) {
 // Kept on purpose: the mark is the engine's answer to a question of its own.
 template <class Type>
 void publishEnum(const Type& type, PropertyNode& node, int index) {
-    const char* const label = SEDiagGetEnumAsString(index);
+    const char* const label = diagLabel(index);
     const int number = (*type.get)(index);
     node.set<std::string>(stringPrintf("%d - %s", number, label));
     node.setMeta<typename Type::MarkType>(kDiagMark, (*type.get)(index));
@@ -51,13 +52,14 @@ void publishScalar(PropertyNode& node, int index) {
 void publishArray(PropertyNode& node, int index, int length) {
     withDiagType(SEDiagGetType(index), [&](const auto& type) {
         if (type.get_array == nullptr) return;
-        node.set<std::string>(printArray((*type.get_array)(index), length));
+        const auto* const elements = (*type.get_array)(index);
+        node.set<std::string>(printArray(elements, numElements(elements, length)));
     });
 }
 
 void publishDiag(DiagNodes& nodes, int index) {
     const auto [node, is_new] = nodes.at(index);
-    if (is_new) node->setMeta<std::string>("help", SEDiagGetHelp(index));
+    if (is_new) node->setMeta<std::string>("help", diagHelp(index));
     if (!isDiagWritable(index)) node->setMeta<bool>("read_only", true);
     SE_WRAPPER_LOG(5) << node->getFullName();
     const int length = SEDiagGetLen(index);

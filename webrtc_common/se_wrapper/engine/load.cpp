@@ -4,14 +4,12 @@
 #include "common/cpu_info.h"
 #include "common/dynlib.h"
 #include "common/file.h"
-#include "webrtc_common/convolve/convolve.h"
-#include "webrtc_common/fftpack/real_fft.h"
-#include "webrtc_common/se_wrapper/dsp/dsp_kernels.h"
+#include "webrtc_common/se_wrapper/dsp/select_kernels.h"
 #include "webrtc_common/se_wrapper/engine/hooks.h"
 #include "webrtc_common/se_wrapper/engine/library_property.h"
 #include "webrtc_common/se_wrapper/engine/resolve.h"
 #include "webrtc_common/se_wrapper/records.h"
-#include "webrtc_common/se_wrapper/table/engine_table.h"
+#include "webrtc_common/se_wrapper/table/engine_answers.h"
 
 namespace quill::media::se_wrapper {
 namespace {
@@ -44,15 +42,13 @@ void openSignalEssenceDynamicLibrary(const std::string& name) {
     applyEngineGroupRules();
 
     SE_WRAPPER_LOG_AT(record_sites::kLibraryLoaded, 4)
-        << "Successfully loaded Signal Essence Library. " << MMIfGetVersionString();
+        << "Successfully loaded Signal Essence Library. " << engineVersion();
 }
 
 void initSignalEssenceOptimForTests() {
     openChosenBuild();
     saveEngineRoutines();
-    selectConvolveKernels(CPUInfo());
-    fftpack::selectRealFft(CPUInfo());
-    selectDspKernels(CPUInfo());
+    selectKernels(CPUInfo());
 }
 
 }  // namespace quill::media::se_wrapper

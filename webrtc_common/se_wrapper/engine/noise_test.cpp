@@ -9,7 +9,7 @@
 #include <memory>
 
 #include "webrtc_common/se_wrapper/records.h"
-#include "webrtc_common/se_wrapper/table/engine_table.h"
+#include "webrtc_common/se_wrapper/table/engine_answers.h"
 
 namespace quill::media::se_wrapper {
 namespace {
@@ -38,14 +38,15 @@ void write(std::FILE* file, const NoiseTestResults& results) {
 }  // namespace
 
 bool getNoiseTestResults(NoiseTestResults* results) {
-    if (MMIfGetNoiseTestResults_Optional == nullptr) return false;
-    std::memcpy(results, MMIfGetNoiseTestResults_Optional(), sizeof(*results));
+    const NoiseTestResults* const record = noiseTestResults();
+    if (record == nullptr) return false;
+    *results = *record;
     return true;
 }
 
 void saveNoiseTestResults(const std::string& path) {
-    if (MMIfGetNoiseTestResults_Optional == nullptr) return;
-    const NoiseTestResults* const results = MMIfGetNoiseTestResults_Optional();
+    const NoiseTestResults* const results = noiseTestResults();
+    if (results == nullptr) return;
     const std::unique_ptr<std::FILE, FileCloser> file(std::fopen(path.c_str(), "w"));
     if (!file) {
         const int error = errno;

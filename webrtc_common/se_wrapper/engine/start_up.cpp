@@ -7,7 +7,7 @@
 #include "webrtc_common/se_wrapper/engine/hooks.h"
 #include "webrtc_common/se_wrapper/engine/integer_diag.h"
 #include "webrtc_common/se_wrapper/engine/load.h"
-#include "webrtc_common/se_wrapper/table/engine_table.h"
+#include "webrtc_common/se_wrapper/table/engine_answers.h"
 
 namespace quill::media::se_wrapper {
 
@@ -53,7 +53,7 @@ void chooseLookDirection() {
 }
 
 void applyDeviceModelTuning() {
-    const std::string version = MMIfGetVersionString();
+    const std::string version = engineVersion();
     if (p_config_is_harbor.get() && version <= kLastVersionWithFixedLocation) apply(kFixedLocation);
 }
 
@@ -71,7 +71,7 @@ void initSignalEssence() {
 }
 
 void versionSpecificSettings() {
-    const std::string version = MMIfGetVersionString();
+    const std::string version = engineVersion();
     if (version == kVersionWithNoiseFloorWeights) apply(kNoiseFloorWeights);
 }
 

@@ -1,5 +1,5 @@
 // The engine interface table: one global pointer for each entry point of the engine, null until an engine
-// is loaded. openSignalEssenceDynamicLibrary writes the table, once; everybody else only reads it.
+// is loaded. openSignalEssenceDynamicLibrary writes the table, once; all other code only reads it.
 // Threads: each slot carries its own tag, beside its row in engine_table_rows.h.
 #pragma once
 
@@ -22,6 +22,23 @@ enum class EngineRowKind {
     dft_hook,      // the same; the slots are addresses of variables of the engine
     defaulted,     // the engine's, or the wrapper's own function in its place: never null once loaded
 };
+
+// Whether every engine has to export a symbol of a row of this kind.
+constexpr bool isRequired(EngineRowKind kind) {
+    switch (kind) {
+        case EngineRowKind::mandatory:
+        case EngineRowKind::alternatives:
+        case EngineRowKind::hook:
+            return true;
+        case EngineRowKind::optional:
+        case EngineRowKind::direction:
+        case EngineRowKind::noise_test:
+        case EngineRowKind::dft_hook:
+        case EngineRowKind::defaulted:
+            return false;
+    }
+    return false;
+}
 
 // The type of a slot, as a name that can stand before the variable.
 template <class T>

@@ -1,11 +1,16 @@
 // The engine interface table as one list: everything else about it is expanded from these rows, in this
-// order, which is the order of resolution. Whoever includes this file defines
+// order, which is the order of resolution. Code that includes this file first defines
 //
 //     ENGINE_ROW(kind, variable, type, symbol names...)
 //
-// beforehand; it is undefined at the end. Not to be included for its own sake: engine_table.h declares it
-// all. The kinds are those of EngineRowKind. A variable keeps the first name of its list, whichever of them
-// the engine exports. Each row carries the thread on which a host may call the entry point (docs/threads.md).
+// It is undefined at the end. Hosts include engine_table.h, which declares all of it. The kinds are those of
+// EngineRowKind. A variable keeps the first name of its list, whichever of them the engine exports. Each row
+// carries the thread on which a host may call the entry point (docs/threads.md).
+//
+// An entry point that returns a pointer may answer null. The wrapper takes a null name or label for the text
+// "(null)", a null help or version for "", a null array for one without elements, a null record of a diagnostic
+// for level 0 without help, and a null record of the noise test for no results. A host that calls the entry
+// point itself has to expect null.
 
 // clang-format off
 

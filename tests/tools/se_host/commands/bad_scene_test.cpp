@@ -21,12 +21,12 @@ TEST_F(BadScene, NoOutput) {
 
 TEST_F(BadScene, ATalkerBeyondTheWall) {
     expectRefusal({"--reverberation", "0.2", "--azimuth", "0", "--distance", "4"}, kWrongUsage,
-                  "--distance is 4, but must lie between 0 and 3.68");
+                  "--distance is 4, but must be between 0 and 3.68");
 }
 
 TEST_F(BadScene, ALevelAboveFullScale) {
-    expectRefusal({"--level", "3"}, kWrongUsage, "--level is 3, but must lie between -120 and 0");
-    expectRefusal({"--echo", "3"}, kWrongUsage, "--echo is 3, but must lie between -120 and 0");
+    expectRefusal({"--level", "3"}, kWrongUsage, "--level is 3, but must be between -120 and 0");
+    expectRefusal({"--echo", "3"}, kWrongUsage, "--echo is 3, but must be between -120 and 0");
 }
 
 TEST_F(BadScene, ALevelThatIsNoNumber) {
@@ -35,10 +35,10 @@ TEST_F(BadScene, ALevelThatIsNoNumber) {
 
 TEST_F(BadScene, ARoomTooSmall) {
     expectRefusal({"--reverberation", "0.2", "--room", "1", "4", "2.5"}, kWrongUsage,
-                  "--room's length is 1, but must lie between 3 and 30");
+                  "--room's length is 1, but must be between 3 and 30");
 }
 
-TEST_F(BadScene, ARoomThatNobodyHears) {
+TEST_F(BadScene, ARoomWithoutReverberation) {
     expectRefusal({"--room", "5", "4", "2.5"}, kWrongUsage, "--room requires --reverberation");
 }
 
@@ -53,7 +53,7 @@ TEST_F(BadScene, AFarEndWithoutEcho) {
 
 TEST_F(BadScene, AChangeOfPathAfterTheEnd) {
     expectRefusal({"--echo", "-30", "--echo-path-change", "2"}, kWrongUsage,
-                  "--echo-path-change is 2, but must lie between 0 and 1");
+                  "--echo-path-change is 2, but must be between 0 and 1");
 }
 
 TEST_F(BadScene, OneNameForTwoOutputs) {

@@ -38,7 +38,7 @@ TEST_F(BadUsage, AFarEndChannelThatIsNoNumber) {
 
 TEST_F(BadUsage, ASettingWithoutAnEqualsSign) {
     expectRefused(process({"--set", "config/is_harbor"}), kWrongUsage,
-                  "--set 'config/is_harbor' is no assignment; write --set PATH=VALUE");
+                  "'config/is_harbor' is not an assignment; write PATH=VALUE");
 }
 
 TEST_F(BadUsage, ASettingWithoutAPath) {

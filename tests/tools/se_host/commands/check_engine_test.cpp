@@ -1,4 +1,4 @@
-// Whoever receives a new engine build hears whether it can be used before it ends a process.
+// `se_host check-engine`: whether a new engine build can be used, before a host loads it.
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
@@ -68,7 +68,7 @@ TEST_F(CheckEngine, NamesAGroupThatIsNotWhole) {
         << result.err;
 }
 
-// Whatever the wrapper takes or stops at, the check says so.
+// The check accepts what the wrapper accepts, and refuses what it refuses.
 TEST_F(CheckEngine, AgreesWithWhatTheWrapperDoes) {
     int refused = 0;
     for (const auto& entry : std::filesystem::directory_iterator(kSelibs + "/test_engines")) {

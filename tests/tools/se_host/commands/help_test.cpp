@@ -1,4 +1,6 @@
 // The help texts teach every command and option.
+#include <sstream>
+
 #include "tests/tools/se_host/host_test.h"
 
 namespace se_host_test {
@@ -56,6 +58,36 @@ TEST_F(Help, OfDiags) {
     expectMentions({"diags", "list", "--help"}, {"PATTERN", "--level", "--recording IN", "--far-end FAR",
                                                  "--tuning FILE.json", "--engine NAME", "--json"});
     expectMentions({"diags", "set", "--help"}, {"NAME=VALUE", "--save OUT.json", "--tuning FILE.json"});
+}
+
+// The commands that a help text lists, one a line.
+std::vector<std::string> commandsIn(const std::string& help) {
+    std::vector<std::string> commands;
+    const size_t list = help.find("\nSubcommands:\n");
+    if (list == std::string::npos) return commands;
+    std::istringstream lines(help.substr(help.find('\n', list + 1) + 1));
+    for (std::string line; std::getline(lines, line) && !line.empty();) {
+        if (line[2] != ' ') commands.push_back(line.substr(2, line.find(' ', 2) - 2));
+    }
+    return commands;
+}
+
+TEST_F(Help, OfEveryCommandFitsATerminalOf100Columns) {
+    std::vector<std::vector<std::string>> open{{}};
+    for (size_t i = 0; i < open.size(); ++i) {
+        const std::vector<std::string> command = open[i];
+        std::vector<std::string> arguments = command;
+        arguments.emplace_back("--help");
+        const HostRun result = run(arguments);
+        expectDone(result);
+        std::istringstream lines(result.out);
+        for (std::string line; std::getline(lines, line);) EXPECT_LT(line.size(), 100u) << line;
+        for (const std::string& name : commandsIn(result.out)) {
+            open.push_back(command);
+            open.back().push_back(name);
+        }
+    }
+    EXPECT_EQ(open.size(), 16u) << "the host itself, its commands and those of diags";
 }
 
 TEST_F(Help, TheVersionIsThatOfTheProject) {

@@ -59,7 +59,7 @@ TEST_F(Highpass, KeepsTheChannelsApart) {
     }
 }
 
-TEST_F(Highpass, WorksAtSixteenKilohertzWhateverTheFile) {
+TEST_F(Highpass, WorksAtSixteenKilohertzForEveryFile) {
     const Sound out = filtered(Sound{48000, 1, std::vector<int16_t>(4800, 1000)});
     EXPECT_EQ(out.sample_rate, 16000);
     EXPECT_EQ(out.frames(), 1600u);

@@ -1,4 +1,4 @@
-// `se_host info`, for people and for machines.
+// `se_host info`, as text and as JSON.
 #include <nlohmann/json.hpp>
 
 #include "tests/tools/se_host/host_test.h"
@@ -85,7 +85,7 @@ TEST_F(Info, ListsThePropertiesThatCanBeSet) {
               (nlohmann::json{{"type", "string"}, {"value", "se_lib_harborv006"}, {"read_only", true}}));
 }
 
-TEST_F(Info, ForPeopleItSaysTheSame) {
+TEST_F(Info, TheTextSaysTheSame) {
     const HostRun result = run({"info"});
     expectDone(result);
     for (const char* word :

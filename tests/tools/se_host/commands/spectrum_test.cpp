@@ -75,7 +75,7 @@ TEST_F(SpectrumCommand, IsThatOfTheChannelAskedFor) {
     EXPECT_EQ(loudestBin(json({"--channel", "1"})["dbfs"]), 128u);
 }
 
-TEST_F(SpectrumCommand, ForPeopleItNamesTheHighestPeaks) {
+TEST_F(SpectrumCommand, TheTextNamesTheHighestPeaks) {
     writeSound(path("in.wav"), tone(1000, 16384));
     const HostRun result = spectrum();
     expectDone(result);

@@ -1,4 +1,4 @@
-// What a run tells, for people and for machines.
+// The summary of a run, as text and as JSON.
 #include <nlohmann/json.hpp>
 
 #include "tests/tools/se_host/host_test.h"
@@ -85,7 +85,7 @@ TEST_F(Summary, TheLevelOfSilenceIsNull) {
     EXPECT_TRUE(json({"--bypass"})["levels"]["output"]["rms_dbfs"].is_null());
 }
 
-TEST_F(Summary, NobodyIsFoundInSilence) {
+TEST_F(Summary, FindsNoTalkerInSilence) {
     writeSound(path("in.wav"), Sound{16000, 8, std::vector<int16_t>(8 * 1600, 0)});
     EXPECT_TRUE(json()["talker"].is_null());
     EXPECT_NE(process().out.find("no direction found"), std::string::npos);
@@ -102,7 +102,7 @@ TEST_F(Summary, BytesThatAreNoTextStillGiveJson) {
     EXPECT_TRUE(nlohmann::json::accept(result.out));
 }
 
-TEST_F(Summary, ForPeopleItNamesWhatRanAndWhatCameOut) {
+TEST_F(Summary, TheTextNamesWhatRanAndWhatCameOut) {
     const HostRun result = process();
     expectDone(result);
     for (const char* word : {"in.wav -> ", "out.wav", "se_lib_beamv1.14", "8 channels", "3 blocks", "far end",

@@ -48,7 +48,7 @@ TEST_F(DiagsDiff, NamesTheFileThatIsNoTuning) {
     writeText("b.json", "{}");
     noteFiles();
     expectRefused(diags({"diff", path("a.json"), path("b.json")}), kFailure,
-                  "'" + path("b.json") + "' is no tuning: 'engine' is missing");
+                  "'" + path("b.json") + "' is not a tuning file: 'engine' is missing");
 }
 
 TEST_F(DiagsDiff, NeedsTwo) {

@@ -30,7 +30,7 @@ TEST_F(DiagsGet, TellsTheValuesAfterARecording) {
               "sesys_blocks: 12\nsesys_sample_clock: 1920\n");
 }
 
-TEST_F(DiagsGet, HearsTheFarEndOfTheRecording) {
+TEST_F(DiagsGet, ProcessesTheFarEndOfTheRecording) {
     makeRecording(3);
     EXPECT_EQ(printed({"get", "sercv_far_end_energy", "--recording", path("in.wav")}),
               "sercv_far_end_energy: 0\n");

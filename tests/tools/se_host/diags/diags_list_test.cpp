@@ -1,4 +1,4 @@
-// What an engine offers to look at and tune, as `se_host diags list` shows it.
+// An engine's diagnostics, as `se_host diags list` shows them.
 #include <algorithm>
 
 #include "tests/tools/se_host/diags/diags_test.h"

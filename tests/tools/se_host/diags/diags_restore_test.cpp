@@ -101,10 +101,10 @@ TEST_F(DiagsRestore, RefusesSingleValuesAndAppliesTheOthers) {
               "2 changed, 27 kept for the record, 0 unknown, 6 refused\n");
     EXPECT_EQ(result.errorLines(), 6u) << result.err;
     for (const char* why :
-         {"'1e+300' is out of range for 'sent_blocks'", "'wide' is no value for 'mmfx_look_mode'",
-          "'[1,2]' is no value for 'mmfx_force_location_index'",
-          "'true' is no value for 'mmfx_bypass_location_search'",
-          "'loud' is no value for 'mmfx_rear_rejection_db', which takes a number",
+         {"'1e+300' is out of range for 'sent_blocks'", "'wide' is not a value for 'mmfx_look_mode'",
+          "'[1,2]' is not a value for 'mmfx_force_location_index'",
+          "'true' is not a value for 'mmfx_bypass_location_search'",
+          "'loud' is not a value for 'mmfx_rear_rejection_db', which takes a number",
           "'mmfx_switch_hold_blocks' was set to '2000', but the engine holds '1000'"}) {
         EXPECT_NE(result.err.find(why), std::string::npos) << why << " in\n" << result.err;
     }
@@ -141,9 +141,9 @@ class DiagsRestoreRefuses : public DiagsTest, public ::testing::WithParamInterfa
 TEST_P(DiagsRestoreRefuses, AFileThatIsNoTuning) {
     writeText("a.json", GetParam().text);
     noteFiles();
-    expectRefused(
-        diags({"restore", path("a.json")}), kFailure,
-        "'" + path("a.json") + "' is no tuning: " + GetParam().why + "; 'se_host diags dump' writes one");
+    expectRefused(diags({"restore", path("a.json")}), kFailure,
+                  "'" + path("a.json") + "' is not a tuning file: " + GetParam().why +
+                      "; 'se_host diags dump' writes one");
 }
 
 #define ENGINE R"({"engine": {"build": "b", "version": "v"})"
@@ -151,24 +151,24 @@ TEST_P(DiagsRestoreRefuses, AFileThatIsNoTuning) {
 INSTANTIATE_TEST_SUITE_P(
     Files, DiagsRestoreRefuses,
     ::testing::Values(
-        Broken{"Empty", "", "it is no JSON"}, Broken{"CutOff", "{", "it is no JSON"},
-        Broken{"NumberBeyondAll", ENGINE R"(, "diagnostics": {"a": {"value": 1e999}}})", "it is no JSON"},
+        Broken{"Empty", "", "it is not JSON"}, Broken{"CutOff", "{", "it is not JSON"},
+        Broken{"NumberBeyondAll", ENGINE R"(, "diagnostics": {"a": {"value": 1e999}}})", "it is not JSON"},
         Broken{"AList", "[]", "'engine' is missing"}, Broken{"ANumber", "7", "'engine' is missing"},
         Broken{"EngineANumber", R"({"engine": 7})", "'build' is missing"},
         Broken{"NoVersion", R"({"engine": {"build": "b"}})", "'version' is missing"},
-        Broken{"VersionANumber", R"({"engine": {"build": "b", "version": 7}})", "'version' is no text"},
+        Broken{"VersionANumber", R"({"engine": {"build": "b", "version": 7}})", "'version' is not a text"},
         Broken{"NoDiagnostics", ENGINE "}", "'diagnostics' is missing"},
         Broken{"DiagnosticsAList", ENGINE R"(, "diagnostics": [1]})", "'diagnostics' holds no names"},
         Broken{"DiagnosticANumber", ENGINE R"(, "diagnostics": {"a": 7}})", "'a' has no 'value'"},
         Broken{"NoValue", ENGINE R"(, "diagnostics": {"a\nb": {"writable": true}}})", "'a b' has no 'value'"},
         Broken{"ValueAnObject", ENGINE R"(, "diagnostics": {"a": {"value": {}}}})",
-               "the value of 'a' is no number, text or list of them"},
+               "the value of 'a' is not a number, a text or a list of them"},
         Broken{"ValueNested", ENGINE R"(, "diagnostics": {"a": {"value": [[1]]}}})",
-               "the value of 'a' is no number, text or list of them"},
+               "the value of 'a' is not a number, a text or a list of them"},
         Broken{"SwitchesAList", ENGINE R"(, "diagnostics": {}, "switches": [true]})",
                "'switches' holds no names"},
         Broken{"SwitchAnObject", ENGINE R"(, "diagnostics": {}, "switches": {"aec_bypass": {}}})",
-               "the value of 'aec_bypass' is no number, text or list of them"}));
+               "the value of 'aec_bypass' is not a number, a text or a list of them"}));
 
 }  // namespace
 }  // namespace se_host_test

@@ -118,10 +118,11 @@ INSTANTIATE_TEST_SUITE_P(
         Refused{"sesys_blocks=1", "'sesys_blocks' is read-only"},
         Refused{"sent_state=1", "'sent_state' is read-only"},
         Refused{"semic_peak=1", "'semic_peak' is an array; arrays can only be read"},
-        Refused{"mmfx_look_mode=wide", "'wide' is no value for 'mmfx_look_mode', which takes a whole number"},
-        Refused{"sent_blocks=1.5", "'1.5' is no value for 'sent_blocks', which takes a whole number"},
-        Refused{"sent_blocks=", "'' is no value for 'sent_blocks'"},
-        Refused{"sent_blocks=3x", "'3x' is no value for 'sent_blocks'"},
+        Refused{"mmfx_look_mode=wide",
+                "'wide' is not a value for 'mmfx_look_mode', which takes a whole number"},
+        Refused{"sent_blocks=1.5", "'1.5' is not a value for 'sent_blocks', which takes a whole number"},
+        Refused{"sent_blocks=", "'' is not a value for 'sent_blocks'"},
+        Refused{"sent_blocks=3x", "'3x' is not a value for 'sent_blocks'"},
         Refused{"sent_blocks=-1", "'-1' is out of range for 'sent_blocks', which takes 0 to 4294967295"},
         Refused{"mmfx_force_location_index=32768",
                 "'32768' is out of range for 'mmfx_force_location_index', which takes -32768 to 32767"},
@@ -130,11 +131,11 @@ INSTANTIATE_TEST_SUITE_P(
         Refused{"mmfx_search_gate_energy=-1", "which takes 0 to 2147483647"},
         Refused{"mmfx_rear_rejection_db=nan", "which takes a number"},
         Refused{"mmfx_rear_rejection_db=1e39", "'1e39' is out of range for 'mmfx_rear_rejection_db'"},
-        Refused{"mmfx_rear_rejection_db=1e999", "'1e999' is no value for 'mmfx_rear_rejection_db'"},
+        Refused{"mmfx_rear_rejection_db=1e999", "'1e999' is not a value for 'mmfx_rear_rejection_db'"},
         Refused{"aec_bypass=2", "\"aec_bypass\" takes 0 or 1, not \"2\""},
         Refused{"aec_bypass=on", "\"aec_bypass\" takes 0 or 1, not \"on\""},
-        Refused{"sent_blocks", "'sent_blocks' is no assignment; write NAME=VALUE"},
-        Refused{"=1", "'=1' is no assignment; write NAME=VALUE"}));
+        Refused{"sent_blocks", "'sent_blocks' is not an assignment; write NAME=VALUE"},
+        Refused{"=1", "'=1' is not an assignment; write NAME=VALUE"}));
 
 }  // namespace
 }  // namespace se_host_test

@@ -37,7 +37,7 @@ TEST_F(ProcessTuning, WarnsOfWhatDoesNotFitAndGoesOn) {
 TEST_F(ProcessTuning, OfABrokenFileIsRefused) {
     writeText("a.json", "{");
     noteFiles();
-    expectRefused(process({"--tuning", path("a.json")}), kFailure, "is no tuning: it is no JSON");
+    expectRefused(process({"--tuning", path("a.json")}), kFailure, "is not a tuning file: it is not JSON");
 }
 
 TEST_F(ProcessTuning, IsNotOverwritten) {

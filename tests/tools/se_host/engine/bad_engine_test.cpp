@@ -1,4 +1,6 @@
-// Engines that cannot be used. What the wrapper says of them before it gives up is what the user reads.
+// Engines that cannot be used: the user reads the wrapper's own reason.
+#include <sys/stat.h>
+
 #include <filesystem>
 
 #include "tests/tools/se_host/host_test.h"
@@ -34,6 +36,40 @@ TEST_F(BadEngine, AFileThatIsNoLibrary) {
 
 TEST_F(BadEngine, AFolder) {
     expectRefused(process({"--engine", "test_engines"}), kFailure, "cannot be loaded (");
+}
+
+TEST_F(BadEngine, AFileThatWasCutShort) {
+    const auto engines = std::filesystem::path(SE_HOST_PATH).parent_path() / "selibs";
+    for (const char* build : {"se_lib_beamv1.14", "se_lib_harborv006"}) {
+        const auto size = std::filesystem::file_size(engines / build);
+        for (const unsigned percent : {1u, 10u, 50u, 80u}) {
+            std::filesystem::copy_file(engines / build, path("engine"),
+                                       std::filesystem::copy_options::overwrite_existing);
+            std::filesystem::resize_file(path("engine"), size * percent / 100);
+            noteFiles();
+            expectRefused(process({"--engine", engineName("engine")}), kFailure, "cut short");
+            expectRefused(
+                run({"check-engine", path("engine")}), kFailure,
+                "'" + path("engine") + "' cannot be loaded (" + path("engine") + " ends before its ");
+        }
+    }
+}
+
+TEST_F(BadEngine, APipe) {
+    ASSERT_EQ(::mkfifo(path("engine").c_str(), 0600), 0);
+    noteFiles();
+    expectRefused(process({"--engine", engineName("engine")}), kFailure, "engine is not a regular file");
+    expectRefused(run({"check-engine", path("engine")}), kFailure, "engine is not a regular file");
+}
+
+TEST_F(BadEngine, TheBuildOfTheDeviceModelCutShortIsRefusedWithTheReason) {
+    const std::string build = path("copy/bin/selibs/se_lib_beamv1.14");
+    std::filesystem::create_directories(path("copy/bin/selibs"));
+    std::filesystem::copy_file(std::filesystem::path(SE_HOST_PATH).parent_path() / "selibs/se_lib_beamv1.14",
+                               build);
+    std::filesystem::resize_file(build, std::filesystem::file_size(build) / 2);
+    expectRefused(runCopy({"process", path("in.wav"), path("out.wav")}), kFailure,
+                  "Could not open shared library at " + build + " (" + build + " ends before its ");
 }
 
 TEST_F(BadEngine, AMissingEntryPointIsNamed) {

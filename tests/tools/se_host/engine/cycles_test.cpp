@@ -1,4 +1,4 @@
-// Where the cycles of a block go: the shares are told for either run, and they add up.
+// Where the cycles of a block go: the shares are shown for either run, and they add up.
 #include <nlohmann/json.hpp>
 
 #include "tests/tools/se_host/host_test.h"
@@ -50,7 +50,7 @@ TEST_P(Cycles, CountTheCallsOfEachHook) {
     EXPECT_GE(hooks["AecConvolution"]["calls"], 0);
 }
 
-TEST_P(Cycles, AreToldOfBothRunsWhenRoutinesAreCompared) {
+TEST_P(Cycles, AreShownForBothRunsWhenRoutinesAreCompared) {
     const Json summary = json({"--cycles", "--compare-routines"});
     expectSharesOf(summary["cycles"], 10);
     expectSharesOf(summary["engine_routines"]["cycles"], 10);

@@ -1,4 +1,4 @@
-// What the engine answers is what the summary tells.
+// What the engine answers is what the summary shows.
 #include <nlohmann/json.hpp>
 
 #include "tests/tools/se_host/host_test.h"

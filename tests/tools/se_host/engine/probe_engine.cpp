@@ -58,7 +58,7 @@ EXPORT void RcvIfProcessReceivePath(const int16_t* in, int16_t* out) {
     g_far_end_is_fresh = true;
 }
 
-// Constant 1: no far-end block came for this one; constant 2: nobody started the engine. A recording asks for
+// Constant 1: no far-end block came for this one; constant 2: the engine was not started. A recording asks for
 // an interruption by a certain first sample of the centre microphone.
 EXPORT void MMIfProcessMicrophones(int16_t* centre, int16_t*, int16_t* out) {
     if (centre[0] == kInterruptSample) raise(centre[1]);

@@ -28,7 +28,7 @@ class PictureTest : public HostTest {
         return text.str();
     }
 
-    // A gnuplot that answers --version and then does as told.
+    // A gnuplot that answers --version and then runs `commands`.
     void pretendGnuplot(const std::string& commands) {
         std::filesystem::create_directory(path("bin"));
         writeText("bin/gnuplot", "#!/bin/sh\n[ \"$1\" = --version ] && exit 0\n" + commands + "\n");

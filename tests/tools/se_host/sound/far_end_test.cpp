@@ -35,7 +35,7 @@ TEST_F(FarEnd, AChannelOfTheRecordingReachesTheEngineInStep) {
     EXPECT_EQ(seenByTheEngine({"--far-end-channel", "3"}), channelOf(recording_, 3));
 }
 
-TEST_F(FarEnd, WithoutOneTheEngineHearsASilentLoudspeaker) {
+TEST_F(FarEnd, WithoutOneTheLoudspeakerIsSilent) {
     EXPECT_EQ(seenByTheEngine({}), std::vector<int16_t>(1000, 0));
 }
 

@@ -25,7 +25,7 @@ class Formats : public HostTest {
     }
 };
 
-// Every 16-bit sample arrives as it is in whatever format holds it exactly.
+// Every 16-bit sample arrives unchanged from each format that holds it exactly.
 class ExactFormats : public Formats, public ::testing::WithParamInterface<int> {};
 
 TEST_P(ExactFormats, KeepEverySample) {

@@ -1,4 +1,4 @@
-// With a simulated recording's parts at hand the summary tells what became of each.
+// With a simulated recording's parts at hand the summary shows what became of each.
 #include <nlohmann/json.hpp>
 
 #include "tests/tools/se_host/host_test.h"
@@ -29,17 +29,17 @@ TEST_F(SceneParts, TellHowMuchOfTheEchoIsGone) {
 
 TEST_F(SceneParts, TellThatABypassedEngineLeavesTheEcho) {
     makeCall({"--seconds", "4", "--echo", "-30", "--level", "none"});
-    const auto told = effect({"--far-end-channel", "0", "--bypass"});
-    EXPECT_NEAR(told["echo_return_loss_enhancement_db"], 0, 2);
-    EXPECT_TRUE(told["talker_change_db"].is_null());
+    const auto shown = effect({"--far-end-channel", "0", "--bypass"});
+    EXPECT_NEAR(shown["echo_return_loss_enhancement_db"], 0, 2);
+    EXPECT_TRUE(shown["talker_change_db"].is_null());
 }
 
 TEST_F(SceneParts, TellHowMuchOfTheNoiseIsGoneAndThatTheVoiceIsNot) {
     makeCall({"--seconds", "6", "--talker-start", "4", "--sensor-noise", "-55"});
-    const auto told = effect({});
-    EXPECT_TRUE(told["echo_return_loss_enhancement_db"].is_null());
-    EXPECT_GT(told["noise_reduction_db"], 12);
-    EXPECT_NEAR(told["talker_change_db"], 0, 2);
+    const auto shown = effect({});
+    EXPECT_TRUE(shown["echo_return_loss_enhancement_db"].is_null());
+    EXPECT_GT(shown["noise_reduction_db"], 12);
+    EXPECT_NEAR(shown["talker_change_db"], 0, 2);
 }
 
 TEST_F(SceneParts, AreLinesOfTheSummary) {
