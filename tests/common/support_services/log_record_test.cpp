@@ -77,6 +77,15 @@ TEST(LogRecord, ASinkMayReplaceItself) {
     EXPECT_EQ(second, 1);
 }
 
+TEST(LogRecord, OnlyLevelOneEndsTheProcess) {
+    const ScopedLogCapture log;
+    for (const int level : {-1, 0, 2, 3, 4, 5}) {
+        int uid = -1;
+        LoggingStream(nullptr, level, "se_wrapper", "source", "function", 12, &uid).stream() << level;
+    }
+    EXPECT_EQ(log.texts(), (std::vector<std::string>{"-1", "0", "2", "3", "4", "5"}));
+}
+
 TEST(LogRecord, ExplicitStreamEmitsWhenItIsDestroyed) {
     const ScopedLogCapture log;
     int uid = -1;
