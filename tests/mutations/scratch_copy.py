@@ -67,9 +67,11 @@ class ScratchCopy:
         try:
             output = tests.communicate(timeout=seconds)[0]
         except subprocess.TimeoutExpired:
-            os.killpg(tests.pid, signal.SIGKILL)
-            tests.communicate()
             return f"the time limit of {seconds} s"
+        finally:
+            if tests.poll() is None:
+                os.killpg(tests.pid, signal.SIGKILL)
+                tests.wait()
         if tests.returncode == 0:
             return None
         found = re.search(r"^\s*\d+ - (\S+).* \(", output, re.MULTILINE)
