@@ -27,16 +27,11 @@ constexpr Feature kFeatures[] = {
     {"avx512-vnni", &quill::CPUInfo::has_avx512_vnni},
 };
 
-bool isOptional(se::EngineRowKind kind) {
-    return kind != se::EngineRowKind::mandatory && kind != se::EngineRowKind::alternatives &&
-           kind != se::EngineRowKind::hook;
-}
-
 // Asks the library and not the table: the wrapper's own defaults stand in some slots of the table.
 std::vector<Presence> optionalEntryPoints(quill::DynLibHandle engine) {
     std::vector<Presence> found;
     for (const se::EngineRow& row : se::kEngineRows) {
-        if (!isOptional(row.kind)) continue;
+        if (se::isRequired(row.kind)) continue;
         found.push_back({row.symbols[0], quill::getSymbolAddress(engine, row.symbols[0]) != nullptr});
     }
     return found;
