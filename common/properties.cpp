@@ -9,7 +9,7 @@
 namespace quill {
 namespace {
 
-// Replaces the node's metadata by what was declared, as one change, unless it is that already.
+// Replaces the node's metadata by the declared entries, as one change, unless they are equal.
 void replaceMetadata(PropertyNode& node, const PropertyNodeData::Metadata& declared) {
     PropertyNodeData::SharedDataLock lock(&node, nullptr);
     if (lock->metadata == nullptr) lock->metadata = std::make_shared<PropertyNodeData::Metadata>();
@@ -42,7 +42,10 @@ StaticPropertyBase<T, Wrapper, Derived>::StaticPropertyBase(const std::string& p
     : data_(std::make_shared<Data>()) {
     data_->path = path;
     data_->default_value = std::move(default_value);
-    data_->file = file;
+    if (file != nullptr) {
+        data_->owned_file = file;
+        data_->file = data_->owned_file.c_str();
+    }
     data_->pending_metadata = std::make_shared<PropertyNodeData::Metadata>();
 }
 
@@ -62,6 +65,7 @@ const PropertyNodePtr& StaticPropertyBase<T, Wrapper, Derived>::node() const {
     if (data_->wrapper == nullptr) {
         std::fprintf(stderr, "Tried to use a static property (%s) before the property system is initialized.",
                      data_->path.c_str());
+        std::fflush(stderr);  // the trap ends the process without it
         QUILL_BREAKPOINT_TRAP();
     }
     return data_->wrapper->node;
@@ -69,6 +73,7 @@ const PropertyNodePtr& StaticPropertyBase<T, Wrapper, Derived>::node() const {
 
 template <class T, class Wrapper, class Derived>
 void StaticPropertyBase<T, Wrapper, Derived>::Data::initialize(const StaticPropertyInitArgs& args) {
+    if (wrapper != nullptr && wrapper->node == args.root->getNode(path, false)) return;
     if (path.empty()) {
         QUILL_ASSERTION_FAILED(record_sites::kEmptyPropertyPath,
                                "Assertion failed: Property path cannot be empty string.");
@@ -79,10 +84,7 @@ void StaticPropertyBase<T, Wrapper, Derived>::Data::initialize(const StaticPrope
     fallback.set<T>(default_value);
     node->setDefaultValue(fallback);
     if (file != nullptr) node->setMeta<std::string>("file_name", file);
-    // Left alone when it is right already: other threads may be reading it.
-    if (wrapper == nullptr || wrapper->node != node) {
-        wrapper = std::make_shared<Wrapper>(Wrapper{node});
-    }
+    wrapper = std::make_shared<Wrapper>(Wrapper{node});
     if (on_initialized != nullptr) (*on_initialized)(node);
 }
 

@@ -8,8 +8,8 @@
 namespace quill {
 namespace {
 
-// What a value of this type looks like to somebody who has to type one.
-std::string whatPeopleType(const PropertyValue& value) {
+// The texts that setFromText takes for a value of this type.
+std::string acceptedTexts(const PropertyValue& value) {
     if (value.holds<bool>()) return "0 or 1";
     if (value.holds<int>()) return "a whole number from -2147483648 to 2147483647";
     if (value.holds<long>()) return "a whole number of at most 64 bits";
@@ -19,11 +19,11 @@ std::string whatPeopleType(const PropertyValue& value) {
 
 }  // namespace
 
-// Counts a change that was made, and tells the listeners. The record is built only if somebody listens.
+// Counts a change that was made, and tells the listeners. The record is built only for a node with listeners.
 void PropertyNode::countChange(Lock& lock, int32_t kind, const std::string& name,
                                const PropertyValue& value) {
     ++lock->change_counter;
-    if (listeners_ == nullptr || listeners_->empty()) return;
+    if (listeners_.empty()) return;
     fireChangedOnData(lock, PropertyChangeInfo{kind, name, value, lock->change_counter});
 }
 
@@ -103,15 +103,16 @@ PropertyValue PropertyNode::defaultValue() {
 
 bool PropertyNode::setFromText(const std::string& text, std::string* error) {
     Lock lock(this, nullptr);
-    const PropertyValue* const read_only = lock->findMeta("read_only");
-    if (read_only != nullptr && read_only->toString() == "1") {
+    bool read_only = false;
+    if (const PropertyValue* const entry = lock->findMeta("read_only")) entry->get(read_only);
+    if (read_only) {
         if (error != nullptr) *error = "\"" + full_name_ + "\" is read-only";
         return false;
     }
     PropertyValue edited = lock->value;
     if (!edited.setFromWholeText(text)) {
         if (error != nullptr) {
-            *error = "\"" + full_name_ + "\" takes " + whatPeopleType(edited) + ", not \"" + text + "\"";
+            *error = "\"" + full_name_ + "\" takes " + acceptedTexts(edited) + ", not \"" + text + "\"";
         }
         return false;
     }

@@ -1,48 +1,153 @@
 #include "common/property_listeners.h"
 
+#include <condition_variable>
+#include <deque>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <thread>
 #include <utility>
 
+#include "common/property_node_data.h"
+
 namespace quill {
+namespace {
 
-uint64_t PropertyListeners::add(PropertyListener listener) {
-    listeners_.emplace(next_id_, std::make_shared<const PropertyListener>(std::move(listener)));
-    return next_id_++;
-}
+struct Change {
+    PropertyChangeInfo info;
+    uint64_t end_id;  // listeners from here on were added after the change
+};
 
-void PropertyListeners::remove(uint64_t id) {
-    // Taken out before it dies: what it captured may use the node while being destroyed.
-    const auto removed = listeners_.extract(id);
-}
+}  // namespace
 
-void PropertyListeners::deliver(PropertyNode& node, const PropertyChangeInfo& info) {
-    waiting_.push_back({info, next_id_});
-    if (delivering_) return;
+struct PropertyListeners::List {
+    using Listener = std::shared_ptr<const PropertyListener>;
 
-    struct Scope {
-        PropertyListeners& self;
-        ~Scope() {
-            self.delivering_ = false;
-            self.waiting_.clear();
-        }
-    };
-    delivering_ = true;
-    const Scope scope{*this};
-    while (!waiting_.empty()) {
-        const Change change = std::move(waiting_.front());
-        waiting_.pop_front();
-        tell(node, change);
+    void tell(PropertyNode& node, const Change& change);
+
+    std::mutex mutex;  // of the next five
+    std::map<uint64_t, Listener> listeners;
+    uint64_t next_id = 1;
+    uint64_t running_id = 0;  // 0: no listener runs
+    std::thread::id running_thread;
+    std::condition_variable returned;
+
+    // Under the node's lock.
+    std::deque<Change> waiting;
+    bool delivering = false;
+
+    class Call;
+};
+
+// One call of the first listener from `begin` to before `end`, if there is one. Until it ends, the listener
+// is kept alive and its removal waits.
+class PropertyListeners::List::Call {
+  public:
+    Call(List& list, uint64_t begin, uint64_t end) : list_(list) {
+        const std::lock_guard lock(list_.mutex);
+        const auto found = list_.listeners.lower_bound(begin);
+        if (found == list_.listeners.end() || found->first >= end) return;
+        id_ = found->first;
+        listener_ = found->second;
+        list_.running_id = id_;
+        list_.running_thread = std::this_thread::get_id();
+    }
+    ~Call() {
+        if (listener_ == nullptr) return;
+        listener_.reset();  // with the mutex free: what a removed listener captured may use the list
+        const std::lock_guard lock(list_.mutex);
+        list_.running_id = 0;
+        list_.returned.notify_all();
+    }
+    Call(const Call&) = delete;
+    Call& operator=(const Call&) = delete;
+
+    const PropertyListener* listener() const { return listener_.get(); }
+    uint64_t id() const { return id_; }
+
+  private:
+    List& list_;
+    Listener listener_;
+    uint64_t id_ = 0;
+};
+
+// Listeners are added and removed during the calls, so each is looked up when the one before it has ended.
+void PropertyListeners::List::tell(PropertyNode& node, const Change& change) {
+    for (uint64_t next = 1;;) {
+        const Call call(*this, next, change.end_id);
+        if (call.listener() == nullptr) return;
+        (*call.listener())(node, change.info);
+        next = call.id() + 1;
     }
 }
 
-// Listeners come and go during the calls, and when one that removed itself dies after its own: each is held
-// while it runs, and the next is looked up only when it has been let go.
-void PropertyListeners::tell(PropertyNode& node, const Change& change) {
-    uint64_t last = 0;
-    for (auto next = listeners_.begin(); next != listeners_.end() && next->first < change.end_id;
-         next = listeners_.upper_bound(last)) {
-        last = next->first;
-        const std::shared_ptr<const PropertyListener> listener = next->second;
-        (*listener)(node, change.info);
+// What a listener captured may add another one while it is destroyed, so the list is emptied until it stays
+// empty.
+PropertyListeners::~PropertyListeners() {
+    List* const list = list_.load(std::memory_order_acquire);
+    if (list == nullptr) return;
+    while (!list->listeners.empty()) {
+        const auto destroyed = std::exchange(list->listeners, {});
+    }
+    delete list;
+}
+
+// Made by the first thread that needs it.
+PropertyListeners::List& PropertyListeners::list() {
+    if (List* const made = list_.load(std::memory_order_acquire)) return *made;
+    auto fresh = std::make_unique<List>();
+    List* made = nullptr;
+    if (list_.compare_exchange_strong(made, fresh.get(), std::memory_order_acq_rel)) return *fresh.release();
+    return *made;
+}
+
+uint64_t PropertyListeners::add(PropertyListener listener) {
+    if (!listener) return 0;
+    auto shared = std::make_shared<const PropertyListener>(std::move(listener));
+    List& list = this->list();
+    const std::lock_guard lock(list.mutex);
+    list.listeners.emplace(list.next_id, std::move(shared));
+    return list.next_id++;
+}
+
+void PropertyListeners::remove(uint64_t id) {
+    List* const list = list_.load(std::memory_order_acquire);
+    if (list == nullptr || id == 0) return;
+    std::map<uint64_t, List::Listener>::node_type removed;
+    std::unique_lock lock(list->mutex);
+    removed = list->listeners.extract(id);
+    list->returned.wait(
+        lock, [&] { return list->running_id != id || list->running_thread == std::this_thread::get_id(); });
+}
+
+bool PropertyListeners::empty() const {
+    List* const list = list_.load(std::memory_order_acquire);
+    if (list == nullptr) return true;
+    const std::lock_guard lock(list->mutex);
+    return list->listeners.empty();
+}
+
+void PropertyListeners::deliver(PropertyNode& node, const PropertyChangeInfo& info) {
+    List& list = this->list();
+    {
+        const std::lock_guard lock(list.mutex);
+        list.waiting.push_back({info, list.next_id});
+    }
+    if (list.delivering) return;
+
+    struct Scope {
+        List& list;
+        ~Scope() {
+            list.delivering = false;
+            list.waiting.clear();
+        }
+    };
+    list.delivering = true;
+    const Scope scope{list};
+    while (!list.waiting.empty()) {
+        const Change change = std::move(list.waiting.front());
+        list.waiting.pop_front();
+        list.tell(node, change);
     }
 }
 

@@ -1,42 +1,45 @@
-// The listeners of one node and the delivery of its changes to them.
-// Threads: no lock of its own; used under the node's lock only, listeners included.
+// The listeners of one node and the delivery of its changes to them. The list has a lock of its own, which no
+// thread holds while a listener runs. The delivery is under the node's lock: one listener runs at a time.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
-#include <deque>
 #include <functional>
-#include <map>
-#include <memory>
-
-#include "common/property_node_data.h"
 
 namespace quill {
 
+class PropertyNode;
+struct PropertyChangeInfo;
+
 using PropertyListener = std::function<void(PropertyNode&, const PropertyChangeInfo&)>;
 
-// Every listener sees the changes made while it was listening, each once, in the order of the counter: a
-// change made by a listener waits until the one under way has been told to all.
+// Every listener sees the changes made while it is in the list, each once, in the order of the counter: a
+// change made by a listener waits until the change in progress has been told to all.
 class PropertyListeners {
   public:
-    uint64_t add(PropertyListener listener);
-    void remove(uint64_t id);
-    bool empty() const { return listeners_.empty(); }
+    PropertyListeners() = default;
+    ~PropertyListeners();
+    PropertyListeners(const PropertyListeners&) = delete;
+    PropertyListeners& operator=(const PropertyListeners&) = delete;
 
-    // fails: an exception of a listener passes through; it ends the delivery of this change and of those
-    // that waited behind it.
+    // Returns the listener's number; 0 when the function is empty. Waits for no listener.
+    uint64_t add(PropertyListener listener);
+
+    // Waits for a call of this listener on another thread. The listener is destroyed last: what it captured
+    // may use the list, or own the node that owns the list.
+    void remove(uint64_t id);
+
+    bool empty() const;
+
+    // needs: the node's lock. fails: an exception of a listener passes through; it ends the delivery of this
+    // change and of those that wait behind it.
     void deliver(PropertyNode& node, const PropertyChangeInfo& info);
 
   private:
-    struct Change {
-        PropertyChangeInfo info;
-        uint64_t end_id;  // listeners from here on came after the change
-    };
-    void tell(PropertyNode& node, const Change& change);
+    struct List;
+    List& list();
 
-    std::map<uint64_t, std::shared_ptr<const PropertyListener>> listeners_;
-    uint64_t next_id_ = 1;
-    std::deque<Change> waiting_;
-    bool delivering_ = false;
+    std::atomic<List*> list_{nullptr};  // null until the first listener is added
 };
 
 }  // namespace quill

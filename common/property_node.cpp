@@ -23,22 +23,30 @@ PropertyNodePtr PropertyNode::createRoot() {
     return PropertyNodePtr(new PropertyNode({}, {}));
 }
 
-// Branches are taken apart in a loop, because a path may have more components than the stack has room for: the
-// children of a node that dies in the loop join it.
+// Branches are destroyed in a loop, because recursion over a path of many components would exhaust the stack:
+// the children of a node that is destroyed in the loop are added to it.
 PropertyNode::~PropertyNode() {
-    thread_local std::vector<PropertyNodePtr>* under_way = nullptr;
-    if (under_way != nullptr) {
-        children_.giveUp(*under_way);
+    thread_local std::vector<PropertyNodePtr>* in_progress = nullptr;
+    if (in_progress != nullptr) {
+        children_.release(*in_progress);
         return;
     }
-    std::vector<PropertyNodePtr> doomed;
-    children_.giveUp(doomed);
-    under_way = &doomed;
-    while (!doomed.empty()) {
-        const PropertyNodePtr node = std::move(doomed.back());
-        doomed.pop_back();
+    std::vector<PropertyNodePtr> pending;
+    children_.release(pending);
+    in_progress = &pending;
+    while (!pending.empty()) {
+        const PropertyNodePtr node = std::move(pending.back());
+        pending.pop_back();
     }
-    under_way = nullptr;
+    in_progress = nullptr;
+}
+
+const std::string& PropertyNode::name() const {
+    return name_;
+}
+
+std::string PropertyNode::getFullName() const {
+    return full_name_;
 }
 
 std::vector<PropertyNodePtr> PropertyNode::children() const {
@@ -57,7 +65,7 @@ bool PropertyNode::exists(const std::string& path) {
     return find(path, false) != nullptr;
 }
 
-// Plain pointers suffice on the way: nodes are never removed from a tree that somebody holds.
+// Plain pointers suffice on the way: nodes are never removed from a tree that is held.
 PropertyNode* PropertyNode::find(std::string_view path, bool create) {
     PropertyNode* node = this;
     while (node != nullptr && !path.empty()) {
@@ -75,19 +83,17 @@ PropertyNode* PropertyNode::makeChild(std::string_view name) {
 }
 
 uint64_t PropertyNode::addListener(PropertyListener listener) {
-    const Lock lock(this, nullptr);
-    if (listeners_ == nullptr) listeners_ = std::make_unique<PropertyListeners>();
-    return listeners_->add(std::move(listener));
+    return listeners_.add(std::move(listener));
 }
 
 void PropertyNode::removeListener(uint64_t id) {
-    const Lock lock(this, nullptr);
-    if (listeners_ != nullptr) listeners_->remove(id);
+    listeners_.remove(id);
 }
 
-void PropertyNode::fireChangedOnData(PropertyNodeData::SharedDataLock& /*lock*/,
-                                     const PropertyChangeInfo& info) {
-    if (listeners_ != nullptr && !listeners_->empty()) listeners_->deliver(*this, info);
+void PropertyNode::fireChangedOnData(PropertyNodeData::SharedDataLock& lock, const PropertyChangeInfo& info) {
+    if (listeners_.empty()) return;
+    lock.keep_alive_ = weak_from_this().lock();  // null while the node is being destroyed
+    listeners_.deliver(*this, info);
 }
 
 }  // namespace quill

@@ -4,11 +4,17 @@
 // for their whole run, so that each is atomic; the thread that has the lock may take it again. Finding and
 // creating nodes takes none of these locks and never waits for a listener; finding takes no lock at all.
 //
-// Listeners run on the thread that made the change, with the node's lock held. So that no two threads wait
-// for each other: a listener uses its own node and nodes whose full name comes later in byte order (its
-// descendants among them), never an earlier one; and nobody calls a node while holding a lock that one of its
-// listeners takes. Whoever holds a SharedDataLock keeps to the same order. The accessors raise their soft
-// assertions under the lock too, so all this goes for assertion handlers and log sinks as for listeners.
+// Listeners run on the thread that made the change, with the node's lock held. Two rules keep threads from
+// waiting for each other:
+// - A listener uses its own node and nodes whose full name comes later in byte order (its descendants among
+//   them), never an earlier one. Code that holds a SharedDataLock keeps to the same order.
+// - Code that holds a lock which a listener of a node takes does not call that node.
+// The accessors raise their soft assertions under the lock too, so both rules hold for assertion handlers and
+// log sinks as for listeners.
+//
+// The list of listeners has a lock of its own, which no thread holds while a listener runs. Adding a listener
+// waits for no listener. Removing one waits only for a call of that very listener on another thread, so the
+// two rules concern removal as well.
 #pragma once
 
 #include <cstdint>
@@ -33,14 +39,14 @@ class QUILL_COMMON_EXPORT PropertyNode : public std::enable_shared_from_this<Pro
     PropertyNode(const PropertyNode&) = delete;
     PropertyNode& operator=(const PropertyNode&) = delete;
 
-    // --- The tree. Nodes are never removed: a node lives as long as its parent, or longer if somebody holds
-    // it.
+    // --- The tree. Nodes are never removed: a node lives as long as its parent, or longer while a pointer to
+    // it is held.
 
     // [any] The last component of the path; the root's is empty.
-    const std::string& name() const { return name_; }
+    const std::string& name() const;
 
     // [any] The path from the root, "diags/basic/x"; the root's is empty.
-    std::string getFullName() const { return full_name_; }
+    std::string getFullName() const;
 
     // [any] The children in name order (bytes).
     std::vector<PropertyNodePtr> children() const;
@@ -64,8 +70,8 @@ class QUILL_COMMON_EXPORT PropertyNode : public std::enable_shared_from_this<Pro
     template <class T>
     void get(T& out, T defaultValue);
 
-    // [any] Sets value and type, whatever "read_only" says. Returns 0 when the node holds this value of this
-    // type already, else the change counter once the listeners have been told.
+    // [any] Sets value and type; "read_only" does not matter. Returns 0 when the node holds this value of
+    // this type already, else the change counter once the listeners have been told.
     template <class T>
     unsigned long set(T value);
 
@@ -76,9 +82,10 @@ class QUILL_COMMON_EXPORT PropertyNode : public std::enable_shared_from_this<Pro
     void setDefaultValue(const PropertyValue& value);
     PropertyValue defaultValue();
 
-    // [any] The door for people: takes a text for the node's present type, a string if it has no value.
-    // fails: false with a sentence in `error` (which may be null), nothing changed, when the node's
-    // "read_only" is true or the type cannot hold the whole text, surrounding blanks aside.
+    // [any] Sets the value from a text that a user typed: in the node's present type, as a string if the node
+    // has no value. fails: false with a sentence in `error` (which may be null), nothing changed, when the
+    // node's "read_only" is true, read as getMeta<bool> reads it, or when the type cannot hold the whole
+    // text, surrounding blanks aside.
     bool setFromText(const std::string& text, std::string* error);
 
     // --- Metadata: named values beside the value. They share the change counter.
@@ -101,17 +108,21 @@ class QUILL_COMMON_EXPORT PropertyNode : public std::enable_shared_from_this<Pro
 
     // --- Listeners
 
-    // [any] Calls the listener for every later change, in the order of the counter. Returns its number, never
-    // 0. From a listener: the change under way is not told to the new one.
+    // [any] Calls the listener for every later change, in the order of the counter; a change that is being
+    // told is not a later one. Waits for no listener. Returns the listener's number, never 0. A value that is
+    // read after this has returned is at least as new as the last change that the listener was not told of.
+    // fails: 0, nothing added, when the function is empty.
     uint64_t addListener(PropertyListener listener);
 
-    // [any] Once this has returned the listener is not called again; unknown numbers are ignored. Waits for a
-    // call under way on another thread. From a listener, its own removal included: the call under way ends in
-    // peace.
+    // [any] Once this has returned the listener is not called again, and what it captured is destroyed. Waits
+    // for a call of this listener on another thread, for no other listener. A listener may remove itself: its
+    // call finishes normally, and what it captured is destroyed after the call. 0 and unknown numbers are
+    // ignored.
     void removeListener(uint64_t id);
 
     // [any] Tells the listeners of a change that was made under `lock`. While a change of this node is being
-    // told, the new one waits for its turn.
+    // told, the new one waits for its turn. If a listener drops the last reference to the node, the node is
+    // destroyed with `lock`.
     void fireChangedOnData(PropertyNodeData::SharedDataLock& lock, const PropertyChangeInfo& info);
 
   private:
@@ -127,7 +138,7 @@ class QUILL_COMMON_EXPORT PropertyNode : public std::enable_shared_from_this<Pro
     const std::string name_;
     PropertyChildren children_;
     PropertyNodeData data_;
-    std::unique_ptr<PropertyListeners> listeners_;  // under the data lock; null until the first is added
+    PropertyListeners listeners_;
 };
 
 }  // namespace quill

@@ -1,5 +1,4 @@
-// The data block of a property node and the lock that guards it.
-// Threads: any; whatever is in the block is touched under its lock only.
+// The data block of a property node and the lock that guards it. The block is used under its lock only.
 #pragma once
 
 #include <cstdint>
@@ -14,6 +13,7 @@
 namespace quill {
 
 class PropertyNode;
+using PropertyNodePtr = std::shared_ptr<PropertyNode>;
 
 // A change as listeners see it.
 struct QUILL_COMMON_EXPORT PropertyChangeInfo {
@@ -56,8 +56,11 @@ class QUILL_COMMON_EXPORT PropertyNodeData {
         void unlock();
 
       private:
+        friend class quill::PropertyNode;
+
         PropertyNodeData* data_;
         bool held_ = true;
+        PropertyNodePtr keep_alive_;  // set while listeners may drop the last reference to the node
     };
 
   private:

@@ -32,9 +32,10 @@ PropertyValueOperators::~PropertyValueOperators() = default;
 
 template <class T>
 std::shared_ptr<PropertyValueOperators> PropertyValueOperatorsT<T>::staticCopy() {
-    static const std::shared_ptr<PropertyValueOperators> instance =
-        std::make_shared<PropertyValueOperatorsT<T>>();
-    return instance;
+    // Never destroyed: destructors of static objects may still use values.
+    static const auto* const instance =
+        new std::shared_ptr<PropertyValueOperators>(std::make_shared<PropertyValueOperatorsT<T>>());
+    return *instance;
 }
 
 template <class T>

@@ -15,6 +15,7 @@
 #include "webrtc_common/se_wrapper/dsp/fft_hooks.h"
 #include "webrtc_common/se_wrapper/dsp/filter.h"
 #include "webrtc_common/se_wrapper/dsp/interpolate.h"
+#include "webrtc_common/se_wrapper/dsp/select_kernels.h"
 #include "webrtc_common/se_wrapper/dsp/simple_fft.h"
 #include "webrtc_common/se_wrapper/engine/library_property.h"
 #include "webrtc_common/se_wrapper/engine/load.h"

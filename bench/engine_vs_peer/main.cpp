@@ -1,18 +1,18 @@
 // engine_vs_peer: the engine beside a well-known public library, on the same scenes.
-// Exit codes: 0 done, whoever is ahead; 1 failure, 2 wrong usage.
-// Threads: one.
-#include <CLI/CLI.hpp>
+// Exit codes: 0 done, whichever is ahead; 1 failure, 2 wrong usage.
 #include <iostream>
 #include <stdexcept>
 #include <string>
 
 #include "bench/engine_vs_peer/report.h"
+#include "kernel_check/program/engine.h"
+#include "kernel_check/program/program.h"
+#include "webrtc_common/se_wrapper/engine/start_up.h"
 
 namespace engine_vs_peer {
 namespace {
 
-constexpr int kFailure = 1;
-constexpr int kWrongUsage = 2;
+constexpr const char* kName = "engine_vs_peer";
 
 constexpr const char* kDescription =
     "Puts the engine, reached through the wrapper as a host reaches it, beside SpeexDSP's echo canceller "
@@ -32,13 +32,14 @@ constexpr const char* kDescription =
     "                     double talk, for silence has the best ERLE of all.\n"
     "SI-SDR improvement   talker over all else, at the output against the centre microphone, 300 to 7000 "
     "Hz;\n"
-    "                     the talker is his direct sound, his reflections are among all else\n"
+    "                     the talker is its direct sound, its reflections are among all else\n"
     "talker's level       of the part of the output that is a multiple of that direct sound, against the\n"
     "  change             centre microphone, 300 to 7000 Hz\n"
     "time per block       median, both in one process; on a busy machine trust the ratio\n"
     "\n"
-    "The engine cancels the echo of each microphone, then searches the talker; the peer is told where he\n"
-    "stands, steers there with fractional delays, and cancels the echo once behind its beam. Its canceller\n"
+    "The engine cancels the echo of each microphone, then searches for the talker; the peer is given its\n"
+    "position, steers there with fractional delays, and cancels the echo once behind its beam. Its "
+    "canceller\n"
     "has the engine's tail, its preprocessor knows the canceller and reduces noise; no gain control.";
 
 constexpr const char* kExamples =
@@ -107,7 +108,7 @@ std::vector<Trial> runTrials(const Options& options) {
 }
 
 void run(const Options& options) {
-    loadEngine(options.engine);
+    program::startEngine(kName, options.engine, quill::media::se_wrapper::initSignalEssence);
     const Report report = makeReport(runTrials(options));
     const EngineText engine = describeEngine();
     if (options.json) {
@@ -118,30 +119,16 @@ void run(const Options& options) {
     if (!std::cout) throw std::runtime_error("cannot write to standard output; is there space left?");
 }
 
-int complain(const std::string& text, int exit_code) {
-    std::cerr << "engine_vs_peer: " << text << std::endl;
-    return exit_code;
-}
-
 }  // namespace
 }  // namespace engine_vs_peer
 
 int main(int argc, char** argv) {
     using namespace engine_vs_peer;
     Options options;
-    CLI::App app(kDescription, "engine_vs_peer");
+    CLI::App app(kDescription, kName);
     addOptions(app, options);
-    try {
-        app.parse(argc, argv);
+    return program::run(app, argc, argv, [&] {
         run(options);
-        return 0;
-    } catch (const CLI::Success& help) {
-        return app.exit(help);
-    } catch (const CLI::ParseError& error) {
-        return complain(std::string(error.what()) + "; see 'engine_vs_peer --help'", kWrongUsage);
-    } catch (const std::invalid_argument& error) {
-        return complain(std::string(error.what()) + "; see 'engine_vs_peer --help'", kWrongUsage);
-    } catch (const std::exception& error) {
-        return complain(error.what(), kFailure);
-    }
+        return program::kDone;
+    });
 }

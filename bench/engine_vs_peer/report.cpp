@@ -5,8 +5,8 @@
 #include <cstring>
 #include <numeric>
 
-#include "bench/measure/machine.h"
 #include "common/string_printf.h"
+#include "kernel_check/program/machine.h"
 
 namespace engine_vs_peer {
 namespace {
@@ -122,17 +122,19 @@ Report makeReport(const std::vector<Trial>& trials) {
 
 std::string toText(const Report& report, const EngineText& engine, const TrialOptions& options, int seeds) {
     std::string text;
-    text += "engine     " + engine.build + " (" + engine.version + "), convolution " + engine.kernels + "\n";
+    text += "engine     " + engine.build + " (" + engine.version +
+            ")\n"
+            "kernels    " +
+            engine.kernels + "\n";
     text += "peer       SpeexDSP " SPEEXDSP_VERSION " behind a delay-and-sum\n";
-    text += "processor  " + bench::processorName() + "\n";
-    text += "compiler   " + bench::compilerName() + "\n";
-    text +=
-        stringPrintf("scenes     %g s each, seeds %u to %u, talker at %g degrees, noise %g dB below him\n",
-                     options.seconds, options.seed, options.seed + static_cast<uint32_t>(seeds) - 1,
-                     options.azimuth_deg, options.snr_db);
+    text += "processor  " + program::processorName() + "\n";
+    text += "compiler   " + program::compilerName() + "\n";
+    text += stringPrintf("scenes     %g s each, seeds %u to %u, talker at %g degrees, noise %g dB below\n",
+                         options.seconds, options.seed, options.seed + static_cast<uint32_t>(seeds) - 1,
+                         options.azimuth_deg, options.snr_db);
     text += options.tell_engine
-                ? "look       both are told where the talker stands\n\n"
-                : "look       the engine searches the talker, the peer is told where he stands\n\n";
+                ? "look       both are given the position of the talker\n\n"
+                : "look       the engine searches for the talker, the peer is given its position\n\n";
     text += tableLine("scene", "figure, mean of the seeds", "engine", "peer", "ahead");
     for (const FigureRow& row : report.rows) {
         const Figure& figure = row.figure;
@@ -157,8 +159,8 @@ Json toJson(const Report& report, const EngineText& engine, const TrialOptions& 
     for (const FigureRow& row : report.rows) figures.push_back(figureJson(report, row));
     return {{"engine", {{"build", engine.build}, {"version", engine.version}, {"kernels", engine.kernels}}},
             {"peer", {{"library", "SpeexDSP"}, {"version", SPEEXDSP_VERSION}}},
-            {"processor", bench::processorName()},
-            {"compiler", bench::compilerName()},
+            {"processor", program::processorName()},
+            {"compiler", program::compilerName()},
             {"scenes",
              {{"seconds", options.seconds},
               {"first_seed", options.seed},

@@ -1,15 +1,9 @@
 #include "bench/engine_vs_peer/systems.h"
 
-#include <unistd.h>
-
 #include <chrono>
 #include <cmath>
-#include <iostream>
 
 #include "bench/engine_vs_peer/peer.h"
-#include "common/logging.h"
-#include "common/properties.h"
-#include "common/property_node.h"
 #include "webrtc_common/se_wrapper.h"
 
 namespace engine_vs_peer {
@@ -17,16 +11,8 @@ namespace {
 
 namespace se = quill::media::se_wrapper;
 
-constexpr int kFatal = 1;
 constexpr int kLocations = 12;       // look directions of the engine
 constexpr int16_t kCertain = 32767;  // confidence
-
-// Ends the process here, before the library aborts and leaves a core dump for what is a wrong file.
-void showRecord(const quill::LogRecord& record) {
-    if (record.level > kFatal) return;
-    std::cerr << "engine_vs_peer: " << record.text << std::endl;
-    _exit(1);
-}
 
 int engineTail() {
     const int diag = se::getDiagIndexOrDie({"seaec_tail_ms"});
@@ -51,22 +37,15 @@ void append(const int16_t* block, std::vector<float>& row) {
 
 }  // namespace
 
-void loadEngine(const std::string& name) {
-    quill::setLogSink(showRecord);
-    static const quill::PropertyNodePtr root = quill::PropertyNode::createRoot();
-    quill::initStaticProperties(root);
-    if (!name.empty()) se::p_signal_essence_library.node()->set<std::string>(name);
-    se::initSignalEssence();
-}
-
 EngineText describeEngine() {
-    const se::ConvolveVariant* const kernels = se::selectedConvolveVariant();
-    return {se::p_signal_essence_library.get(), se::MMIfGetVersionString(),
-            kernels == nullptr ? "unknown" : kernels->name};
+    std::string kernels;
+    for (const auto& [family, variant] : se::selectedKernels()) {
+        kernels += (kernels.empty() ? "" : ", ") + std::string(family) + " " + variant;
+    }
+    return {se::p_signal_essence_library.get(), se::MMIfGetVersionString(), kernels};
 }
 
 Outputs runBoth(const se_scene::Scene& scene, const se_scene::SceneOptions& options, bool tell_engine) {
-    static_assert(kBlock == se::BLOCK_SIZE);
     se::initSignalEssence();
     se::versionSpecificSettings();
     if (tell_engine) se::MMIfSetManualLocation(locationNearest(options.talker_azimuth_deg), kCertain);

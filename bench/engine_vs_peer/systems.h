@@ -1,5 +1,4 @@
 // Both systems over one recording, block by block in turn, so that whatever else the machine does slows both.
-// Threads: one.
 #pragma once
 
 #include <string>
@@ -17,11 +16,7 @@ struct Outputs {
     std::vector<double> microseconds[kSystems];  // one a block
 };
 
-// Loads the engine build of this name in selibs/ (empty: the default build). Once a process.
-// fails: ends the process with the library's record when it cannot be used.
-void loadEngine(const std::string& name);
-
-// Name and version of the loaded build, and the convolution kernels that the wrapper runs it with.
+// Name and version of the loaded build, and the kernels that the wrapper runs it with.
 struct EngineText {
     std::string build;
     std::string version;
@@ -29,7 +24,7 @@ struct EngineText {
 };
 EngineText describeEngine();
 
-// Both from their first state. The peer is told where the talker stands; the engine searches him by itself,
+// Both from their first state. The peer is given the talker's position; the engine searches for the talker itself,
 // unless `tell_engine`.
 // needs: a loaded engine.
 Outputs runBoth(const se_scene::Scene& scene, const se_scene::SceneOptions& options, bool tell_engine);

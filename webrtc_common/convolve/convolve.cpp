@@ -1,36 +1,31 @@
-// The selected kernels, the list of builds, and the AVX entry points, which lead to the widest build that the
-// processor offers.
-// Threads: the selection set-up only, the rest any. The pointers are initialised statically, so that a kernel
-// can be called before any code of the library has run.
+// The selected kernels, the table of builds, and the AVX entry points, which run the widest build that the
+// processor offers. The pointers are initialised statically, so that a kernel can be called before any code of
+// the library has run.
 #include "webrtc_common/convolve/convolve.h"
 
-#include "webrtc_common/convolve/convolve_avx_bodies.h"
+#include "webrtc_common/convolve/convolve_bodies.h"
 
 namespace quill::media::se_wrapper {
 namespace {
 
-constexpr int kSsse3 = 0;
-constexpr int kNarrowestAvx = 1;
+constexpr ConvolveVariant kRows[] = {
+    {{"ssse3", &CPUInfo::has_ssse3}, "ssse3", convolve_i16_i16_SSSE3, convolve_i16_i32_SSSE3},
+#define CONVOLVE_AVX_VARIANT(name, set, feature) \
+    {{name, &CPUInfo::feature}, "avx", convolve_body_i16_i16_##set, convolve_body_i16_i32_##set},
+#include "webrtc_common/convolve/convolve_variant_rows.h"
+};
+constexpr const ConvolveVariant* kSsse3 = &kRows[0];
+constexpr const ConvolveVariant* kNarrowestAvx = &kRows[1];
 
-// What the AVX entry points run.
-const ConvolveVariant* g_avx_body = &kConvolveVariants[kNarrowestAvx];
+const ConvolveVariant* g_avx_body = kNarrowestAvx;
 
 }  // namespace
 
-const ConvolveVariant kConvolveVariants[kNumConvolveVariants] = {
-    {"ssse3", "ssse3", &CPUInfo::has_ssse3, convolve_i16_i16_SSSE3, convolve_i16_i32_SSSE3},
-    {"avx", "avx", &CPUInfo::has_avx, convolve_i16_i16_avx, convolve_i16_i32_avx},
-    {"avx2", "avx", &CPUInfo::has_avx2, convolve_i16_i16_avx2, convolve_i16_i32_avx2},
-    {"avx-vnni", "avx", &CPUInfo::has_avx_vnni, convolve_i16_i16_avxvnni, convolve_i16_i32_avxvnni},
-    {"avx512-vnni", "avx", &CPUInfo::has_avx512_vnni, convolve_i16_i16_avx512vnni,
-     convolve_i16_i32_avx512vnni},
-};
+const KernelVariants<ConvolveVariant> kConvolveVariants = kRows;
 
 void selectConvolveKernels(const CPUInfo& cpu) {
     if (!cpu.has_avx) return;
-    for (int row = kNarrowestAvx; row < kNumConvolveVariants; ++row) {
-        if (cpu.*kConvolveVariants[row].feature) g_avx_body = &kConvolveVariants[row];
-    }
+    g_avx_body = widestAboveFloor(kConvolveVariants, cpu);
     g_convolve_i16_i16 = convolve_i16_i16_AVX;
     g_convolve_i16_i32 = convolve_i16_i32_AVX;
 }
@@ -39,7 +34,7 @@ const ConvolveVariant* selectedConvolveVariant() {
     const auto selected = [](ConvolveI16I16* i16_i16, ConvolveI16I32* i16_i32) {
         return g_convolve_i16_i16 == i16_i16 && g_convolve_i16_i32 == i16_i32;
     };
-    if (selected(convolve_i16_i16_SSSE3, convolve_i16_i32_SSSE3)) return &kConvolveVariants[kSsse3];
+    if (selected(convolve_i16_i16_SSSE3, convolve_i16_i32_SSSE3)) return kSsse3;
     if (selected(convolve_i16_i16_AVX, convolve_i16_i32_AVX)) return g_avx_body;
     return nullptr;
 }

@@ -1,4 +1,4 @@
-// Correlation kernels for 16-bit samples and the pointers through which everybody calls them.
+// Correlation kernels for 16-bit samples and the pointers through which they are called.
 // One body of intrinsics (convolve_body.inl.h) is compiled once for each instruction set; the builds differ
 // in encoding and in how many outputs stand in a register, never in a bit of their results nor in what they
 // read and write. Nothing here knows the engine or the property tree.
@@ -9,6 +9,7 @@
 
 #include "common/cpu_info.h"
 #include "webrtc_common/export.h"
+#include "webrtc_common/kernel_variants.h"
 
 // Both kernels work in whole blocks of eight outputs and whole steps of eight taps, at least one of each:
 //     B = max(1, ceil(num_out / 8)) blocks, S = max(1, ceil(num_taps / 8)) steps,
@@ -51,28 +52,21 @@ SE_WRAPPER_EXPORT extern ConvolveI16I32* g_convolve_i16_i32;
 
 namespace quill::media::se_wrapper {
 
-// One build of the kernels: its body, the entry points that lead to it ("ssse3", "avx") and the processor
-// feature that it needs.
-struct ConvolveVariant {
-    const char* name;
+// One build of the kernels, behind the entry points of this name: "ssse3" or "avx".
+struct ConvolveVariant : KernelVariant {
     const char* entry;
-    bool CPUInfo::*feature;
     ConvolveI16I16* i16_i16;
     ConvolveI16I32* i16_i32;
 };
 
-inline constexpr int kNumConvolveVariants = 5;
+SE_WRAPPER_EXPORT extern const KernelVariants<ConvolveVariant> kConvolveVariants;
 
-// Every build, the floor first, the widest last, for whoever lists, checks or measures them.
-SE_WRAPPER_EXPORT extern const ConvolveVariant kConvolveVariants[kNumConvolveVariants];
-
-// Points both pointers at the AVX entry points exactly when `cpu` has AVX, and these at the last row of
-// kConvolveVariants that `cpu` can run; without AVX leaves all alone, so that a selection once made is never
-// taken back.
+// Points both pointers at the AVX entry points exactly when `cpu` has AVX, and these at the widest build that
+// `cpu` runs; without AVX leaves all alone, so that a selection once made is never taken back.
 // needs: no kernel is running. [setup]
 SE_WRAPPER_EXPORT void selectConvolveKernels(const CPUInfo& cpu);
 
-// The row that a call through the pointers runs; null when somebody has put others there. [any] rt-safe
+// The row that a call through the pointers runs; null when they hold other functions. [any] rt-safe
 SE_WRAPPER_EXPORT const ConvolveVariant* selectedConvolveVariant();
 
 }  // namespace quill::media::se_wrapper

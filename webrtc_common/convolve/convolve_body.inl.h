@@ -210,14 +210,14 @@ struct ShiftedOutput {
     }
 };
 
-CONVOLVE_INLINE void convolveI16I16(const int16_t* coeffs, const int16_t* signal, int16_t* out, int num_out,
-                                    int num_taps) {
-    convolve(coeffs, signal, num_out, num_taps, NarrowedOutput{out});
-}
-
-CONVOLVE_INLINE void convolveI16I32(const int16_t* coeffs, const int16_t* signal, int32_t* out,
-                                    int shift_right, int num_out, int num_taps, int shift_left) {
-    convolve(coeffs, signal, num_out, num_taps, ShiftedOutput(out, shift_right, shift_left));
-}
-
 }  // namespace
+
+// The two functions of a source file, under the names given. They are declared before.
+#define CONVOLVE_FUNCTIONS(i16_i16, i16_i32)                                                               \
+    void i16_i16(const int16_t* coeffs, const int16_t* signal, int16_t* out, int num_out, int num_taps) {  \
+        convolve(coeffs, signal, num_out, num_taps, NarrowedOutput{out});                                  \
+    }                                                                                                      \
+    void i16_i32(const int16_t* coeffs, const int16_t* signal, int32_t* out, int shift_right, int num_out, \
+                 int num_taps, int shift_left) {                                                           \
+        convolve(coeffs, signal, num_out, num_taps, ShiftedOutput(out, shift_right, shift_left));          \
+    }

@@ -1,5 +1,5 @@
-// The SSSE3 build of the correlation kernels: compiled for SSSE3, exporting them and nothing else.
-// Threads: any. No standard library templates and no functions shared with other files here.
+// The correlation kernels for SSSE3, the floor: 128 bits.
+// No standard library templates and no functions shared with other files here.
 #include "webrtc_common/convolve/convolve.h"
 #include "webrtc_common/convolve/lanes_128.inl.h"
 
@@ -9,12 +9,4 @@ using Widest = Lanes128;
 
 #include "webrtc_common/convolve/convolve_body.inl.h"
 
-void convolve_i16_i16_SSSE3(const int16_t* coeffs, const int16_t* signal, int16_t* out, int num_out,
-                            int num_taps) {
-    convolveI16I16(coeffs, signal, out, num_out, num_taps);
-}
-
-void convolve_i16_i32_SSSE3(const int16_t* coeffs, const int16_t* signal, int32_t* out, int shift_right,
-                            int num_out, int num_taps, int shift_left) {
-    convolveI16I32(coeffs, signal, out, shift_right, num_out, num_taps, shift_left);
-}
+CONVOLVE_FUNCTIONS(convolve_i16_i16_SSSE3, convolve_i16_i32_SSSE3)

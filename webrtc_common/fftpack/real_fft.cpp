@@ -1,6 +1,5 @@
-// The real FFT: factors, twiddle factors and the selected transforms.
-// Threads: any; the selection set-up only. It is initialised statically, so that a transform can be called before
-// any code of the library has run.
+// The real FFT: factors, twiddle factors and the selected transforms. The selection is initialised statically, so that
+// a transform can be called before any code of the library has run.
 #include <algorithm>
 #include <cmath>
 
@@ -58,21 +57,20 @@ void fillTwiddles(int n, const int* ifac, float* twiddles) {
     }
 }
 
-}  // namespace
-
-const RealFftVariant kRealFftVariants[kNumRealFftVariants] = {
-    {"sse41", &CPUInfo::has_sse41, forward_sse41, backward_sse41, forwardSamples_sse41,
-     backwardSamples_sse41},
-    {"avx", &CPUInfo::has_avx, forward_avx, backward_avx, forwardSamples_avx, backwardSamples_avx},
-    {"avx2", &CPUInfo::has_avx2, forward_avx2, backward_avx2, forwardSamples_avx2, backwardSamples_avx2},
+constexpr RealFftVariant kRows[] = {
+#define REAL_FFT_VARIANT(name, set, feature) \
+    {{name, &CPUInfo::feature}, forward_##set, backward_##set, forwardSamples_##set, backwardSamples_##set},
+#include "webrtc_common/fftpack/real_fft_variant_rows.h"
 };
 
-const RealFftVariant* g_real_fft = &kRealFftVariants[0];
+}  // namespace
+
+const KernelVariants<RealFftVariant> kRealFftVariants = kRows;
+
+const RealFftVariant* g_real_fft = &kRows[0];
 
 void selectRealFft(const CPUInfo& cpu) {
-    for (const RealFftVariant* v = kRealFftVariants + 1; v != kRealFftVariants + kNumRealFftVariants; ++v) {
-        if (cpu.*v->feature) g_real_fft = v;
-    }
+    if (const RealFftVariant* widest = widestAboveFloor(kRealFftVariants, cpu)) g_real_fft = widest;
 }
 
 }  // namespace quill::fftpack

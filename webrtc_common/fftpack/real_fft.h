@@ -7,6 +7,7 @@
 
 #include "common/cpu_info.h"
 #include "webrtc_common/export.h"
+#include "webrtc_common/kernel_variants.h"
 
 namespace quill::fftpack {
 
@@ -29,27 +30,20 @@ using ForwardSamples = void(int n, const int16_t* samples, float scale, int16_t*
 using BackwardSamples = void(int n, const int16_t* spectrum, float gain, int16_t* samples, float* r,
                              float* wsave, const int* ifac);
 
-// One build and the processor feature that it needs.
-struct RealFftVariant {
-    const char* name;
-    bool CPUInfo::*feature;
+struct RealFftVariant : KernelVariant {
     RealFft* forward;
     RealFft* backward;
     ForwardSamples* forward_samples;
     BackwardSamples* backward_samples;
 };
 
-inline constexpr int kNumRealFftVariants = 3;
+SE_WRAPPER_EXPORT extern const KernelVariants<RealFftVariant> kRealFftVariants;
 
-// Every build, the floor first, for whoever lists, checks or measures them.
-SE_WRAPPER_EXPORT extern const RealFftVariant kRealFftVariants[kNumRealFftVariants];
-
-// The build that __ogg_fdrfftf and __ogg_fdrfftb run: that for SSE4.1, of 128-bit vectors, before any code runs,
-// another after selectRealFft.
+// The build that __ogg_fdrfftf and __ogg_fdrfftb run: the floor, that for SSE4.1, before any code runs, another after
+// selectRealFft.
 SE_WRAPPER_EXPORT extern const RealFftVariant* g_real_fft;
 
-// Selects the last build that `cpu` has the feature for, if any beside the floor; otherwise leaves the selection
-// alone, so that one once made is never taken back. Those for AVX and AVX2 have vectors of 256 bits.
+// Selects the widest build that `cpu` runs; on the floor alone leaves the selection as it is.
 // needs: no transform is running. [setup]
 SE_WRAPPER_EXPORT void selectRealFft(const CPUInfo& cpu);
 

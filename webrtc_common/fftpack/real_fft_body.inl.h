@@ -1,6 +1,6 @@
-// The body of the real FFT, included by one source file an instruction set, which defines FFT_NAMESPACE as the
-// name of that set. Nothing here may be shared between source files: no name with external linkage, nothing
-// from the standard library. Else the linker might keep the copy built for one processor and give it to
+// The body of the real FFT, included by one source file an instruction set, which defines FFT_SET as the name of
+// that set. Nothing here may be shared between source files: no name with external linkage but the four at the end,
+// nothing from the standard library. Else the linker might keep the copy built for one processor and give it to
 // another.
 //
 // Every lane of a vector does what the plain scalar transform does for its value, in the same order, so that
@@ -19,7 +19,7 @@
 
 namespace quill::fftpack {
 namespace {
-namespace FFT_NAMESPACE {
+namespace FFT_SET {  // its name shows in those of the functions
 
 // Each builds on those before it.
 // clang-format off
@@ -251,6 +251,28 @@ void backwardSamples(int n, const int16_t* in, float gain, int16_t* out, float* 
     for (int i = 0; i < n; ++i) One::store(samples + i, r[i]);
 }
 
-}  // namespace FFT_NAMESPACE
+}  // namespace FFT_SET
 }  // namespace
+
+#define FFT_JOIN_NAMES(name, set) name##_##set
+#define FFT_JOIN(name, set) FFT_JOIN_NAMES(name, set)
+
+void FFT_JOIN(forward, FFT_SET)(int n, float* r, float* wsave, const int* ifac) {
+    FFT_SET::forward(n, r, wsave, ifac);
+}
+
+void FFT_JOIN(backward, FFT_SET)(int n, float* r, float* wsave, const int* ifac) {
+    FFT_SET::backward(n, r, wsave, ifac);
+}
+
+void FFT_JOIN(forwardSamples, FFT_SET)(int n, const int16_t* in, float scale, int16_t* out, float* r,
+                                       float* wsave, const int* ifac) {
+    FFT_SET::forwardSamples(n, in, scale, out, r, wsave, ifac);
+}
+
+void FFT_JOIN(backwardSamples, FFT_SET)(int n, const int16_t* in, float gain, int16_t* out, float* r,
+                                        float* wsave, const int* ifac) {
+    FFT_SET::backwardSamples(n, in, gain, out, r, wsave, ifac);
+}
+
 }  // namespace quill::fftpack

@@ -1,7 +1,8 @@
-// The door for people.
+// Values that a user types.
 #include <gtest/gtest.h>
 
 #include "tests/common/property_node/change_recorder.h"
+#include "tests/support/log_capture.h"
 
 namespace quill {
 namespace {
@@ -75,6 +76,27 @@ TEST_F(SetFromText, RefusesAReadOnlyNode) {
 TEST_F(SetFromText, RefusesAReadOnlyNodeWithoutAValue) {
     node_->setMeta("read_only", true);
     EXPECT_EQ(refusal("2"), "\"diags/basic/x\" is read-only");
+}
+
+TEST_F(SetFromText, ReadsReadOnlyOfAnyTypeAsABool) {
+    node_->setMeta("read_only", 1);
+    EXPECT_EQ(refusal("2"), "\"diags/basic/x\" is read-only");
+    node_->setMeta("read_only", 1.0f);
+    EXPECT_EQ(refusal("2"), "\"diags/basic/x\" is read-only");
+    node_->setMeta<std::string>("read_only", " 1 ");
+    EXPECT_EQ(refusal("2"), "\"diags/basic/x\" is read-only");
+    node_->setMeta<std::string>("read_only", "0");
+    EXPECT_EQ(accepted("2"), "string 2");
+}
+
+TEST_F(SetFromText, ReportsAReadOnlyThatIsNoBool) {
+    const test::ScopedAssertionCapture assertions;
+    node_->setMeta<std::string>("read_only", "yes");
+    bool as_metadata = false;
+    EXPECT_TRUE(node_->getMeta("read_only", as_metadata));
+    EXPECT_EQ(node_->setFromText("2", nullptr), !as_metadata);
+    EXPECT_EQ(assertions.texts(),
+              std::vector<std::string>(2, "Assertion failed: Failed conversion from yes."));
 }
 
 TEST_F(SetFromText, AcceptsANodeWhoseReadOnlyIsFalseOrEmpty) {

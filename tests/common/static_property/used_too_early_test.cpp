@@ -1,7 +1,8 @@
-// A static property that is used before it is bound stops the process loudly.
+// A static property that is used before it is bound ends the process with a message.
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <cstdio>
 
 #include "common/config.h"
 #include "common/properties.h"
@@ -20,6 +21,17 @@ TEST(UsedTooEarlyDeathTest, ReadingNamesThePathAndTraps) {
 TEST(UsedTooEarlyDeathTest, AskingForTheNodeTrapsToo) {
     const StaticProperty<bool> property("media/x/y", false, nullptr);
     EXPECT_EXIT(property.node(), testing::KilledBySignal(SIGTRAP), kMessage);
+}
+
+TEST(UsedTooEarlyDeathTest, TheMessageReachesABufferedStandardErrorAfterWhatWasPrintedBefore) {
+    const StaticProperty<bool> property("media/x/y", false, nullptr);
+    EXPECT_EXIT(
+        {
+            std::setvbuf(stderr, nullptr, _IOFBF, 1 << 16);
+            std::fputs("Before. ", stderr);
+            property.get();
+        },
+        testing::KilledBySignal(SIGTRAP), "^Before\\. Tried to use a static property \\(media/x/y\\) before");
 }
 
 TEST(UsedTooEarlyDeathTest, HoldsForTheSupportLibrarysOwnProperty) {

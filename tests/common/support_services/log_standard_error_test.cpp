@@ -1,5 +1,7 @@
-// The sink that is there when nobody sets one.
+// The default sink.
 #include <gtest/gtest.h>
+
+#include <locale>
 
 #include "common/logging.h"
 #include "tests/common/support_services/scoped_threshold.h"
@@ -22,6 +24,19 @@ TEST(LogOnStandardError, HasAWordForEachLevel) {
     EXPECT_EQ(lineOf(4), "NOTICE [se_wrapper] source:12: text\n");
     EXPECT_EQ(lineOf(5), "TRACE [se_wrapper] source:12: text\n");
     EXPECT_EQ(lineOf(3), "LOG [se_wrapper] source:12: text\n");
+}
+
+TEST(LogOnStandardError, IsTheSameInEveryLocale) {
+    struct GroupedDigits : std::numpunct<char> {
+        char do_thousands_sep() const override { return '.'; }
+        std::string do_grouping() const override { return "\3"; }
+    };
+    const std::locale before = std::locale::global(std::locale(std::locale::classic(), new GroupedDigits));
+    testing::internal::CaptureStderr();
+    QUILL_LOG_AT(2, "se_wrapper", "source", 1234567) << 1234567;
+    const std::string line = testing::internal::GetCapturedStderr();
+    std::locale::global(before);
+    EXPECT_EQ(line, "ERROR [se_wrapper] source:1234567: 1234567\n");
 }
 
 TEST(LogOnStandardError, ComesBackWithAnEmptySink) {

@@ -1,7 +1,7 @@
 #include "tests/webrtc_common/convolve/convolve_harness.h"
 
-#include "tests/kernel_check/check.h"
-#include "tests/kernel_check/reference_convolve.h"
+#include "kernel_check/check.h"
+#include "kernel_check/references/convolve.h"
 
 namespace quill::test {
 namespace {

@@ -1,9 +1,9 @@
-// The checks of tests/kernel_check for one correlation kernel at a time, whether or not it stands in a table.
+// The checks of kernel_check/ for one correlation kernel at a time, whether or not it stands in a table.
 #pragma once
 
 #include <string>
 
-#include "tests/kernel_check/functions.h"
+#include "kernel_check/variants/functions.h"
 
 namespace quill::test {
 

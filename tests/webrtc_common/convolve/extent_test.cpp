@@ -2,8 +2,8 @@
 // each buffer, so one element more would end the test, and what lies inside is enough for the right result.
 #include <gtest/gtest.h>
 
-#include "tests/kernel_check/reference_convolve.h"
-#include "tests/support/guarded_buffer.h"
+#include "kernel_check/problem/guarded_buffer.h"
+#include "kernel_check/references/convolve.h"
 #include "tests/webrtc_common/convolve/convolve_harness.h"
 #include "tests/webrtc_common/convolve/each_build.h"
 

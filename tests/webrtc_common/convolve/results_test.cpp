@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "tests/kernel_check/reference_convolve.h"
+#include "kernel_check/references/convolve.h"
 #include "tests/webrtc_common/convolve/convolve_harness.h"
 #include "tests/webrtc_common/convolve/each_build.h"
 

@@ -8,8 +8,8 @@
 #include <type_traits>
 #include <vector>
 
-#include "tests/kernel_check/fillers.h"
-#include "tests/kernel_check/reference_dsp.h"
+#include "kernel_check/problem/fillers.h"
+#include "kernel_check/references/dsp.h"
 #include "webrtc_common/se_wrapper/table/engine_types.h"
 
 namespace quill::test {

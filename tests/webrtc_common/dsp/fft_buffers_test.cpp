@@ -6,9 +6,9 @@
 #include <random>
 #include <thread>
 
-#include "tests/kernel_check/fillers.h"
-#include "tests/kernel_check/reference_fft.h"
-#include "tests/support/guarded_buffer.h"
+#include "kernel_check/problem/fillers.h"
+#include "kernel_check/problem/guarded_buffer.h"
+#include "kernel_check/references/fft_hooks.h"
 #include "tests/webrtc_common/dsp/dft_objects.h"
 
 namespace quill::test {

@@ -6,7 +6,7 @@
 #include <type_traits>
 #include <vector>
 
-#include "tests/support/guarded_buffer.h"
+#include "kernel_check/problem/guarded_buffer.h"
 #include "tests/webrtc_common/dsp/dft_objects.h"
 #include "webrtc_common/fftpack/fftpack.h"
 

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <limits>
 
-#include "tests/kernel_check/fillers.h"
+#include "kernel_check/problem/fillers.h"
 #include "tests/webrtc_common/dsp/reference_filter.h"
 
 namespace quill::test {

@@ -6,7 +6,7 @@
 #include <new>
 #include <optional>
 
-#include "tests/support/guarded_buffer.h"
+#include "kernel_check/problem/guarded_buffer.h"
 #include "tests/webrtc_common/dsp/kernel_spy.h"
 #include "tests/webrtc_common/dsp/reference_filter.h"
 

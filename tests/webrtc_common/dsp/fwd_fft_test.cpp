@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <random>
 
-#include "tests/kernel_check/fillers.h"
-#include "tests/kernel_check/reference_fft.h"
+#include "kernel_check/problem/fillers.h"
+#include "kernel_check/references/fft_hooks.h"
 #include "tests/webrtc_common/dsp/dft_objects.h"
 
 namespace quill::test {

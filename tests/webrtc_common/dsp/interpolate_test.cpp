@@ -8,9 +8,9 @@
 #include <type_traits>
 #include <vector>
 
-#include "tests/kernel_check/fillers.h"
-#include "tests/kernel_check/reference_dsp.h"
-#include "tests/support/guarded_buffer.h"
+#include "kernel_check/problem/fillers.h"
+#include "kernel_check/problem/guarded_buffer.h"
+#include "kernel_check/references/dsp.h"
 #include "tests/webrtc_common/dsp/kernel_spy.h"
 #include "webrtc_common/se_wrapper/table/engine_types.h"
 

@@ -6,8 +6,8 @@
 #include <cstdlib>
 #include <random>
 
-#include "tests/kernel_check/fillers.h"
-#include "tests/kernel_check/reference_fft.h"
+#include "kernel_check/problem/fillers.h"
+#include "kernel_check/references/fft_hooks.h"
 #include "tests/webrtc_common/dsp/dft_objects.h"
 
 namespace quill::test {
@@ -58,7 +58,10 @@ TEST(InvFFT, TakesTheLargestSizeAndOddOnes) {
 
 TEST(InvFFT, ReturnsTheNumberOfSamples) {
     Samples spectrum(322), out(320);
-    EXPECT_EQ(invFFT(newDftObject(320), spectrum.data(), 4, 1024, out.data(), 7), 320);
+    for (const int data_length : {320, 160, 0, 400}) {
+        DftObj_t* const object = newDftObject(320, data_length);
+        EXPECT_EQ(invFFT(object, spectrum.data(), 4, 1024, out.data(), 7), 320) << data_length;
+    }
 }
 
 TEST(InvFFT, IgnoresItsLastArgument) {

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <vector>
 
-#include "tests/kernel_check/reference_dsp.h"
+#include "kernel_check/references/dsp.h"
 #include "webrtc_common/se_wrapper/dsp/filter.h"
 
 namespace quill::test {

@@ -8,8 +8,8 @@
 #include <random>
 #include <thread>
 
-#include "tests/kernel_check/fillers.h"
-#include "tests/support/guarded_buffer.h"
+#include "kernel_check/problem/fillers.h"
+#include "kernel_check/problem/guarded_buffer.h"
 #include "webrtc_common/fftpack/fftpack.h"
 #include "webrtc_common/se_wrapper/dsp/fft_context.h"
 

@@ -7,7 +7,7 @@
 #include <cstring>
 #include <vector>
 
-#include "tests/support/guarded_buffer.h"
+#include "kernel_check/problem/guarded_buffer.h"
 #include "tests/support/log_capture.h"
 #include "webrtc_common/se_wrapper/table/engine_table.h"
 
@@ -149,6 +149,16 @@ TEST_F(ProcessBlockDeathTest, RefusesNoChannels) {
     EXPECT_FATAL_RECORD(processBlock(0, nullptr, 160, output_, true), "check",
                         (RecordSite{"webrtc_common/se_wrapper", 646}),
                         "Check failed: skipChannels > -1 (-8 vs. -1) ");
+}
+
+// The number of channels behind the eight is a signed 32-bit one.
+TEST_F(ProcessBlockDeathTest, RefusesMoreChannelsThanASignedNumberHolds) {
+    EXPECT_FATAL_RECORD(processBlock(0x80000008u, nullptr, 160, output_, true), "check",
+                        (RecordSite{"webrtc_common/se_wrapper", 646}),
+                        "Check failed: skipChannels > -1 (-2147483648 vs. -1) ");
+    EXPECT_FATAL_RECORD(processBlock(0xffffffffu, nullptr, 160, output_, true), "check",
+                        (RecordSite{"webrtc_common/se_wrapper", 646}),
+                        "Check failed: skipChannels > -1 (-9 vs. -1) ");
 }
 
 TEST_F(ProcessBlockDeathTest, ChecksTheBlockSizeFirst) {

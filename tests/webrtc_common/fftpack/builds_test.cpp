@@ -1,27 +1,18 @@
-// Each build of the real FFT beside the plain scalar transform: the same bits, whatever it is given.
+// Each build of the real FFT beside an independent scalar implementation: the same bits, whatever it is given.
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <limits>
-#include <ostream>
 #include <random>
 #include <string>
 
-#include "tests/kernel_check/scalar_fft/scalar_fft.h"
-#include "tests/kernel_check/transforms.h"
-#include "tests/support/guarded_buffer.h"
+#include "kernel_check/problem/guarded_buffer.h"
+#include "kernel_check/references/published_fft.h"
+#include "kernel_check/references/transforms.h"
+#include "tests/webrtc_common/each_variant.h"
 #include "webrtc_common/fftpack/real_fft.h"
-
-namespace quill::fftpack {
-
-// What a test's parameter is called.
-inline void PrintTo(const RealFftVariant& variant, std::ostream* stream) {
-    *stream << variant.name;
-}
-
-}  // namespace quill::fftpack
 
 namespace quill::test {
 namespace {
@@ -29,15 +20,8 @@ namespace {
 using fftpack::RealFftVariant;
 using Limits = std::numeric_limits<float>;
 
-class RealFftBuild : public ::testing::TestWithParam<RealFftVariant> {
-  protected:
-    void SetUp() override {
-        if (!(CPUInfo().*GetParam().feature)) GTEST_SKIP() << "this processor has no " << GetParam().name;
-    }
-};
-
-INSTANTIATE_TEST_SUITE_P(Each, RealFftBuild, ::testing::ValuesIn(fftpack::kRealFftVariants),
-                         [](const auto& row) { return std::string(row.param.name); });
+class RealFftBuild : public EachVariant<RealFftVariant> {};
+INSTANTIATE_FOR_EACH_VARIANT(RealFftBuild, fftpack::kRealFftVariants);
 
 std::vector<int> everyLength() {
     std::vector<int> lengths = smallLengths();
@@ -90,11 +74,11 @@ void expectSameTransforms(const RealFftVariant& build, float (*value)(std::mt199
         const Floats x = drawn(n, value);
         Floats is = x, should = x;
         build.forward(n, is.data(), fft.wsave.data(), fft.ifac.data());
-        scalarForwardFft(n, should.data(), fft.wsave.data(), fft.ifac.data());
+        publishedForwardFft(n, should.data());
         ASSERT_NO_FATAL_FAILURE(expectSameBits(is, should)) << "forward";
         is = should = x;
         build.backward(n, is.data(), fft.wsave.data(), fft.ifac.data());
-        scalarBackwardFft(n, should.data(), fft.wsave.data(), fft.ifac.data());
+        publishedBackwardFft(n, should.data());
         ASSERT_NO_FATAL_FAILURE(expectSameBits(is, should)) << "backward";
     }
 }
@@ -123,8 +107,8 @@ TEST_P(RealFftBuild, GivesTheScalarBitsAtAnyAlignment) {
     for (const int n : {12, 60, 128, 256, 320}) {
         const RealFft fft(n);
         const Floats x = noise(n);
-        Floats should = x, scratch = fft.wsave;
-        scalarForwardFft(n, should.data(), scratch.data(), fft.ifac.data());
+        Floats should = x;
+        publishedForwardFft(n, should.data());
         for (size_t offset = 0; offset < 16; ++offset) {
             Floats data(offset), wsave((offset * 5) % 16);
             data.insert(data.end(), x.begin(), x.end());

@@ -3,7 +3,7 @@
 
 #include <cmath>
 
-#include "tests/kernel_check/transforms.h"
+#include "kernel_check/references/transforms.h"
 
 namespace quill::test {
 namespace {

@@ -1,10 +1,10 @@
-// Pages without access around every array: nobody reads or writes beyond what the caller owns.
+// Pages without access around every array: nothing is read or written beyond what the caller owns.
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
-#include "tests/kernel_check/transforms.h"
-#include "tests/support/guarded_buffer.h"
+#include "kernel_check/problem/guarded_buffer.h"
+#include "kernel_check/references/transforms.h"
 #include "webrtc_common/fftpack/fftpack.h"
 
 namespace quill::test {

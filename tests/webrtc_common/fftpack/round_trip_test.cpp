@@ -1,7 +1,7 @@
 // Backward after forward.
 #include <gtest/gtest.h>
 
-#include "tests/kernel_check/transforms.h"
+#include "kernel_check/references/transforms.h"
 
 namespace quill::test {
 namespace {

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <thread>
 
-#include "tests/kernel_check/transforms.h"
+#include "kernel_check/references/transforms.h"
 #include "webrtc_common/fftpack/fftpack.h"
 
 namespace quill::test {

@@ -3,7 +3,6 @@
 #include "common/cpu_info.h"
 #include "tools/se_host/engine/engine_files.h"
 #include "tools/se_host/engine/properties_by_text.h"
-#include "webrtc_common/fftpack/real_fft.h"
 #include "webrtc_common/se_wrapper.h"
 #include "webrtc_common/se_wrapper/dsp/dsp_kernels.h"
 
@@ -44,6 +43,14 @@ std::vector<Presence> processorFeatures() {
     return features;
 }
 
+std::vector<KernelLine> kernelLines() {
+    std::vector<KernelLine> lines;
+    for (const auto& [family, variant] : se::selectedKernels()) {
+        lines.push_back({family, variant == nullptr ? "unknown" : variant});
+    }
+    return lines;
+}
+
 std::vector<PropertyLine> propertyLines(const quill::PropertyNodePtr& root) {
     std::vector<PropertyLine> lines;
     for (const quill::PropertyNodePtr& node : nodesWithValues(root)) {
@@ -58,16 +65,12 @@ std::vector<PropertyLine> propertyLines(const quill::PropertyNodePtr& root) {
 }  // namespace
 
 EngineInfo gatherInfo(const Engine& engine) {
-    const se::ConvolveVariant* const kernels = se::selectedConvolveVariant();
     return {engine.build,
             engine.version,
             {{"beam_forming", se::g_has_beam_forming}, {"noise_tests", se::g_has_noise_tests}},
             optionalEntryPoints(openEngineFile(engine.build)),
             processorFeatures(),
-            kernels == nullptr ? "unknown" : kernels->entry,
-            kernels == nullptr ? "unknown" : kernels->name,
-            quill::fftpack::g_real_fft->name,
-            se::g_dsp_kernels->name,
+            kernelLines(),
             engineNames(),
             propertyLines(engine.root)};
 }

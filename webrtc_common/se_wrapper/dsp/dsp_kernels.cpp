@@ -1,21 +1,26 @@
-// The list of builds and the selected one.
-// Threads: the selection set-up only. It is initialised statically, so that a routine can be called before any
-// code of the library has run.
+// The table of builds and the selected one, which is initialised statically, so that a routine can be called before
+// any code of the library has run.
 #include "webrtc_common/se_wrapper/dsp/dsp_kernels.h"
 
 #include "webrtc_common/se_wrapper/dsp/dsp_kernels_builds.h"
 
 namespace quill::media::se_wrapper {
+namespace {
 
-const DspKernels kDspKernels[kNumDspKernels] = {
-    {"sse41", &CPUInfo::has_sse41, multiplyComplex_sse41, deinterleave_sse41},
-    {"avx2", &CPUInfo::has_avx2, multiplyComplex_avx2, deinterleave_avx2},
+constexpr DspVariant kRows[] = {
+#define DSP_VARIANT(name, set, feature) \
+    {{name, &CPUInfo::feature}, multiplyComplex_##set, deinterleave_##set},
+#include "webrtc_common/se_wrapper/dsp/dsp_variant_rows.h"
 };
 
-const DspKernels* g_dsp_kernels = &kDspKernels[0];
+}  // namespace
+
+const KernelVariants<DspVariant> kDspVariants = kRows;
+
+const DspVariant* g_dsp_kernels = &kRows[0];
 
 void selectDspKernels(const CPUInfo& cpu) {
-    if (cpu.has_avx2) g_dsp_kernels = &kDspKernels[1];
+    if (const DspVariant* widest = widestAboveFloor(kDspVariants, cpu)) g_dsp_kernels = widest;
 }
 
 }  // namespace quill::media::se_wrapper

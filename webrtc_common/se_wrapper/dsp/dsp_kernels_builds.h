@@ -1,17 +1,15 @@
-// The routines that each source file of them exports to the list of builds, and no one else calls.
-// Threads: any.
+// The routines of each build, which the table of dsp_kernels.cpp alone refers to: multiplyComplex_<set> and
+// deinterleave_<set> for each set of dsp_variant_rows.h.
 #pragma once
 
-#include <stddef.h>
-#include <stdint.h>
+#include "webrtc_common/se_wrapper/dsp/dsp_kernels.h"
 
 namespace quill::media::se_wrapper {
 
-void multiplyComplex_sse41(const int16_t* a, const int16_t* b, int16_t* out, size_t n);
-void deinterleave_sse41(const int16_t* interleaved, size_t channels, int16_t* rows);
-
-// needs: a processor with AVX2.
-void multiplyComplex_avx2(const int16_t* a, const int16_t* b, int16_t* out, size_t n);
-void deinterleave_avx2(const int16_t* interleaved, size_t channels, int16_t* rows);
+// needs: a processor with what the name says.
+#define DSP_VARIANT(name, set, feature)    \
+    MultiplyComplex multiplyComplex_##set; \
+    Deinterleave deinterleave_##set;
+#include "webrtc_common/se_wrapper/dsp/dsp_variant_rows.h"
 
 }  // namespace quill::media::se_wrapper

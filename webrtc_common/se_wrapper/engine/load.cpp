@@ -4,9 +4,7 @@
 #include "common/cpu_info.h"
 #include "common/dynlib.h"
 #include "common/file.h"
-#include "webrtc_common/convolve/convolve.h"
-#include "webrtc_common/fftpack/real_fft.h"
-#include "webrtc_common/se_wrapper/dsp/dsp_kernels.h"
+#include "webrtc_common/se_wrapper/dsp/select_kernels.h"
 #include "webrtc_common/se_wrapper/engine/hooks.h"
 #include "webrtc_common/se_wrapper/engine/library_property.h"
 #include "webrtc_common/se_wrapper/engine/resolve.h"
@@ -50,9 +48,7 @@ void openSignalEssenceDynamicLibrary(const std::string& name) {
 void initSignalEssenceOptimForTests() {
     openChosenBuild();
     saveEngineRoutines();
-    selectConvolveKernels(CPUInfo());
-    fftpack::selectRealFft(CPUInfo());
-    selectDspKernels(CPUInfo());
+    selectKernels(CPUInfo());
 }
 
 }  // namespace quill::media::se_wrapper

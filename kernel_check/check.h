@@ -1,0 +1,24 @@
+// Runs a variant beside its reference on equal problems.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "kernel_check/variants/functions.h"
+
+namespace quill::test {
+
+// What a variant does wrong on the problem of this seed, with the problem's numbers; empty when nothing. The
+// reference itself is run alone and judged by its own judge.
+std::string fault(const KernelFunction& function, const FunctionVariant& variant, uint32_t seed,
+                  const Numbers& given = {});
+
+struct Failure {
+    uint32_t seed;
+    std::string text;
+};
+
+// The first fault among `repeat` problems of adjoining seeds; an empty text when there is none.
+Failure firstFault(const KernelFunction& function, const FunctionVariant& variant, uint32_t seed, int repeat);
+
+}  // namespace quill::test

@@ -1,0 +1,29 @@
+// Which functions and variants the user asked for.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "kernel_check/variants/functions.h"
+
+namespace kernel_harness {
+
+using quill::test::FunctionVariant;
+using quill::test::KernelFunction;
+using quill::test::Machine;
+
+// One variant of one function; both live as long as the list of functions.
+struct Selected {
+    const KernelFunction* function;
+    const FunctionVariant* variant;
+    bool runs;  // this machine offers what it needs
+};
+
+// Empty names mean all. fails: std::invalid_argument, naming what there is, when nothing fits.
+std::vector<Selected> select(const std::vector<KernelFunction>& functions, const Machine& machine,
+                             const std::string& function, const std::string& variant);
+
+// "avx" or whatever a variant needs and `machine` lacks.
+std::string missing(const FunctionVariant& variant);
+
+}  // namespace kernel_harness

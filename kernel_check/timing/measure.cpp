@@ -1,0 +1,27 @@
+#include "kernel_check/timing/measure.h"
+
+#include "kernel_check/timing/rounds.h"
+
+namespace timing {
+namespace {
+
+class TimedCall : public quill::test::CallRunner {
+  public:
+    bool timed() const override { return true; }
+    void run(void (*repeat)(const void* call, size_t times), const void* call) override {
+        timing = timeInTurn({[=](size_t times) { repeat(call, times); }}).front();
+    }
+    Timing timing;
+};
+
+}  // namespace
+
+Measurement measure(const quill::test::FunctionVariant& variant, const quill::test::Numbers& numbers,
+                    uint32_t seed) {
+    TimedCall timed;
+    quill::test::Problem problem(seed, numbers, timed);
+    variant.run(problem);
+    return {timed.timing.cycles, timed.timing.nanoseconds, problem.work_samples, problem.work_multiply_adds};
+}
+
+}  // namespace timing

@@ -1,0 +1,19 @@
+// How long a variant takes in core cycles.
+#pragma once
+
+#include "kernel_check/variants/functions.h"
+
+namespace timing {
+
+// Of one call, as kernel_check/timing/rounds.h has it.
+struct Measurement {
+    double cycles = 0;
+    double nanoseconds = 0;
+    double samples = 0;  // that the call gives
+    double multiply_adds = 0;
+};
+
+Measurement measure(const quill::test::FunctionVariant& variant, const quill::test::Numbers& numbers,
+                    uint32_t seed);
+
+}  // namespace timing

@@ -1,0 +1,13 @@
+// The functions that the AVX entry points can run: convolve_body_i16_i16_<set> and convolve_body_i16_i32_<set> for
+// each set of convolve_variant_rows.h.
+#pragma once
+
+#include "webrtc_common/convolve/convolve.h"
+
+// needs: a processor with what the name says. They leave the upper halves of the vector registers zero.
+extern "C" {
+#define CONVOLVE_AVX_VARIANT(name, set, feature) \
+    ConvolveI16I16 convolve_body_i16_i16_##set;  \
+    ConvolveI16I32 convolve_body_i16_i32_##set;
+#include "webrtc_common/convolve/convolve_variant_rows.h"
+}
