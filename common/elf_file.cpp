@@ -53,9 +53,10 @@ bool isInside(uint64_t offset, uint64_t size, uint64_t end) {
     return size <= end && offset <= end - size;
 }
 
+// Whether the part comes from the segment's bytes in the file. Before the segment its offset wraps around to a
+// number larger than every file.
 bool contains(const Elf64_Phdr& segment, const Elf64_Phdr& part) {
-    return part.p_vaddr >= segment.p_vaddr &&
-           isInside(part.p_vaddr - segment.p_vaddr, part.p_memsz, segment.p_filesz);
+    return isInside(part.p_vaddr - segment.p_vaddr, part.p_memsz, segment.p_filesz);
 }
 
 // Each of these says what is wrong, without the file's name; nothing when nothing is.

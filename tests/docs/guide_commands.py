@@ -6,7 +6,7 @@ order, all in one empty folder, with the folder PROGRAMS in front of the PATH, a
 errors included:
 
   $ command      must end with exit code 0; a backslash at the end goes on in the next line
-  ...            stands for any lines, or none
+  ...            stands for any lines, or none; within a line, for any text
     took 0.61 s  a line that begins with "took" differs from machine to machine: its numbers are not compared
   -26.8          a number with a point may be off by a hundredth of it: mathematical libraries differ
   ~/tuning       the folder in which the commands run
@@ -54,7 +54,8 @@ def comparable(line):
 def pattern_of(line):
     if line.strip() == "...":
         return r"(?:.*\n)*"
-    return r"(-?\d+\.\d+)".join(re.escape(text) for text in DECIMAL.split(comparable(line))) + r"\n"
+    texts = [re.escape(text).replace(r"\.\.\.", ".*") for text in DECIMAL.split(comparable(line))]
+    return r"(-?\d+\.\d+)".join(texts) + r"\n"
 
 
 def agree(shown, printed):

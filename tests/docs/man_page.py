@@ -25,7 +25,7 @@ def in_help(program, *command):
     usage = HELP_USAGE.search(text).group(1).replace(" [OPTIONS]", "")
     found = {usage: set(HELP_OPTION.findall(text)) - {("--help", "")}}
     listed = HELP_COMMANDS.search(text)
-    for line in listed.group(1).splitlines() if listed else []:
+    for line in re.findall(r"^  (?! ).*", listed.group(1), re.MULTILINE) if listed else []:
         found.update(in_help(program, *command, line.split()[0]))
     return found
 

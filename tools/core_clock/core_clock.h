@@ -1,5 +1,4 @@
 // The core's clock, measured: the time-stamp counter and the wall run at rates of their own.
-// Threads: one.
 #pragma once
 
 #include <cstdint>

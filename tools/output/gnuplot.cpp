@@ -114,7 +114,7 @@ std::string preamble(const std::string& ending, const PictureSize& size) {
     return text.str();
 }
 
-// What gnuplot has to say, without the arrow that points into the script.
+// What gnuplot reports, without the arrow that points into the script.
 std::string complaint(const std::string& said) {
     std::istringstream lines(said);
     std::string line;
@@ -152,7 +152,7 @@ void Picture::draw(const std::string& script, PictureSize size) {
 }
 
 std::string plotText(const std::string& text) {
-    // Bytes that are no UTF-8 would make a picture that nothing opens.
+    // Bytes that are not UTF-8 would make a picture that no program opens.
     using Json = nlohmann::json;
     const std::string safe =
         Json::parse(Json(oneLine(text)).dump(-1, ' ', false, Json::error_handler_t::replace))

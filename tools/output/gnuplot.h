@@ -1,7 +1,6 @@
 // Pictures, drawn by gnuplot: a script in its language goes in, a PNG or SVG file comes out. gnuplot is started
 // without a shell, reads the script from its standard input and writes the picture to its standard output, so
 // that no path is ever part of a script.
-// Threads: one.
 #pragma once
 
 #include <string>

@@ -1,5 +1,4 @@
 // Messages are one line each, also when a file name or an engine puts line breaks into them.
-// Threads: any.
 #pragma once
 
 #include <string>

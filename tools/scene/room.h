@@ -1,4 +1,4 @@
-// A shoebox room: where the array stands in it and what its walls send back.
+// A shoebox room: where the array stands in it and what its walls reflect.
 #pragma once
 
 #include "tools/scene/propagation.h"

@@ -12,7 +12,7 @@ namespace se_scene {
 // little.
 double reverberationTime(const std::vector<double>& energy, double step_s);
 
-// Share of the amplitude that each wall must send back, 0 to 1.
+// Share of the amplitude that each wall must reflect, 0 to 1.
 double reflectionFor(const RoomSize& room, double reverberation_s, const Point& source,
                      const Point& listener);
 

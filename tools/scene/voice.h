@@ -1,4 +1,4 @@
-// A voice made from nothing: phrases of syllables with pauses between them, a pitch that falls over the
+// A synthetic voice: phrases of syllables with pauses between them, a pitch that falls over the
 // phrase, and the sound itself by source and filter (Klatt 1980). It says nothing, but has what an engine
 // looks for in speech: harmonics, formants, fricatives, stops, syllables at about four a second.
 #pragma once

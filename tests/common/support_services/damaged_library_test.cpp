@@ -183,6 +183,14 @@ TEST_F(DamagedLibrary, IsRefusedWhenItsDynamicSectionIsNotLoaded) {
     expectRefused("has its dynamic section outside of what is loaded");
 }
 
+// Behind the bytes of the file the loader fills a segment with zeros.
+TEST_F(DamagedLibrary, IsRefusedWhenItsDynamicSectionIsNotInTheFile) {
+    lastLoaded().p_memsz = lastLoaded().p_filesz + 4096;
+    segment(PT_DYNAMIC).p_vaddr = lastLoaded().p_vaddr + lastLoaded().p_filesz;
+    write();
+    expectRefused("has its dynamic section outside of what is loaded");
+}
+
 TEST_F(DamagedLibrary, IsRefusedWhenItIsMissing) {
     expectRefused("cannot be opened: No such file or directory");
 }

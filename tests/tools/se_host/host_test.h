@@ -1,5 +1,5 @@
 // What the tests of the command-line host share: a folder of their own, files in it, and the host run on
-// them. Threads: one.
+// them.
 #pragma once
 
 #include <gtest/gtest.h>

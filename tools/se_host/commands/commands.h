@@ -1,5 +1,4 @@
 // The commands of se_host. Each function registers one, and stands in the file of the command's name.
-// Threads: one.
 #pragma once
 
 #include <CLI/CLI.hpp>

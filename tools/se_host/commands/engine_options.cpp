@@ -27,7 +27,8 @@ void addEngineSettings(CLI::App& command, EngineOptions& options) {
         ->excludes(engine_dft);
     command
         .add_option("--echo-safety-factor", options.echo_safety_factor,
-                    "Echo safety factor in the engine's units (Q10 in recent builds); likewise")
+                    "Echo safety factor in the engine's units (Q10 in recent builds); not with the "
+                    "engine's routines")
         ->type_name("N")
         ->excludes(engine_routines)
         ->excludes(engine_dft);

@@ -1,5 +1,4 @@
 // The options that choose an engine and set it up.
-// Threads: one.
 #pragma once
 
 #include <CLI/CLI.hpp>

@@ -45,7 +45,8 @@ void keepReason(const quill::LogRecord& record) {
 std::string fatalText(const std::string& text) {
     const std::string reason = g_reason.empty() ? "" : " (" + g_reason + ")";
     const char* const advice = adviceAt(engineStage());
-    return text + reason + (advice == nullptr ? std::string() : std::string("; ") + advice);
+    return se_output::oneLine(text) + reason +
+           (advice == nullptr ? std::string() : std::string("; ") + advice);
 }
 
 // Ends the process here: after the sink the library would abort, which leaves a core dump for what is a

@@ -1,5 +1,4 @@
 // How help texts look: no line is wider than a terminal of 100 columns.
-// Threads: one.
 #pragma once
 
 #include <CLI/CLI.hpp>

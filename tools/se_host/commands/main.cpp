@@ -1,6 +1,5 @@
 // se_host: the command-line host. Parses, runs one command and turns every failure into one line and
 // an exit code: 0 done, 1 failure, 2 wrong usage.
-// Threads: one.
 #include <CLI/CLI.hpp>
 #include <iostream>
 #include <memory>
@@ -25,10 +24,10 @@ constexpr const char* kDescription =
 
 constexpr const char* kExamples =
     "Examples:\n"
-    "  se_host scene meeting.wav --azimuth 60       a simulated recording to try it with\n"
-    "  se_host process meeting.wav talker.wav       through the engine\n"
+    "  se_host scene meeting.wav --azimuth 60          a simulated recording to try it with\n"
+    "  se_host process meeting.wav talker.wav          through the engine\n"
     "  se_host noise-test noise.txt --plot noise.png   the microphones' noise\n"
-    "  se_host info                                 the engine and what it can do\n"
+    "  se_host info                                    the engine and what it can do\n"
     "'se_host COMMAND --help' explains a command.";
 
 int complain(const std::string& text, int exit_code) {

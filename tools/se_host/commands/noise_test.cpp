@@ -73,7 +73,7 @@ void save(const se_output::TemporaryFile& file) {
 
 void run(const NoiseTestOptions& command) {
     refuseClashes({command.recording}, {command.output, command.picture});
-    // What fails early comes before what takes long.
+    // What can fail early comes before what takes long.
     se_output::TemporaryFile output(command.output);
     std::optional<se_output::Picture> picture;
     if (!command.picture.empty()) picture.emplace(command.picture);

@@ -1,5 +1,4 @@
 // The results of `se_host noise-test` as text, as JSON and as a picture.
-// Threads: any.
 #pragma once
 
 #include <nlohmann/json.hpp>

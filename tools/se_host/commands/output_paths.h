@@ -1,5 +1,4 @@
 // Outputs that would destroy an input or one another are refused before any work.
-// Threads: any.
 #pragma once
 
 #include <string>

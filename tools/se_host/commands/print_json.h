@@ -1,5 +1,4 @@
 // Answers on standard output.
-// Threads: one.
 #pragma once
 
 #include <iostream>
@@ -7,7 +6,7 @@
 
 namespace se_host {
 
-// Indented. Bytes that are no UTF-8 (file names may hold any) are replaced, so that the result always parses.
+// Indented. Bytes that are not UTF-8 (file names may hold any) are replaced, so that the result always parses.
 void printJson(const nlohmann::ordered_json& json);
 
 // As its toJson or as its toText.

@@ -1,5 +1,4 @@
 // The picture of a run: levels and spectra of the centre microphone and of the output over the same time.
-// Threads: one.
 #pragma once
 
 #include <cstdint>

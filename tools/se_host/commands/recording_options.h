@@ -1,5 +1,4 @@
 // The options that name what goes into the engine.
-// Threads: one.
 #pragma once
 
 #include <CLI/CLI.hpp>

@@ -1,5 +1,4 @@
 // The command-line options that describe a scene, and the scene that they make.
-// Threads: one.
 #pragma once
 
 #include <CLI/CLI.hpp>

@@ -32,7 +32,7 @@ bool receive(int socket, void* data, size_t size) {
     return ::recv(socket, data, size, MSG_WAITALL) == static_cast<ssize_t>(size);
 }
 
-// The child's whole life. Its exit leaves alone what the parent has open.
+// All that the child does. Its exit leaves alone what the parent has open.
 [[noreturn]] void work(int socket, EngineOptions engine, const RecordingOptions& options, bool bypass,
                        bool split_cycles) {
     char go = 0;

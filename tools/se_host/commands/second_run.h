@@ -1,6 +1,5 @@
 // The same recording once more, with the engine's own routines, to compare with. It needs a process of its
 // own: an engine keeps its state, and its hooks, for the life of the process.
-// Threads: one.
 #pragma once
 
 #include <sys/types.h>

@@ -1,4 +1,4 @@
-// `se_host spectrum`: what a sound is made of.
+// `se_host spectrum`: the mean spectrum of a sound.
 #include <cmath>
 #include <iostream>
 #include <memory>

@@ -1,5 +1,4 @@
 // The summary of a run of `se_host process`.
-// Threads: any.
 #pragma once
 
 #include <nlohmann/json.hpp>

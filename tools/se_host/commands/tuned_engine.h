@@ -1,6 +1,5 @@
 // A started engine with its diagnostics, tuned and fed with a recording as the options say: what the commands of
 // `se_host diags` share.
-// Threads: one.
 #pragma once
 
 #include <CLI/CLI.hpp>

@@ -1,5 +1,4 @@
 // The engine's diagnostics: name, type, range, access and help.
-// Threads: one.
 #pragma once
 
 #include <string>

@@ -1,5 +1,4 @@
 // Diagnostics along time: a table in comma-separated values, one line a block.
-// Threads: one.
 #pragma once
 
 #include <fstream>

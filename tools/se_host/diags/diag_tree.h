@@ -1,5 +1,4 @@
 // The engine's diagnostics in the property tree, and edits of them by text.
-// Threads: one.
 #pragma once
 
 #include <map>

@@ -1,5 +1,4 @@
 // A tuning: what all diagnostics of an engine hold, kept in a JSON file.
-// Threads: one.
 #pragma once
 
 #include <nlohmann/json.hpp>

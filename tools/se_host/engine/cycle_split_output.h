@@ -1,5 +1,4 @@
 // The shares of a block's cycles as text and as JSON.
-// Threads: any.
 #pragma once
 
 #include <nlohmann/json.hpp>

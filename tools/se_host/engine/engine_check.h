@@ -1,5 +1,4 @@
 // What the wrapper would find in an engine build, row by row of its interface table, without starting it.
-// Threads: any.
 #pragma once
 
 #include <nlohmann/json.hpp>

@@ -1,5 +1,4 @@
 // The engine builds that an installation offers.
-// Threads: any.
 #pragma once
 
 #include <string>

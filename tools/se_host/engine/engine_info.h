@@ -1,5 +1,4 @@
 // The loaded engine, the processor, the selected kernels and the properties, as `se_host info` shows them.
-// Threads: one.
 #pragma once
 
 #include <nlohmann/json.hpp>

@@ -12,7 +12,7 @@
 
 namespace se_host {
 
-// Where the engine believes the talker to be.
+// Where the engine locates the talker.
 struct Direction {
     static constexpr int kDegreesPerLocation = 30;
 

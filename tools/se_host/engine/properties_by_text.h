@@ -1,5 +1,4 @@
-// The property tree as a user of the command line sees it.
-// Threads: one.
+// The property tree by text: paths and values.
 #pragma once
 
 #include <string>

@@ -1,5 +1,4 @@
 // One direction for a whole recording.
-// Threads: any.
 #pragma once
 
 #include <optional>
@@ -16,7 +15,7 @@ struct Talker {
     double confidence;  // mean over those blocks, 0 to 1
 };
 
-// The location with the most confidence behind it; nothing when that is next to none.
+// The location with the most confidence behind it; nothing when that is nearly none.
 std::optional<Talker> findTalker(const std::vector<Direction>& directions);
 
 }  // namespace se_host

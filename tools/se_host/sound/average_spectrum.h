@@ -1,7 +1,6 @@
 // Mean spectrum of a sound: overlapping Hann-windowed pieces through the wrapper's magnitude spectrum, their powers
 // averaged (Welch: The use of fast Fourier transform for the estimation of power spectra, IEEE Transactions on
 // Audio and Electroacoustics 15(2), 1967).
-// Threads: any.
 #pragma once
 
 #include <cstddef>

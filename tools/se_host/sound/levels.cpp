@@ -15,7 +15,7 @@ double meanSquare(const int16_t* begin, const int16_t* end) {
     return std::inner_product(begin, end, begin, 0.0) / static_cast<double>(end - begin);
 }
 
-// A last block that is not whole counts for nothing, unless it is the only one.
+// A last block that is not whole does not count, unless it is the only one.
 double pauseMeanSquare(const std::vector<int16_t>& samples) {
     std::vector<double> blocks;
     const int16_t* const end = samples.data() + samples.size();

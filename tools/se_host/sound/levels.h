@@ -1,5 +1,4 @@
 // Levels of 16-bit sound at 16 kHz in dBFS: 0 dB is a constant 32768.
-// Threads: any.
 #pragma once
 
 #include <cstdint>

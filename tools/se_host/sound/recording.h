@@ -1,6 +1,5 @@
 // What goes into the engine: a recording of the microphones and what the loudspeaker played meanwhile, at the
 // engine's rate and in whole blocks.
-// Threads: any.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,4 @@
 // Bringing a recording to the rate that the engine works at.
-// Threads: any.
 #pragma once
 
 #include "tools/se_host/sound/audio_file.h"

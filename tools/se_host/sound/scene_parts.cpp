@@ -15,7 +15,7 @@ using Samples = std::vector<int16_t>;
 using Blocks = std::vector<bool>;
 
 constexpr size_t kBlock = 160;
-constexpr size_t kConvergence = 200;    // blocks in which an engine gets to know the room
+constexpr size_t kConvergence = 200;    // blocks in which an engine adapts to the room
 constexpr std::ptrdiff_t kMargin = 10;  // blocks: longer than the output's lag
 constexpr double kPresent = 1e-3;       // of the power of the loudest block
 constexpr double kAudible = 1e-6;

@@ -1,5 +1,4 @@
 // A simulated recording's parts, and what the engine did to each of them.
-// Threads: any.
 #pragma once
 
 #include <cstdint>

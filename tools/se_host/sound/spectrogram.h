@@ -1,5 +1,4 @@
 // Levels and spectra of 16-bit sound along time, as many moments as a picture has room for.
-// Threads: any.
 #pragma once
 
 #include <cstddef>

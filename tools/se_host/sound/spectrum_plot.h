@@ -1,5 +1,4 @@
 // Spectra as curves over frequency, for the commands that draw them.
-// Threads: any.
 #pragma once
 
 #include <string>

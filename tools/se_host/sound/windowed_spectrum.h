@@ -1,5 +1,4 @@
 // The spectrum of one piece of sound under a Hann window, as the host's pictures and figures show it.
-// Threads: any.
 #pragma once
 
 #include <cstddef>

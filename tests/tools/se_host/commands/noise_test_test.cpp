@@ -136,7 +136,7 @@ TEST_F(NoiseTestCommand, RefusesASoundThatIsShorterThanTheTest) {
 
 TEST_F(NoiseTestCommand, RefusesAnEngineWithoutTheTest) {
     expectRefused(testOf(patternedSound(kEnough), {"--engine", "test_engines/host_probe"}), kFailure,
-                  "engine 'test_engines/host_probe' has no noise test; choose another one with --engine");
+                  "engine 'test_engines/host_probe' has no noise test; choose another build");
 }
 
 TEST_F(NoiseTestCommand, RefusesOptionsOfTheSimulationForARecording) {

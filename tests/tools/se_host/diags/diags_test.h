@@ -1,4 +1,4 @@
-// What the tests of `se_host diags` share. Threads: one.
+// What the tests of `se_host diags` share.
 #pragma once
 
 #include <nlohmann/json.hpp>

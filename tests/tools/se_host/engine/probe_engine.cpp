@@ -1,7 +1,6 @@
 // An engine that shows what the host does with it: its output is the far-end block that it was given for the
 // same 10 ms, times the receive gain that was set, plus the echo safety factor. Its catalogue holds what no
 // ordinary engine does: values that are not finite, and one beyond 32 bits. It knows nothing of the wrapper.
-// Threads: one.
 #include <signal.h>
 
 #include <algorithm>
