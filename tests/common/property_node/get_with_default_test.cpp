@@ -63,5 +63,11 @@ TEST_F(GetWithDefault, WorksForEveryType) {
     EXPECT_EQ(large, 1l << 40);
 }
 
+TEST_F(GetWithDefault, LeavesTheDefaultOfTheNode) {
+    int out = 0;
+    node_->get<int>(out, 5);
+    EXPECT_TRUE(node_->defaultValue().empty());
+}
+
 }  // namespace
 }  // namespace quill

@@ -5,6 +5,7 @@
 #include <functional>
 #include <future>
 #include <thread>
+#include <vector>
 
 #include "tests/common/property_node/change_recorder.h"
 
@@ -97,13 +98,21 @@ TEST_F(ListenerListLock, RemovalOnAnotherThreadWaitsForTheCallOfTheRemovedListen
     EXPECT_TRUE(running.hasReturned());
 }
 
-TEST_F(ListenerListLock, ASecondRemovalOfTheSameListenerWaitsToo) {
+TEST_F(ListenerListLock, EveryRemovalOfTheSameListenerWaits) {
+    constexpr int kRemovals = 4;
     RunningListener running(*node_);
-    std::thread first([&] { node_->removeListener(running.id); });
+    std::atomic<int> started{0};
+    std::vector<std::thread> removals;
+    for (int i = 0; i < kRemovals; ++i) {
+        removals.emplace_back([&] {
+            ++started;
+            node_->removeListener(running.id);
+            EXPECT_TRUE(running.hasReturned());
+        });
+    }
+    while (started < kRemovals) std::this_thread::yield();
     running.release();
-    node_->removeListener(running.id);
-    EXPECT_TRUE(running.hasReturned());
-    first.join();
+    for (std::thread& removal : removals) removal.join();
 }
 
 TEST_F(ListenerListLock, RemovalWaitsUntilWhatTheListenerCapturedIsDestroyed) {
