@@ -44,7 +44,8 @@ function(se_test name)
     DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120 PROPERTIES TIMEOUT 300)
   file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR}/tests ${CMAKE_CURRENT_SOURCE_DIR})
   string(REGEX REPLACE "/.*" "" folder ${folder})
-  se_label_tests(${name} "unit;${folder};${ARG_LABELS}" "${ARG_SLOW}")
+  set(labels unit ${folder} ${ARG_LABELS})
+  se_label_tests(${name} "${labels}" "${ARG_SLOW}")
 endfunction()
 
 # se_script_test(<name> LABELS <labels> COMMAND <command>...): a test that is a script.

@@ -1,5 +1,4 @@
-// Soft assertions: they report, may stop in a debugger, and execution goes on.
-// Threads: any.
+// Soft assertions: a failed one is reported and may stop in a debugger; then execution continues.
 #pragma once
 
 #include <functional>
@@ -20,8 +19,8 @@ struct AssertionRecord {
 // Returns true when the caller is to stop in a debugger.
 using AssertionHandler = std::function<bool(const AssertionRecord&)>;
 
-// [any] Replaces the handler. An empty one means the default again: one level-2 record with tag "assert"
-// and the assertion's file, line, function and text; true only while a debugger is attached.
+// [any] Replaces the handler. An empty one restores the default: one level-2 record with tag "assert" and the
+// assertion's file, line, function and text; true only while a debugger is attached.
 QUILL_COMMON_EXPORT void setAssertionHandler(AssertionHandler handler);
 
 // [any] Reports a failed assertion; `format` begins with "Assertion failed: ".
@@ -30,7 +29,7 @@ QUILL_COMMON_EXPORT bool handleAssertion(const char* file, int line, const char*
 
 }  // namespace quill
 
-// Whoever resumes may have changed memory meanwhile.
+// The debugger that resumes the process may have changed memory.
 #define QUILL_BREAKPOINT_TRAP() __asm__ volatile("int3" ::: "memory")
 
 // Reports an assertion that has failed: QUILL_ASSERTION_FAILED(site, format, arguments...).

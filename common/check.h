@@ -1,19 +1,43 @@
 // Fatal checks. A check that fails makes one level-1 record with tag "check"; once it has reached the sink
-// the process ends. If the "check" tag is filtered out, a failed check reports nothing and execution goes
-// on. The operands are evaluated once; further text may be streamed into the record.
-// Threads: any. rt-safe as long as the check holds.
+// the process ends. If the "check" tag is filtered out, a failed check reports nothing and execution
+// continues. The operands are evaluated once; further text may be streamed into the record.
+// rt-safe while the check holds.
 #pragma once
 
+#include <cstddef>
 #include <locale>
 #include <memory>
 #include <sstream>
 #include <string>
+#include <type_traits>
 
 #include "common/export.h"
 #include "common/logging.h"
 #include "common/record_sites.h"
 
 namespace quill {
+
+namespace check_internal {
+
+template <class T>
+inline constexpr bool kIsText = false;
+template <>
+inline constexpr bool kIsText<const char*> = true;
+template <>
+inline constexpr bool kIsText<char*> = true;
+
+// An operand as the message shows it. A null pointer to text would end the message; it is shown as every
+// other null pointer is.
+template <class T>
+decltype(auto) shown(const T& operand) {
+    if constexpr (kIsText<T>) {
+        return operand != nullptr ? operand : "0";
+    } else {
+        return (operand);
+    }
+}
+
+}  // namespace check_internal
 
 // [any] The message of a failed comparison: text (a vs. b), in default stream formatting. The caller owns it.
 // A null `text` puts the stream into its failure state: the message is empty.
@@ -26,17 +50,44 @@ std::string* MakeCheckOpString(const A& a, const B& b, const char* text) {
     } else {
         message << text;
     }
-    message << " (" << a << " vs. " << b << ")";
+    message << " (" << check_internal::shown(a) << " vs. " << check_internal::shown(b) << ")";
     return new std::string(message.str());
 }
 
 namespace check_internal {
 
-#define QUILL_DEFINE_CHECK_OP(name, op)                                              \
-    template <class A, class B>                                                      \
-    std::unique_ptr<std::string> name(const A& a, const B& b, const char* text) {    \
-        if (a op b) return nullptr;                                                  \
-        return std::unique_ptr<std::string>(::quill::MakeCheckOpString(a, b, text)); \
+// The operand literals 0 and NULL where the other operand takes a null pointer and no number.
+struct NullLiteral {
+    NullLiteral(std::nullptr_t) {}
+};
+
+// An operand as `a op b` converts it. Numbers are converted here, so that the literal of v.size() == 0 causes
+// no warning about its sign.
+template <class Other, class T>
+decltype(auto) converted(const T& operand) {
+    if constexpr (std::is_arithmetic_v<T> && std::is_arithmetic_v<Other>) {
+        return static_cast<decltype(T() + Other())>(operand);
+    } else {
+        return (operand);
+    }
+}
+
+using Message = std::unique_ptr<std::string>;  // null: the comparison holds
+
+#define QUILL_DEFINE_CHECK_OP(name, op)                                                              \
+    template <class A, class B>                                                                      \
+    auto name(const A& a, const B& b, const char* text)                                              \
+        ->decltype(void(converted<B>(a) op converted<A>(b)), Message()) {                            \
+        return converted<B>(a) op converted<A>(b) ? nullptr                                          \
+                                                  : Message(::quill::MakeCheckOpString(a, b, text)); \
+    }                                                                                                \
+    template <class A>                                                                               \
+    auto name(const A& a, NullLiteral, const char* text)->decltype(void(a op nullptr), Message()) {  \
+        return a op nullptr ? nullptr : Message(::quill::MakeCheckOpString(a, 0, text));             \
+    }                                                                                                \
+    template <class B>                                                                               \
+    auto name(NullLiteral, const B& b, const char* text)->decltype(void(nullptr op b), Message()) {  \
+        return nullptr op b ? nullptr : Message(::quill::MakeCheckOpString(0, b, text));             \
     }
 QUILL_DEFINE_CHECK_OP(equal, ==)
 QUILL_DEFINE_CHECK_OP(notEqual, !=)
@@ -49,7 +100,7 @@ QUILL_DEFINE_CHECK_OP(greaterOrEqual, >=)
 }  // namespace check_internal
 }  // namespace quill
 
-// Whether it holds is asked before whether the record would be kept.
+// The condition is evaluated before the filter is asked.
 #define QUILL_CHECK_RECORD(holds_, site_)             \
     (holds_) || !::quill::isLoggerEnabled(1, "check") \
         ? (void)0                                     \

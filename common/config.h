@@ -1,5 +1,4 @@
 // The host's common configuration.
-// Threads: see common/properties.h.
 #pragma once
 
 #include "common/export.h"
@@ -7,7 +6,7 @@
 
 namespace quill {
 
-// "config/is_harbor": whether this is the device model that has an engine build of its own. Default false.
+// "config/is_harbor": whether the device is the model that has an engine build of its own. Default false.
 extern QUILL_COMMON_EXPORT StaticProperty<bool> p_config_is_harbor;
 QUILL_STATIC_PROPERTY_TYPE_GUARD(p_config_is_harbor, bool)
 

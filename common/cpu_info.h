@@ -1,12 +1,11 @@
-// Features of the processor, the operating system's support for their registers included.
-// Threads: any.
+// Features of the processor. A feature counts only if the operating system saves the registers that it uses.
 #pragma once
 
 #include "common/export.h"
 
 namespace quill {
 
-// [any] Asked once, at construction; constructing again is harmless.
+// [any] Read from the processor at construction. Any number of objects may be constructed.
 struct QUILL_COMMON_EXPORT CPUInfo {
     CPUInfo();
 
@@ -16,7 +15,7 @@ struct QUILL_COMMON_EXPORT CPUInfo {
     bool has_avx2 = false;
     bool has_avx_vnni = false;
     bool has_avx512 = false;       // F, BW and VL together
-    bool has_avx512_vnni = false;  // VNNI on top of those
+    bool has_avx512_vnni = false;  // has_avx512 and VNNI
 };
 
 }  // namespace quill

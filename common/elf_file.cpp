@@ -72,8 +72,7 @@ std::string objectionToHeader(const Elf64_Ehdr& header) {
 std::string objectionToSegments(const std::vector<Elf64_Phdr>& segments, uint64_t file_size) {
     for (const Elf64_Phdr& segment : segments) {
         if (segment.p_type == PT_LOAD && !isInside(segment.p_offset, segment.p_filesz, file_size))
-            return "ends before its segment at offset " + std::to_string(segment.p_offset) + " does" +
-                   kProbablyCut;
+            return std::string("ends before its loadable segments do") + kProbablyCut;
     }
     for (const Elf64_Phdr& part : segments) {
         if (part.p_type != PT_DYNAMIC) continue;

@@ -12,11 +12,16 @@ std::string getExePath() {
         const ssize_t length = ::readlink("/proc/self/exe", path.data(), path.size());
         if (length < 0) return {};
         if (static_cast<size_t>(length) < path.size()) {
-            const std::string executable(path.data(), static_cast<size_t>(length));
-            return executable.substr(0, executable.rfind('/'));
+            return File::directoryOf(std::string(path.data(), static_cast<size_t>(length)));
         }
-        path.resize(path.size() * 2);  // filled to the brim: perhaps cut
+        path.resize(path.size() * 2);  // a full buffer may hold a cut path
     }
+}
+
+std::string File::directoryOf(const std::string& path) {
+    const size_t separator = path.rfind('/');
+    if (separator == std::string::npos) return {};
+    return separator == 0 ? "/" : path.substr(0, separator);
 }
 
 std::string File::joinPath(const std::string& a, const std::string& b) {

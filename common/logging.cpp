@@ -23,7 +23,7 @@ struct Core {
     std::shared_ptr<const LogSink> sink;
     int threshold = kDefaultThreshold;
     std::map<std::string, int, std::less<>> tag_thresholds;
-    // The largest threshold in force, so that the common "no" needs no lock.
+    // The largest threshold in force: a record above it is dropped without the lock.
     std::atomic<int> highest{kDefaultThreshold};
     std::atomic<int> next_uid{0};
 
@@ -70,7 +70,7 @@ void writeToStandardError(const LogRecord& record) {
     }
 }
 
-// Gives the call site its number; of several threads at a fresh site one wins.
+// Gives the call site its number. If several threads reach it together, the first number stays.
 void registerCallSite(int* uid) {
     if (__atomic_load_n(uid, __ATOMIC_RELAXED) != -1) return;
     int unregistered = -1;

@@ -1,5 +1,5 @@
 // Logging: records with a level and a tag, filtered before they are built, handed to one sink.
-// Threads: everything here may be called from any thread at any time, static initialisation included.
+// Everything here may also be called during static initialisation and while the process exits.
 // Not for the audio path: a record that is kept allocates and writes. A statement that is filtered out
 // costs one call of isLoggerEnabled.
 #pragma once
@@ -14,8 +14,8 @@
 
 namespace quill {
 
-// Levels: 1 fatal (the process ends once the record has reached the sink), 2 error that is survived,
-// 4 notice, 5 trace.
+// Levels: 1 fatal (the process ends once the record has reached the sink), 2 error after which execution
+// continues, 4 notice, 5 trace.
 struct LogRecord {
     int level;
     const char* tag;
@@ -25,16 +25,16 @@ struct LogRecord {
     std::string text;
 };
 
-// Receives every record that is kept, on the thread that made it, several threads at once if they log at
-// once. A sink may log; an exception that leaves it ends the process.
+// Receives every record that is kept, on the thread that made it; several threads may call it at the same
+// time. A sink may log; an exception that leaves it ends the process.
 using LogSink = std::function<void(const LogRecord&)>;
 
-// [any] Replaces the sink; an empty one means standard error again. A record that is under way on
-// another thread may still reach the old sink.
+// [any] Replaces the sink; an empty one restores standard error. A record that another thread is emitting may
+// still reach the old sink.
 QUILL_COMMON_EXPORT void setLogSink(LogSink sink);
 
 // [any] Keeps the levels 1 to `level` of every tag without a threshold of its own. The default is 4;
-// 0 drops everything, fatal records included: checks then report nothing and execution goes on.
+// 0 drops everything, fatal records included: checks then report nothing and execution continues.
 QUILL_COMMON_EXPORT void setLogThreshold(int level);
 
 // [any] Gives one tag a threshold of its own; 0 drops all of its records.
@@ -49,9 +49,9 @@ class LoggingFilter;
 // by abort().
 class QUILL_COMMON_EXPORT LoggingStream {
   public:
-    // [any] in: `uid`, the call site's own integer, -1 until the core has numbered the site (once, however
-    // many threads arrive). The pointers must outlive the record; `filter` is null. Text is formatted as in
-    // the C locale, whatever the host's is.
+    // [any] in: `uid`, the call site's own integer, -1 until the core has numbered the site (once, also if
+    // several threads reach it together); `filter`, null. needs: the pointers outlive the record. Text is
+    // formatted as in the C locale, independent of the host's locale.
     LoggingStream(LoggingFilter* filter, int level, const char* tag, const char* file, const char* function,
                   int line, int* uid);
     ~LoggingStream();
@@ -82,7 +82,8 @@ struct Voidify {
 }  // namespace logging_internal
 }  // namespace quill
 
-// One statement with variables of its own. Without an `if`, so that an else after it means the caller's.
+// One statement with variables of its own. It holds no `if`, so that a following `else` belongs to the `if`
+// of the caller.
 #define QUILL_WITH(...)     \
     switch (__VA_ARGS__; 0) \
     case 0:                 \
@@ -96,7 +97,7 @@ struct Voidify {
                                                                   &quill_logging_point_uid__)           \
                                                .stream()
 
-// The statement with a source and a line of the caller's choice.
+// The statement with a source and a line that the caller chooses.
 #define QUILL_LOG_AT(level_, tag_, source_, line_)                                                 \
     QUILL_WITH_CALL_SITE                                                                           \
     QUILL_WITH(const ::quill::logging_internal::Statement quill_log_statement__{(level_), (tag_)}) \

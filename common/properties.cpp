@@ -9,7 +9,7 @@
 namespace quill {
 namespace {
 
-// Replaces the node's metadata by what was declared, as one change, unless it is that already.
+// Replaces the node's metadata by the declared entries, as one change, unless they are equal.
 void replaceMetadata(PropertyNode& node, const PropertyNodeData::Metadata& declared) {
     PropertyNodeData::SharedDataLock lock(&node, nullptr);
     if (lock->metadata == nullptr) lock->metadata = std::make_shared<PropertyNodeData::Metadata>();

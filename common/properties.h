@@ -1,6 +1,6 @@
 // Static properties: global, named properties that a library declares while it is loaded, before there is a
-// tree. initStaticProperties binds each to its node; reading one earlier is a programming error that stops
-// the process loudly.
+// tree. initStaticProperties binds each to its node; reading one earlier is a programming error that ends the
+// process with a message.
 //
 //     StaticProperty<bool> p_verbose("console/verbose", false, __FILE__);            // source
 //     extern StaticProperty<bool> p_verbose;                                         // header
@@ -26,7 +26,7 @@ struct QUILL_COMMON_EXPORT StaticPropertyInitArgs {
     PropertyNodePtr root;  // paths are resolved below it
 };
 
-// Names the list of the static properties.
+// The tag of the list of static properties.
 class QUILL_COMMON_EXPORT StaticPropertyInitTag {
   public:
     virtual void initialize(const StaticPropertyInitArgs& args) = 0;
@@ -41,9 +41,9 @@ extern template class StaticDeferredInit<StaticPropertyInitTag, StaticPropertyIn
 // [setup] Binds every static property declared so far to its node below `root`, in the order of declaration.
 // Binding keeps a value that the node has, and replaces the node's metadata by the declared entries and
 // "file_name".
-// After loading a library that declares properties of its own, run it once more with the same root: properties
-// that are bound to their node already stay exactly as they are, without a notification, and may be read
-// meanwhile. With another root, it binds every property to its node there.
+// After loading a library that declares properties of its own, run it once more with the same root:
+// properties that are bound to their node already stay exactly as they are, without a notification, and may
+// be read meanwhile. With another root, it binds every property to its node there.
 QUILL_COMMON_EXPORT void initStaticProperties(const PropertyNodePtr& root);
 
 // A property that is bound.
@@ -69,7 +69,7 @@ class QUILL_COMMON_EXPORT StaticPropertyBase {
         std::string owned_file;  // the library that declared the property may be unloaded
     };
 
-    // [setup] Marks the node for people as read-only or not, from when it is bound.
+    // [setup] The node's "read_only" from binding on: whether PropertyNode::setFromText refuses the node.
     Derived& setReadOnly(bool read_only);
 
     // [any] The node's value. needs: bound. fails: unbound, a message on standard error and a breakpoint
@@ -79,7 +79,7 @@ class QUILL_COMMON_EXPORT StaticPropertyBase {
     // [any] The node. needs, fails: as get().
     const PropertyNodePtr& node() const;
 
-    // What all copies share.
+    // The state that all copies share.
     const std::shared_ptr<Data>& data() const { return data_; }
 
   protected:
@@ -108,7 +108,7 @@ extern template class QUILL_STATIC_PROPERTY_BASE(std::string);
 
 }  // namespace quill
 
-// Stands beside the declaration of a static property. Code that takes the property for one of another type
-// does not match the function, and its name is the compiler's message.
+// To be placed beside the declaration of a static property. Code that uses the property with another type
+// does not match the function, and the compiler's message contains its name.
 #define QUILL_STATIC_PROPERTY_TYPE_GUARD(property, type) \
     inline void in_this_namespace_property_##property##_was_not_defined_with_type(type) {}

@@ -67,8 +67,8 @@ PropertyNode* PropertyChildren::add(const PropertyNodePtr& child) {
     return child.get();
 }
 
-// Makes the table twice as large when it is half full. Whoever is still looking in the outgrown one misses what
-// comes after this, as if he had come earlier.
+// Makes the table twice as large when it is half full. A search that still runs in the smaller one does not
+// see the children that are added later, as if it had run before.
 void PropertyChildren::makeRoom() {
     const size_t children = owned_.size() + 1;
     if (!tables_.empty() && tables_.back()->hasRoomFor(children)) return;
@@ -84,7 +84,7 @@ std::vector<PropertyNodePtr> PropertyChildren::list() const {
     return owned_;
 }
 
-void PropertyChildren::giveUp(std::vector<PropertyNodePtr>& to) {
+void PropertyChildren::release(std::vector<PropertyNodePtr>& to) {
     for (PropertyNodePtr& child : owned_) to.push_back(std::move(child));
     owned_.clear();
     table_.store(nullptr, std::memory_order_relaxed);

@@ -1,5 +1,4 @@
 // The children of one node by name. A child is never removed, so that finding one takes no lock.
-// Threads: any, until they are given up.
 #pragma once
 
 #include <atomic>
@@ -23,22 +22,22 @@ class PropertyChildren {
     // The child of that name, null when there is none. No lock, no allocation.
     PropertyNode* find(std::string_view name) const;
 
-    // The child that has this one's name from now on: this one, or the one that was there before.
+    // The child of this name afterwards: the given one, or one that was added before.
     PropertyNode* add(const PropertyNodePtr& child);
 
-    // All of them, in the order in which they came.
+    // All of them, in the order of adding.
     std::vector<PropertyNodePtr> list() const;
 
-    // Hands the ownership over; there are no children from then on. needs: no other thread uses this any more.
-    void giveUp(std::vector<PropertyNodePtr>& to);
+    // Moves the ownership to the vector; there are no children afterwards. needs: no other thread uses this.
+    void release(std::vector<PropertyNodePtr>& to);
 
   private:
     struct Table;
     void makeRoom();
 
     std::atomic<Table*> table_{nullptr};          // the newest of tables_; null until the first child
-    mutable std::mutex mutex_;                    // of what follows, for single steps
-    std::vector<std::unique_ptr<Table>> tables_;  // outgrown ones stay: somebody may be looking there
+    mutable std::mutex mutex_;                    // of the next two
+    std::vector<std::unique_ptr<Table>> tables_;  // smaller ones stay: a thread may be searching there
     std::vector<PropertyNodePtr> owned_;
 };
 

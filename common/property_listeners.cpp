@@ -39,8 +39,8 @@ struct PropertyListeners::List {
     class Call;
 };
 
-// One call of the first listener from `begin` to before `end`, if there is one. Until it ends, the listener is
-// kept alive and its removal waits.
+// One call of the first listener from `begin` to before `end`, if there is one. Until it ends, the listener
+// is kept alive and its removal waits.
 class PropertyListeners::List::Call {
   public:
     Call(List& list, uint64_t begin, uint64_t end) : list_(list) {

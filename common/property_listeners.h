@@ -25,8 +25,8 @@ class PropertyListeners {
     // Returns the listener's number; 0 when the function is empty. Waits for no listener.
     uint64_t add(PropertyListener listener);
 
-    // Waits for a call of this listener on another thread. The listener is destroyed last: what it captured may
-    // use the list, or own the node that owns the list.
+    // Waits for a call of this listener on another thread. The listener is destroyed last: what it captured
+    // may use the list, or own the node that owns the list.
     void remove(uint64_t id);
 
     bool empty() const;

@@ -23,20 +23,20 @@ PropertyNodePtr PropertyNode::createRoot() {
     return PropertyNodePtr(new PropertyNode({}, {}));
 }
 
-// Branches are taken apart in a loop, because a path may have more components than the stack has room for: the
-// children of a node that dies in the loop join it.
+// Branches are destroyed in a loop, because recursion over a path of many components would exhaust the stack:
+// the children of a node that is destroyed in the loop are added to it.
 PropertyNode::~PropertyNode() {
     thread_local std::vector<PropertyNodePtr>* in_progress = nullptr;
     if (in_progress != nullptr) {
-        children_.giveUp(*in_progress);
+        children_.release(*in_progress);
         return;
     }
-    std::vector<PropertyNodePtr> doomed;
-    children_.giveUp(doomed);
-    in_progress = &doomed;
-    while (!doomed.empty()) {
-        const PropertyNodePtr node = std::move(doomed.back());
-        doomed.pop_back();
+    std::vector<PropertyNodePtr> pending;
+    children_.release(pending);
+    in_progress = &pending;
+    while (!pending.empty()) {
+        const PropertyNodePtr node = std::move(pending.back());
+        pending.pop_back();
     }
     in_progress = nullptr;
 }

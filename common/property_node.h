@@ -39,8 +39,8 @@ class QUILL_COMMON_EXPORT PropertyNode : public std::enable_shared_from_this<Pro
     PropertyNode(const PropertyNode&) = delete;
     PropertyNode& operator=(const PropertyNode&) = delete;
 
-    // --- The tree. Nodes are never removed: a node lives as long as its parent, or longer while a pointer to it
-    // is held.
+    // --- The tree. Nodes are never removed: a node lives as long as its parent, or longer while a pointer to
+    // it is held.
 
     // [any] The last component of the path; the root's is empty.
     const std::string& name() const;
@@ -70,8 +70,8 @@ class QUILL_COMMON_EXPORT PropertyNode : public std::enable_shared_from_this<Pro
     template <class T>
     void get(T& out, T defaultValue);
 
-    // [any] Sets value and type, whatever "read_only" says. Returns 0 when the node holds this value of this
-    // type already, else the change counter once the listeners have been told.
+    // [any] Sets value and type; "read_only" does not matter. Returns 0 when the node holds this value of
+    // this type already, else the change counter once the listeners have been told.
     template <class T>
     unsigned long set(T value);
 
@@ -84,8 +84,8 @@ class QUILL_COMMON_EXPORT PropertyNode : public std::enable_shared_from_this<Pro
 
     // [any] Sets the value from a text that a user typed: in the node's present type, as a string if the node
     // has no value. fails: false with a sentence in `error` (which may be null), nothing changed, when the
-    // node's "read_only" is true, read as getMeta<bool> reads it, or when the type cannot hold the whole text,
-    // surrounding blanks aside.
+    // node's "read_only" is true, read as getMeta<bool> reads it, or when the type cannot hold the whole
+    // text, surrounding blanks aside.
     bool setFromText(const std::string& text, std::string* error);
 
     // --- Metadata: named values beside the value. They share the change counter.
@@ -108,9 +108,9 @@ class QUILL_COMMON_EXPORT PropertyNode : public std::enable_shared_from_this<Pro
 
     // --- Listeners
 
-    // [any] Calls the listener for every later change, in the order of the counter; a change that is being told
-    // is not a later one. Waits for no listener. Returns the listener's number, never 0. A value that is read
-    // after this has returned is at least as new as the last change that the listener was not told of.
+    // [any] Calls the listener for every later change, in the order of the counter; a change that is being
+    // told is not a later one. Waits for no listener. Returns the listener's number, never 0. A value that is
+    // read after this has returned is at least as new as the last change that the listener was not told of.
     // fails: 0, nothing added, when the function is empty.
     uint64_t addListener(PropertyListener listener);
 

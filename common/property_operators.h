@@ -1,5 +1,5 @@
-// What can be done with a property value whose type is known at run time only: one table of operations a
-// type. Threads: any; the operations themselves take no lock.
+// The operations on a property value whose type is known at run time only: one table per type. They take no
+// lock.
 #pragma once
 
 #include <memory>
@@ -47,7 +47,7 @@ class QUILL_COMMON_EXPORT PropertyValueOperatorsT final : public PropertyValueOp
     const char* typeName() const override;
 };
 
-// Instantiated in libcommon and nowhere else: this is what makes the instances one per process.
+// Instantiated in libcommon and nowhere else, so that the instances are one per process.
 extern template class PropertyValueOperatorsT<float>;
 extern template class PropertyValueOperatorsT<long>;
 extern template class PropertyValueOperatorsT<bool>;

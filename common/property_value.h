@@ -1,5 +1,5 @@
 // A value of one of five types, or none: float, long ("int64"), bool, int ("int32"), std::string ("string").
-// Threads: no lock of its own; a node's lock guards the values it holds.
+// Threads: [any], one at a time; it has no lock of its own, and a node's lock guards the node's values.
 #pragma once
 
 #include <cstdint>
@@ -35,8 +35,8 @@ class QUILL_COMMON_EXPORT PropertyValue {
     template <class T>
     bool get(T& out) const;
 
-    // Replaces the value by what `text` says in the present type; an empty value becomes a string. fails:
-    // false, nothing changed, when the type cannot hold the text or would leave a part of it over.
+    // Replaces the value by `text`, converted to the present type; an empty value becomes a string. fails:
+    // false, nothing changed, when the type cannot hold the whole text, surrounding blanks aside.
     bool setFromWholeText(const std::string& text);
 
     void clear();
@@ -49,7 +49,7 @@ class QUILL_COMMON_EXPORT PropertyValue {
     // Bytes of the stored type, 0 when empty.
     uint64_t size() const { return empty() ? 0 : size_; }
 
-    // Where the value lies: inside this object, a string in a heap block. null when empty.
+    // The address of the value: inside this object, a string in a heap block. null when empty.
     const void* address() const { return empty() ? nullptr : storage(); }
 
     template <class T>

@@ -1,5 +1,5 @@
-// Identities of the records that hosts recognise by source and line. They name the statement, not the
-// place where it happens to stand today, so they never move. The wrapper keeps its own list of the kind.
+// Identities of the records that hosts recognise by source and line. An identity belongs to the statement,
+// not to its present place in a file, so it never changes. The wrapper has a list of its own.
 #pragma once
 
 namespace quill {

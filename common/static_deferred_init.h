@@ -1,6 +1,6 @@
-// Objects of static storage that are completed later: each enters a list when it is made, and one pass over
+// Objects of static storage that are initialised later: each enters a list at construction, and one pass over
 // the list initialises them all.
-// Threads: none; the list is written while libraries are loaded and unloaded, and read by the pass.
+// Threads: [setup]. The list has no lock; it changes while libraries are loaded and unloaded.
 #pragma once
 
 #include "common/export.h"

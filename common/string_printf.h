@@ -1,5 +1,4 @@
 // printf-style formatting into a std::string of any length.
-// Threads: any.
 #pragma once
 
 #include <cstdarg>
@@ -12,8 +11,7 @@ namespace quill {
 // [any] fails: a format that the C library refuses gives an empty string.
 QUILL_COMMON_EXPORT std::string stringPrintf(const char* format, ...) __attribute__((format(printf, 1, 2)));
 
-// [any] The same for an argument list that was started already; the list may be used once more by the
-// caller only after va_end.
+// [any] The same for an argument list. Afterwards the caller may only end the list with va_end.
 QUILL_COMMON_EXPORT std::string stringVPrintf(const char* format, va_list arguments)
     __attribute__((format(printf, 1, 0)));
 

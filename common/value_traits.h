@@ -1,5 +1,4 @@
-// The text form of property values: what people see and type. The same in every locale.
-// Threads: any.
+// The text form of property values, which users see and type. The same in every locale.
 #pragma once
 
 #include <string>
@@ -16,10 +15,10 @@ struct QUILL_COMMON_EXPORT ValueTraitsHelper {
 
     // [any] One ordinary stream extraction, in number form for bool. Kept on purpose: what follows the number
     // is not examined, so that "2 - Narrow" reads as 2. A string takes the text as it is. fails: false; the
-    // value may have changed all the same.
+    // value may have changed.
     static bool tryFromString(void* value, const std::string& text);
 
-    // [any] The same with the whole text used up, surrounding blanks aside. fails: as above.
+    // [any] The same, but the number and blanks around it must be the whole text. fails: as above.
     static bool tryFromWholeText(void* value, const std::string& text);
 
     // [any] tryFromString; a failure is the soft assertion "Failed conversion from ...".

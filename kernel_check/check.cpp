@@ -35,7 +35,7 @@ std::string accessText(const Problem& problem, const Fault& fault) {
 
 }  // namespace
 
-std::string fault(const KernelFunction& function, const KernelVariant& variant, uint32_t seed,
+std::string fault(const KernelFunction& function, const FunctionVariant& variant, uint32_t seed,
                   const Numbers& given) {
     OnceOnGuardedPages runner;
     Problem problem(seed, given, runner);
@@ -56,7 +56,8 @@ std::string fault(const KernelFunction& function, const KernelVariant& variant, 
     return text;
 }
 
-Failure firstFault(const KernelFunction& function, const KernelVariant& variant, uint32_t seed, int repeat) {
+Failure firstFault(const KernelFunction& function, const FunctionVariant& variant, uint32_t seed,
+                   int repeat) {
     for (int i = 0; i < repeat; ++i) {
         const uint32_t problem_seed = seed + static_cast<uint32_t>(i);
         if (std::string text = fault(function, variant, problem_seed); !text.empty()) {

@@ -1,5 +1,4 @@
 // Runs a variant beside its reference on equal problems.
-// Threads: one.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +10,7 @@ namespace quill::test {
 
 // What a variant does wrong on the problem of this seed, with the problem's numbers; empty when nothing. The
 // reference itself is run alone and judged by its own judge.
-std::string fault(const KernelFunction& function, const KernelVariant& variant, uint32_t seed,
+std::string fault(const KernelFunction& function, const FunctionVariant& variant, uint32_t seed,
                   const Numbers& given = {});
 
 struct Failure {
@@ -20,6 +19,6 @@ struct Failure {
 };
 
 // The first fault among `repeat` problems of adjoining seeds; an empty text when there is none.
-Failure firstFault(const KernelFunction& function, const KernelVariant& variant, uint32_t seed, int repeat);
+Failure firstFault(const KernelFunction& function, const FunctionVariant& variant, uint32_t seed, int repeat);
 
 }  // namespace quill::test

@@ -1,5 +1,5 @@
 // Kernels that exist in several builds: each family has a table, a row a build, and gets the widest that the
-// processor runs. A row has a `name` and the processor's `feature` that it needs; its functions follow.
+// processor runs.
 #pragma once
 
 #include <cstddef>
@@ -7,6 +7,12 @@
 #include "common/cpu_info.h"
 
 namespace quill {
+
+// What every row has; each family adds its functions.
+struct KernelVariant {
+    const char* name;
+    bool CPUInfo::*feature;  // that a processor must have
+};
 
 // A family's table: first the floor, which runs on every processor of this library, last the widest.
 template <class Variant>

@@ -1,6 +1,5 @@
 // diags_passes: what a publishing and an applying pass cost, by the number of diagnostics.
 // The engine is a stub, so that the wrapper's part is measured alone.
-// Threads: one.
 #include <benchmark/benchmark.h>
 
 #include <cstdint>

@@ -1,15 +1,15 @@
 // The plain beam former: every microphone is delayed so that a talker's sound comes to all of them at once,
 // and the mean is taken.
-// Threads: one.
 #pragma once
 
 #include <cstdint>
 
 #include "tools/scene/geometry.h"
+#include "webrtc_common/se_wrapper/dsp/block_size.h"
 
 namespace engine_vs_peer {
 
-inline constexpr size_t kBlock = 160;  // samples
+inline constexpr size_t kBlock = quill::media::se_wrapper::BLOCK_SIZE;
 
 class DelayAndSum {
   public:

@@ -23,7 +23,7 @@ double lagOf(const Row& talker, const Row& out, const Span& span);
 double echoLossDb(const Row& microphone, const Row& out, double lag, const Span& span);
 
 struct TalkerFigures {
-    double level_db;  // of the part of the row that is a multiple of the talker, against him
+    double level_db;  // of the part of the row that is a multiple of the talker, against the talker
     double sdr_db;    // that part over all the rest: scale-invariant signal-to-distortion ratio
 };
 

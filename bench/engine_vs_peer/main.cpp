@@ -1,6 +1,5 @@
 // engine_vs_peer: the engine beside a well-known public library, on the same scenes.
-// Exit codes: 0 done, whoever is ahead; 1 failure, 2 wrong usage.
-// Threads: one.
+// Exit codes: 0 done, whichever is ahead; 1 failure, 2 wrong usage.
 #include <iostream>
 #include <stdexcept>
 #include <string>
@@ -33,13 +32,14 @@ constexpr const char* kDescription =
     "                     double talk, for silence has the best ERLE of all.\n"
     "SI-SDR improvement   talker over all else, at the output against the centre microphone, 300 to 7000 "
     "Hz;\n"
-    "                     the talker is his direct sound, his reflections are among all else\n"
+    "                     the talker is its direct sound, its reflections are among all else\n"
     "talker's level       of the part of the output that is a multiple of that direct sound, against the\n"
     "  change             centre microphone, 300 to 7000 Hz\n"
     "time per block       median, both in one process; on a busy machine trust the ratio\n"
     "\n"
-    "The engine cancels the echo of each microphone, then searches the talker; the peer is told where he\n"
-    "stands, steers there with fractional delays, and cancels the echo once behind its beam. Its canceller\n"
+    "The engine cancels the echo of each microphone, then searches for the talker; the peer is given its\n"
+    "position, steers there with fractional delays, and cancels the echo once behind its beam. Its "
+    "canceller\n"
     "has the engine's tail, its preprocessor knows the canceller and reduces noise; no gain control.";
 
 constexpr const char* kExamples =

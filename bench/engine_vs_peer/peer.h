@@ -1,5 +1,4 @@
 // The peer: SpeexDSP's echo canceller and preprocessor behind a delay-and-sum of the microphones.
-// Threads: one.
 #pragma once
 
 #include <speex/speex_echo.h>

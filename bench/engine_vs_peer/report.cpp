@@ -129,13 +129,12 @@ std::string toText(const Report& report, const EngineText& engine, const TrialOp
     text += "peer       SpeexDSP " SPEEXDSP_VERSION " behind a delay-and-sum\n";
     text += "processor  " + program::processorName() + "\n";
     text += "compiler   " + program::compilerName() + "\n";
-    text +=
-        stringPrintf("scenes     %g s each, seeds %u to %u, talker at %g degrees, noise %g dB below him\n",
-                     options.seconds, options.seed, options.seed + static_cast<uint32_t>(seeds) - 1,
-                     options.azimuth_deg, options.snr_db);
+    text += stringPrintf("scenes     %g s each, seeds %u to %u, talker at %g degrees, noise %g dB below\n",
+                         options.seconds, options.seed, options.seed + static_cast<uint32_t>(seeds) - 1,
+                         options.azimuth_deg, options.snr_db);
     text += options.tell_engine
-                ? "look       both are told where the talker stands\n\n"
-                : "look       the engine searches the talker, the peer is told where he stands\n\n";
+                ? "look       both are given the position of the talker\n\n"
+                : "look       the engine searches for the talker, the peer is given its position\n\n";
     text += tableLine("scene", "figure, mean of the seeds", "engine", "peer", "ahead");
     for (const FigureRow& row : report.rows) {
         const Figure& figure = row.figure;

@@ -1,5 +1,4 @@
-// What all trials together say: means over the seeds, who is ahead, what ran on what.
-// Threads: one.
+// The result of all trials: means over the seeds, which system is ahead, the machine.
 #pragma once
 
 #include <nlohmann/json.hpp>

@@ -46,7 +46,6 @@ EngineText describeEngine() {
 }
 
 Outputs runBoth(const se_scene::Scene& scene, const se_scene::SceneOptions& options, bool tell_engine) {
-    static_assert(kBlock == se::BLOCK_SIZE);
     se::initSignalEssence();
     se::versionSpecificSettings();
     if (tell_engine) se::MMIfSetManualLocation(locationNearest(options.talker_azimuth_deg), kCertain);

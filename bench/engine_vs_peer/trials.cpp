@@ -64,7 +64,7 @@ struct Lags {
     double samples[kSystems];
 };
 
-// The talker's direct sound at the centre microphone: what a beam former should keep. Against his sound with
+// The talker's direct sound at the centre microphone: what a beam former should keep. Against its sound with
 // its reflections every beam would do worse the more of them it keeps out.
 Row directSound(const SceneOptions& options) {
     SceneOptions open = options;

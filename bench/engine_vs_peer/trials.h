@@ -1,5 +1,4 @@
 // The scenes that both systems go through, and the figures taken from each.
-// Threads: one.
 #pragma once
 
 #include "bench/engine_vs_peer/systems.h"

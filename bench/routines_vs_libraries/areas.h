@@ -1,5 +1,4 @@
 // What is compared, one function an area.
-// Threads: one.
 #pragma once
 
 #include "bench/routines_vs_libraries/session.h"

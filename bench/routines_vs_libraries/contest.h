@@ -1,5 +1,4 @@
 // Calls that compute the same, to be timed in turn.
-// Threads: one.
 #pragma once
 
 #include <functional>
@@ -13,7 +12,7 @@ namespace routines_vs_libraries {
 enum class Role {
     ours,   // checked bit by bit
     peer,   // of a public library; plausible within its tolerance
-    plain,  // the loop that anybody would write, left to the compiler
+    plain,  // a loop without intrinsics, left to the compiler
     limit,  // of the machine; computes nothing
 };
 

@@ -1,5 +1,4 @@
 // What a run ran on and with.
-// Threads: one.
 #pragma once
 
 #include <string>

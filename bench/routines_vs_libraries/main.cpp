@@ -1,6 +1,5 @@
 // routines_vs_libraries: our routines beside those of public libraries, in one process.
-// Exit codes: 0 all right, 1 somebody computes something else or a file cannot be written, 2 wrong usage.
-// Threads: one.
+// Exit codes: 0 all right, 1 a result is wrong or a file cannot be written, 2 wrong usage.
 #include <algorithm>
 #include <fstream>
 #include <iostream>
@@ -21,21 +20,19 @@ namespace routines_vs_libraries {
 namespace {
 
 constexpr const char* kDescription =
-    "Times our routines beside those of public libraries, the loops that anybody would write and the limits\n"
-    "of the machine. First each of our results is compared bit by bit with a scalar reference, and the\n"
-    "libraries' with the same within a tolerance. Then all who compute the same take turns, in rounds of 60\n"
-    "microseconds; each gets what the fastest tenth of its rounds stays below, in cycles of the core, whose\n"
-    "clock is measured on both sides of each round.";
+    "Times our routines beside those of public libraries, plain loops and the limits of the machine.\n"
+    "First each of our results is compared bit by bit with a scalar reference, and those of the libraries\n"
+    "with the same within a tolerance. Then all that compute the same are timed in turn, in rounds of 60\n"
+    "microseconds. A figure is the upper limit of the fastest tenth of the rounds, in cycles of the core,\n"
+    "whose clock is measured before and after each round.";
 
 constexpr const char* kExamples =
     "Examples:\n"
     "  routines_vs_libraries                       everything, as tables (two minutes)\n"
     "  routines_vs_libraries --quick --area fir    a first look at one area; the figures are rough\n"
     "  routines_vs_libraries --json figures.json   the same figures for programs\n"
-    "Let the machine be idle. A neighbour on the same core, another machine's even, makes everything up to "
-    "1.6\n"
-    "times as slow while the clock seems the same: such figures come in pairs, and --repeat takes the "
-    "better.";
+    "Run it on an idle machine. Other load on the same core, that of another virtual machine too, makes\n"
+    "everything up to 1.6 times as slow at the same clock; --repeat keeps the better figures.";
 
 struct Options {
     bool quick = false, markdown = false;

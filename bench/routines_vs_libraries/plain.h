@@ -1,7 +1,6 @@
-// The loops that anybody would write, compiled twice: for the floor processor (as the rest of this project is)
+// Loops without intrinsics, compiled twice: for the floor processor (as the rest of this project is)
 // and for the processor that builds.
 // needs: sums that fit in 32 bits.
-// Threads: any.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,4 @@
 // The pictures of docs/performance.md.
-// Threads: one.
 #pragma once
 
 #include <memory>

@@ -1,5 +1,4 @@
 // What has been found, for people and for programs.
-// Threads: one.
 #pragma once
 
 #include <string>

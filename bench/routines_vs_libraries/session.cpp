@@ -27,7 +27,7 @@ double allocationsOf(const Contestant& contestant) {
     return static_cast<double>(quill::test::allocationsOf([&] { contestant.run(1); }));
 }
 
-// The line that is written over by the next, where somebody looks on.
+// A line that the next one overwrites, on a terminal alone.
 void showProgress(const std::string& text) {
     if (::isatty(STDERR_FILENO) != 0) std::fprintf(stderr, "\r\033[K%s", text.c_str());
 }
@@ -37,7 +37,7 @@ void showProgress(const std::string& text) {
 void Session::requireRight(const std::string& kernel) {
     for (const quill::test::KernelFunction& function : quill::test::allKernelFunctions()) {
         if (function.name != kernel) continue;
-        for (const quill::test::KernelVariant& variant : function.variants) {
+        for (const quill::test::FunctionVariant& variant : function.variants) {
             if (!(machine_.*variant.needs)) continue;
             const auto failure = quill::test::firstFault(function, variant, kSeed, quick_ ? 20 : 500);
             if (failure.text.empty()) continue;
@@ -59,11 +59,11 @@ void Session::hold(const Contest& contest) {
     const timing::Rounds rounds = quick_ ? timing::Rounds{11, 20e-6, 0.1, 3} : timing::Rounds();
     const std::vector<timing::Timing> timings = timing::timeInTurn(calls, rounds);
     for (size_t i = 0; i < calls.size(); ++i) {
-        const Contestant& who = contest.contestants[i];
-        const double work = who.work > 0 ? who.work : contest.work;
-        const double allocations = contest.count_allocations ? allocationsOf(who) / work : -1;
-        keep({area_, contest.subject, contest.parameter, contest.value, contest.figure, who.name, who.role,
-              timings[i].cycles, timings[i].nanoseconds, work, contest.beside, allocations});
+        const Contestant& contestant = contest.contestants[i];
+        const double work = contestant.work > 0 ? contestant.work : contest.work;
+        const double allocations = contest.count_allocations ? allocationsOf(contestant) / work : -1;
+        keep({area_, contest.subject, contest.parameter, contest.value, contest.figure, contestant.name,
+              contestant.role, timings[i].cycles, timings[i].nanoseconds, work, contest.beside, allocations});
     }
     showProgress("");
 }

@@ -1,5 +1,4 @@
 // A run of the program: what was asked for and what has been found.
-// Threads: one.
 #pragma once
 
 #include <cstdint>
@@ -12,7 +11,7 @@
 
 namespace routines_vs_libraries {
 
-// Somebody computes something else than the others: nothing is timed.
+// A result is wrong: nothing is timed.
 struct Mismatch : std::runtime_error {
     using std::runtime_error::runtime_error;
 };

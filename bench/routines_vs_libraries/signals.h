@@ -1,5 +1,4 @@
 // What goes through the contestants, and how results are compared.
-// Threads: any.
 #pragma once
 
 #include <cstddef>

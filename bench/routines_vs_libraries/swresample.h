@@ -1,5 +1,4 @@
 // libswresample on 16-bit samples.
-// Threads: one.
 #pragma once
 
 extern "C" {

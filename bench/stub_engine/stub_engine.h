@@ -1,6 +1,5 @@
 // An engine that does nothing: the interface table filled with functions of this program, so that the wrapper's
 // own part is measured alone.
-// Threads: one.
 #pragma once
 
 #include <cstddef>

@@ -1,6 +1,5 @@
 // kernel_harness: checks and times every variant of every kernel.
 // Exit codes: 0 all right, 1 something is wrong, 2 wrong usage.
-// Threads: one.
 #include <random>
 #include <string>
 

@@ -1,5 +1,4 @@
 // What the harness found, as text line by line or as JSON at the end.
-// Threads: one.
 #pragma once
 
 #include <cstdint>

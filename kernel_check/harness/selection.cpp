@@ -21,7 +21,7 @@ std::vector<Selected> select(const std::vector<KernelFunction>& functions, const
     for (const KernelFunction& f : functions) {
         function_names.insert(f.name);
         if (!function.empty() && f.name != function) continue;
-        for (const KernelVariant& v : f.variants) {
+        for (const FunctionVariant& v : f.variants) {
             variant_names.insert(v.name);
             if (variant.empty() || v.name == variant) selected.push_back({&f, &v, machine.*v.needs});
         }
@@ -33,7 +33,7 @@ std::vector<Selected> select(const std::vector<KernelFunction>& functions, const
     throw std::invalid_argument("no variant '" + variant + "'; there are " + joined(variant_names));
 }
 
-std::string missing(const KernelVariant& variant) {
+std::string missing(const FunctionVariant& variant) {
     return variant.needs == &Machine::has_engine ? "--engine names no build"
                                                  : "this processor has no " + variant.name;
 }

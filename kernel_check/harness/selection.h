@@ -1,5 +1,4 @@
 // Which functions and variants the user asked for.
-// Threads: one.
 #pragma once
 
 #include <string>
@@ -9,14 +8,14 @@
 
 namespace kernel_harness {
 
+using quill::test::FunctionVariant;
 using quill::test::KernelFunction;
-using quill::test::KernelVariant;
 using quill::test::Machine;
 
 // One variant of one function; both live as long as the list of functions.
 struct Selected {
     const KernelFunction* function;
-    const KernelVariant* variant;
+    const FunctionVariant* variant;
     bool runs;  // this machine offers what it needs
 };
 
@@ -25,6 +24,6 @@ std::vector<Selected> select(const std::vector<KernelFunction>& functions, const
                              const std::string& function, const std::string& variant);
 
 // "avx" or whatever a variant needs and `machine` lacks.
-std::string missing(const KernelVariant& variant);
+std::string missing(const FunctionVariant& variant);
 
 }  // namespace kernel_harness

@@ -1,4 +1,4 @@
-// Memory with a page without access on either side: whoever reads or writes one byte outside dies.
+// Memory with a page without access on either side: one byte read or written outside ends the process.
 #pragma once
 
 #include <cstddef>

@@ -118,7 +118,7 @@ std::string Problem::whereIs(uintptr_t address) const {
         return buffer.name + "[" + std::to_string(buffer.indexOf(address)) + "] of " +
                std::to_string(buffer.count);
     }
-    return "memory of somebody else";
+    return "memory of no buffer";
 }
 
 std::string Problem::description() const {

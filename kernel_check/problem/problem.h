@@ -1,6 +1,5 @@
 // One call of a kernel: its lengths, where its buffers stand and what they hold, all drawn from a seed, so
 // that two problems of one seed are equal and the kernels run on them can be compared byte by byte.
-// Threads: one.
 #pragma once
 
 #include <cstddef>
@@ -18,8 +17,8 @@
 
 namespace quill::test {
 
-// Lengths around whole eights and those that engines ask for.
-inline constexpr int kLengths[] = {0, 1, 5, 7, 8, 9, 13, 15, 16, 17, 31, 55, 56, 160, 256};
+// Lengths around whole fours and eights and those that engines ask for.
+inline constexpr int kLengths[] = {0, 1, 4, 5, 7, 8, 9, 12, 13, 15, 16, 17, 31, 55, 56, 160, 256};
 
 // Values of drawn numbers that are given instead, by name.
 using Numbers = std::vector<std::pair<std::string, int>>;

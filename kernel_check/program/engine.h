@@ -1,5 +1,4 @@
 // Starts an engine build for a measuring program.
-// Threads: one.
 #pragma once
 
 #include <string>

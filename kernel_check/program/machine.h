@@ -1,5 +1,4 @@
 // What a benchmark ran on.
-// Threads: any.
 #pragma once
 
 #include <string>

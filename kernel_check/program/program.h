@@ -1,5 +1,4 @@
 // The frame of a measuring program: the command line, exit codes, messages of one line.
-// Threads: one.
 #pragma once
 
 #include <CLI/CLI.hpp>

@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "webrtc_common/se_wrapper/dsp/block_size.h"
+
 namespace quill::test {
 
 // A sum modulo 2^32 as a rounded Q15 value.
@@ -54,8 +56,9 @@ inline void referenceRFir(int16_t* signal, int16_t* coeffs, int16_t* out, uint16
 
 inline void referenceDeinterleave(const int16_t* interleaved, size_t channels, int16_t* rows) {
     constexpr size_t kChannels[] = {1, 3, 2, 5, 6, 7, 4};
+    constexpr size_t kFrames = media::se_wrapper::BLOCK_SIZE;
     for (size_t r = 0; r < 7; ++r) {
-        for (size_t f = 0; f < 160; ++f) rows[r * 160 + f] = interleaved[f * channels + kChannels[r]];
+        for (size_t f = 0; f < kFrames; ++f) rows[r * kFrames + f] = interleaved[f * channels + kChannels[r]];
     }
 }
 

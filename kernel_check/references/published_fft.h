@@ -1,6 +1,6 @@
 // The real FFT of another implementation of the same published algorithm: that of the SpeexDSP library, from its
 // static archive, with tables of its own. Ours gives the same bits.
-// Threads: one; tables are kept by length.
+// Tables are kept by length, to the end of the process: for one thread.
 #pragma once
 
 namespace quill::test {

@@ -10,7 +10,7 @@ namespace quill::test {
 bool selfTest(uint32_t seed, int repeat) {
     bool good = true;
     for (const KernelFunction& function : brokenFunctions()) {
-        for (const KernelVariant& variant : function.variants) {
+        for (const FunctionVariant& variant : function.variants) {
             const bool broken = &variant != &function.reference();
             const std::string text = firstFault(function, variant, seed, repeat).text;
             const bool as_expected = text.empty() != broken;

@@ -1,5 +1,4 @@
 // The harness on kernels that are broken on purpose.
-// Threads: one.
 #pragma once
 
 #include <cstdint>

@@ -16,7 +16,7 @@ class TimedCall : public quill::test::CallRunner {
 
 }  // namespace
 
-Measurement measure(const quill::test::KernelVariant& variant, const quill::test::Numbers& numbers,
+Measurement measure(const quill::test::FunctionVariant& variant, const quill::test::Numbers& numbers,
                     uint32_t seed) {
     TimedCall timed;
     quill::test::Problem problem(seed, numbers, timed);

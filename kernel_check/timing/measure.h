@@ -1,5 +1,4 @@
 // How long a variant takes in core cycles.
-// Threads: one.
 #pragma once
 
 #include "kernel_check/variants/functions.h"
@@ -14,7 +13,7 @@ struct Measurement {
     double multiply_adds = 0;
 };
 
-Measurement measure(const quill::test::KernelVariant& variant, const quill::test::Numbers& numbers,
+Measurement measure(const quill::test::FunctionVariant& variant, const quill::test::Numbers& numbers,
                     uint32_t seed);
 
 }  // namespace timing

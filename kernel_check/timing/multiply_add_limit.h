@@ -1,5 +1,4 @@
 // How many multiplications with addition this machine can do at all: what a kernel's figure is held against.
-// Threads: any.
 #pragma once
 
 #include <vector>

@@ -1,5 +1,4 @@
 // How long calls take in core cycles: rounds of repetitions, each between two looks at the core's clock.
-// Threads: one.
 #pragma once
 
 #include <cstddef>
@@ -29,7 +28,7 @@ struct Rounds {
     int fewest = 11;         // as many
 };
 
-// Of one call: what the fastest tenth of its rounds stays below. Whoever shares the core only ever adds.
+// Of one call: the upper limit of the fastest tenth of its rounds. Other load on the core only adds.
 struct Timing {
     double cycles = 0;
     double nanoseconds = 0;

@@ -6,6 +6,7 @@
 #include "webrtc_common/se_wrapper/dsp/complex_multiply.h"
 #include "webrtc_common/se_wrapper/dsp/compute_rfir.h"
 #include "webrtc_common/se_wrapper/dsp/deinterleave.h"
+#include "webrtc_common/se_wrapper/dsp/dsp_kernels.h"
 #include "webrtc_common/se_wrapper/dsp/interpolate.h"
 #include "webrtc_common/se_wrapper/engine/saved_routines.h"
 
@@ -103,7 +104,7 @@ template <class Routine>
 std::vector<Variant<Routine>> overEachKernel(Routine* reference, Routine* routine, Routine* engine) {
     std::vector<Variant<Routine>> rows = {{kReference, &Machine::has_nothing_special, reference}};
     for (const se::ConvolveVariant& v : se::kConvolveVariants)
-        rows.push_back({v.name, v.feature, routine, &v});
+        rows.push_back({v.name, v.feature, routine, [&v] { g_convolve_i16_i16 = v.i16_i16; }});
     rows.push_back({"engine", &Machine::has_engine, engine});
     return rows;
 }
@@ -113,7 +114,7 @@ template <class Routine>
 std::vector<Variant<Routine>> onEachBuild(Routine* reference, Routine* routine) {
     std::vector<Variant<Routine>> rows = {{kReference, &Machine::has_nothing_special, reference}};
     for (const se::DspVariant& v : se::kDspVariants) {
-        rows.push_back({v.name, v.feature, routine, nullptr, nullptr, &v});
+        rows.push_back({v.name, v.feature, routine, [&v] { se::g_dsp_kernels = &v; }});
     }
     return rows;
 }

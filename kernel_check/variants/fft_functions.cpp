@@ -83,7 +83,7 @@ void poseFwdFft(Problem& problem, FwdFft* kernel) {
 void poseInvFft(Problem& problem, InvFft* kernel) {
     const int n = problem.draw("n", kHookLengths);
     const int scale = problem.draw("scale_factor_q10", {1024, 1024, 100, 0, 1, 2048, 65535});
-    DftObj_t* const object = objectOf(n, n);
+    DftObj_t* const object = objectOf(n, n - problem.draw("padding", {0, 1, n / 3, n}));
     int16_t* const in = problem.samples("in", static_cast<size_t>(n) + 1);
     int16_t* const out = problem.output<int16_t>("out", static_cast<size_t>(n));
     int written = 0;
@@ -122,7 +122,7 @@ template <class Hook>
 std::vector<Variant<Hook>> onBuilds(Hook* reference, Hook* hook) {
     std::vector<Variant<Hook>> all = {{kReference, &Machine::has_nothing_special, reference}};
     for (const fftpack::RealFftVariant& v : fftpack::kRealFftVariants) {
-        all.push_back({v.name, v.feature, hook, nullptr, &v});
+        all.push_back({v.name, v.feature, hook, [&v] { fftpack::g_real_fft = &v; }});
     }
     return all;
 }
@@ -139,7 +139,7 @@ std::vector<KernelFunction> fftFunctions() {
         kernelFunction("fwdFFT", poseFwdFft, onBuilds(referenceFwdFft, se::fwdFFT),
                        forEachLength({{"padding", 0}, {"dft_type", 0}})),
         kernelFunction("invFFT", poseInvFft, onBuilds(referenceInvFft, se::invFFT),
-                       forEachLength({{"scale_factor_q10", 1024}})),
+                       forEachLength({{"scale_factor_q10", 1024}, {"padding", 0}})),
     };
 }
 

@@ -9,8 +9,6 @@
 #include "common/cpu_info.h"
 #include "kernel_check/problem/problem.h"
 #include "webrtc_common/convolve/convolve.h"
-#include "webrtc_common/fftpack/real_fft.h"
-#include "webrtc_common/se_wrapper/dsp/dsp_kernels.h"
 
 namespace quill::test {
 
@@ -26,16 +24,14 @@ struct Variant {
     const char* name;
     bool Machine::*needs;
     Routine* routine;
-    const media::se_wrapper::ConvolveVariant* kernels = nullptr;  // what it computes through, if anything
-    const fftpack::RealFftVariant* real_fft = nullptr;
-    const media::se_wrapper::DspVariant* dsp_kernels = nullptr;
+    std::function<void()> prepare = nullptr;  // sets the kernels that it computes through, if any
 };
 
 // The name of a first row: it states what the others must give, and is never optimised.
 inline constexpr const char* kReference = "reference";
 
 // The same with the routine's type closed over.
-struct KernelVariant {
+struct FunctionVariant {
     std::string name;
     bool Machine::*needs;
     std::function<void(Problem&)> run;
@@ -44,10 +40,10 @@ struct KernelVariant {
 // A kernel: what it must compute stands in the first row, the reference; the others are compared with it.
 struct KernelFunction {
     std::string name;
-    std::vector<KernelVariant> variants;
+    std::vector<FunctionVariant> variants;
     std::vector<Numbers> timed_cases;
 
-    const KernelVariant& reference() const { return variants.front(); }
+    const FunctionVariant& reference() const { return variants.front(); }
 };
 
 // `pose` draws a problem and calls the routine on it.
@@ -58,14 +54,7 @@ KernelFunction kernelFunction(const char* name, void (*pose)(Problem&, Routine*)
     KernelFunction function{name, {}, std::move(timed_cases)};
     for (const Variant<Routine>& v : variants) {
         function.variants.push_back({v.name, v.needs, [v, pose](Problem& problem) {
-                                         if (v.kernels != nullptr) {
-                                             g_convolve_i16_i16 = v.kernels->i16_i16;
-                                             g_convolve_i16_i32 = v.kernels->i16_i32;
-                                         }
-                                         if (v.real_fft != nullptr) fftpack::g_real_fft = v.real_fft;
-                                         if (v.dsp_kernels != nullptr) {
-                                             media::se_wrapper::g_dsp_kernels = v.dsp_kernels;
-                                         }
+                                         if (v.prepare) v.prepare();
                                          pose(problem, v.routine);
                                      }});
     }

@@ -1,4 +1,4 @@
-// How a test steers the scriptable engine: one exported C function, test_engine_control, gives this table.
+// How a test controls the scriptable engine: one exported C function, test_engine_control, gives this table.
 // The engine and the test-side driver share this header and nothing else.
 // Threads: that of the test. The engine itself locks nothing.
 #pragma once

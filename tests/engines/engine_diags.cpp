@@ -10,7 +10,7 @@ using test_engine::state;
 
 namespace {
 
-constexpr unsigned char kFiller = 0xA5;  // no level and no pointer of use to anybody
+constexpr unsigned char kFiller = 0xA5;  // neither a valid level nor a valid pointer
 
 template <class T>
 T* handOut(Diag& diag) {

@@ -1,5 +1,4 @@
 // What the scriptable engine knows: the answers that a test has set, and the calls that were made.
-// Threads: whichever the test uses, one at a time.
 #pragma once
 
 #include <cstddef>

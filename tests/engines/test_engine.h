@@ -1,4 +1,4 @@
-// The test's side of the scriptable engine: opens a build of it and steers it. A test that steers an engine
+// The test's side of the scriptable engine: opens a build of it and controls it. A test that controls an engine
 // before the wrapper loads it, or after, talks to the same one: a library is in a process only once.
 // Threads: that of the test.
 #pragma once

@@ -9,9 +9,9 @@ namespace quill::media::se_wrapper {
 namespace {
 
 constexpr ConvolveVariant kRows[] = {
-    {"ssse3", &CPUInfo::has_ssse3, "ssse3", convolve_i16_i16_SSSE3, convolve_i16_i32_SSSE3},
+    {{"ssse3", &CPUInfo::has_ssse3}, "ssse3", convolve_i16_i16_SSSE3, convolve_i16_i32_SSSE3},
 #define CONVOLVE_AVX_VARIANT(name, set, feature) \
-    {name, &CPUInfo::feature, "avx", convolve_body_i16_i16_##set, convolve_body_i16_i32_##set},
+    {{name, &CPUInfo::feature}, "avx", convolve_body_i16_i16_##set, convolve_body_i16_i32_##set},
 #include "webrtc_common/convolve/convolve_variant_rows.h"
 };
 constexpr const ConvolveVariant* kSsse3 = &kRows[0];

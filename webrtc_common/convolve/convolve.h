@@ -53,9 +53,7 @@ SE_WRAPPER_EXPORT extern ConvolveI16I32* g_convolve_i16_i32;
 namespace quill::media::se_wrapper {
 
 // One build of the kernels, behind the entry points of this name: "ssse3" or "avx".
-struct ConvolveVariant {
-    const char* name;
-    bool CPUInfo::*feature;
+struct ConvolveVariant : KernelVariant {
     const char* entry;
     ConvolveI16I16* i16_i16;
     ConvolveI16I32* i16_i32;

@@ -1,5 +1,4 @@
 // The quarter-wave cosine transforms: a real FFT of the same length between two rotations.
-// Threads: any.
 #include <cmath>
 #include <cstddef>
 

@@ -1,7 +1,6 @@
 // Butterflies of any odd radix p. Rows j and p - j of the data are combined into a sum and a difference, so
 // that the transform of length p becomes two real matrix products of half the size; its work grows with p
 // squared and its rounding error with p as well, since cosines and sines come from a recurrence.
-// Threads: any.
 //
 // Between the steps of a pass row j stands where packed row j does, never reversed.
 #include "webrtc_common/fftpack/general_passes.h"

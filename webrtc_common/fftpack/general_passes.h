@@ -1,5 +1,4 @@
 // Passes of any odd radix, for the factors from 7 on. Compiled for the floor processor alone.
-// Threads: any.
 #pragma once
 
 #include "webrtc_common/fftpack/stage.h"

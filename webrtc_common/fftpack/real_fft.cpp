@@ -59,7 +59,7 @@ void fillTwiddles(int n, const int* ifac, float* twiddles) {
 
 constexpr RealFftVariant kRows[] = {
 #define REAL_FFT_VARIANT(name, set, feature) \
-    {name, &CPUInfo::feature, forward_##set, backward_##set, forwardSamples_##set, backwardSamples_##set},
+    {{name, &CPUInfo::feature}, forward_##set, backward_##set, forwardSamples_##set, backwardSamples_##set},
 #include "webrtc_common/fftpack/real_fft_variant_rows.h"
 };
 

@@ -30,10 +30,7 @@ using ForwardSamples = void(int n, const int16_t* samples, float scale, int16_t*
 using BackwardSamples = void(int n, const int16_t* spectrum, float gain, int16_t* samples, float* r,
                              float* wsave, const int* ifac);
 
-// One build and the processor feature that it needs.
-struct RealFftVariant {
-    const char* name;
-    bool CPUInfo::*feature;
+struct RealFftVariant : KernelVariant {
     RealFft* forward;
     RealFft* backward;
     ForwardSamples* forward_samples;

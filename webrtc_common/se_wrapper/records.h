@@ -1,4 +1,4 @@
-// How the wrapper's own records are signed: one source name for all of them, tag "se_wrapper", and the
+// The identity of the wrapper's own records: one source name for all of them, tag "se_wrapper", and the
 // lines of those that hosts recognise. All other records carry their own line.
 #pragma once
 
@@ -8,7 +8,7 @@
 
 #define SE_WRAPPER_SOURCE "webrtc_common/se_wrapper"
 
-// The site of a check of the wrapper that nobody recognises by its line.
+// The site of a check of the wrapper that hosts do not recognise by its line.
 #define SE_WRAPPER_HERE (::quill::RecordSite{SE_WRAPPER_SOURCE, __LINE__})
 
 #define SE_WRAPPER_LOG(level) QUILL_LOG_AT(level, "se_wrapper", SE_WRAPPER_SOURCE, __LINE__)

@@ -24,7 +24,7 @@ inline std::ostream& operator<<(std::ostream& out, const SeenChange& change) {
                << "' " << change.counter << "}";
 }
 
-// needs: outlives the node's changes.
+// needs: it lives until the last change of the node, or until it is removed.
 class ChangeRecorder {
   public:
     explicit ChangeRecorder(PropertyNode& node) {

@@ -1,4 +1,4 @@
-// What listeners, their captured objects and their node outlive.
+// The lifetimes of a node, its listeners and what they captured.
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -11,15 +11,15 @@ namespace quill {
 namespace {
 
 // Runs an action when it is destroyed.
-struct AtDeath {
-    explicit AtDeath(std::function<void()> a) : action(std::move(a)) {}
-    ~AtDeath() { action(); }
+struct AtDestruction {
+    explicit AtDestruction(std::function<void()> a) : action(std::move(a)) {}
+    ~AtDestruction() { action(); }
     std::function<void()> action;
 };
 
-PropertyListener holding(std::function<void()> at_death) {
-    return
-        [held = std::make_shared<AtDeath>(std::move(at_death))](PropertyNode&, const PropertyChangeInfo&) {};
+PropertyListener holding(std::function<void()> at_destruction) {
+    return [held = std::make_shared<AtDestruction>(std::move(at_destruction))](PropertyNode&,
+                                                                               const PropertyChangeInfo&) {};
 }
 
 struct Accessor {
@@ -73,11 +73,11 @@ TEST(ListenerLifetime, ARemovedListenerMayHoldTheLastReferenceToItsNode) {
     EXPECT_TRUE(observed.expired());
 }
 
-TEST(ListenerLifetime, AListenerThatADyingOneAddsIsToldOfLaterChangesOnly) {
+TEST(ListenerLifetime, AListenerAddedByADestructorOfACaptureIsToldOfLaterChangesOnly) {
     const PropertyNodePtr node = PropertyNode::createRoot();
     int told = 0;
     uint64_t own = 0;
-    auto held = std::make_shared<AtDeath>(
+    auto held = std::make_shared<AtDestruction>(
         [&] { node->addListener([&](PropertyNode&, const PropertyChangeInfo&) { ++told; }); });
     own = node->addListener([&own, held = std::move(held)](PropertyNode& changed, const PropertyChangeInfo&) {
         changed.removeListener(own);
@@ -90,23 +90,23 @@ TEST(ListenerLifetime, AListenerThatADyingOneAddsIsToldOfLaterChangesOnly) {
     EXPECT_EQ(told, 1);
 }
 
-TEST(ListenerLifetime, WhatADyingNodesListenerCapturedMayUseTheListenersOfTheNode) {
+TEST(ListenerLifetime, ACaptureMayUseTheListenersOfANodeThatIsBeingDestroyed) {
     PropertyNodePtr node = PropertyNode::createRoot();
     PropertyNode& same = *node;
-    int added_died = 0;
+    int added_destroyed = 0;
     int told = 0;
     uint64_t other = 0;
     node->addListener(holding([&] {
         same.addListener(holding([&] {
-            same.addListener(holding([&] { ++added_died; }));
-            ++added_died;
+            same.addListener(holding([&] { ++added_destroyed; }));
+            ++added_destroyed;
         }));
         same.removeListener(other);
         same.set(1);
     }));
     other = node->addListener([&](PropertyNode&, const PropertyChangeInfo&) { ++told; });
     node.reset();
-    EXPECT_EQ(added_died, 2);
+    EXPECT_EQ(added_destroyed, 2);
     EXPECT_EQ(told, 0);
 }
 

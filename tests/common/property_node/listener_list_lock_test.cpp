@@ -34,7 +34,7 @@ TEST_F(ListenerListLock, AThreadMayAddAListener) {
     EXPECT_EQ(told, 1);
 }
 
-TEST_F(ListenerListLock, AThreadMayRemoveAListenerWhoseTurnIsStillToCome) {
+TEST_F(ListenerListLock, AThreadMayRemoveAListenerThatIsCalledNext) {
     int told = 0;
     uint64_t later = 0;
     const uint64_t first = node_->addListener([&](PropertyNode&, const PropertyChangeInfo&) {
@@ -129,7 +129,7 @@ TEST_F(ListenerListLock, RemovalWaitsUntilWhatTheListenerCapturedIsDestroyed) {
     change.join();
 }
 
-// The thread that calls the listener has gone deeper into another node.
+// The call that removes the listener is nested in the listener's own call.
 TEST_F(ListenerListLock, AListenerMayBeRemovedByAListenerThatItsOwnCallCauses) {
     const PropertyNodePtr later = node_->getNode("later", true);
     int calls = 0;
@@ -150,7 +150,7 @@ TEST_F(ListenerListLock, AListenerThatThrewMayBeRemovedOnAnotherThread) {
     EXPECT_EQ(node_->set(2), 2u);
 }
 
-// Adding comes first, then reading: what the reading does not see the listener is told of.
+// The value is read after the listener was added: the listener is told of every change after the value read.
 TEST_F(ListenerListLock, NoChangeIsLostBetweenAddingAListenerAndReadingTheValue) {
     constexpr int kLast = 2000;
     std::thread writer([&] {

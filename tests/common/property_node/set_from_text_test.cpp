@@ -1,4 +1,4 @@
-// The door for people.
+// Values that a user types.
 #include <gtest/gtest.h>
 
 #include "tests/common/property_node/change_recorder.h"

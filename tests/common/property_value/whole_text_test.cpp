@@ -30,6 +30,19 @@ TEST(WholeText, MayHaveBlanksAroundTheValue) {
     EXPECT_TRUE(std::isnan(whole<float>("\tnan")));
 }
 
+TEST(WholeText, TakesEveryBlankOfTheCLocale) {
+    for (const char blank : {' ', '\t', '\n', '\v', '\f', '\r'}) {
+        const std::string before = blank + std::string("-1");
+        const std::string after = std::string("-1") + blank;
+        EXPECT_EQ(whole<int>(before), -1) << int{blank};
+        EXPECT_EQ(whole<int>(after), -1) << int{blank};
+        EXPECT_EQ(whole<long>(after), -1) << int{blank};
+        EXPECT_EQ(whole<float>(after), -1.0f) << int{blank};
+        EXPECT_TRUE(std::isnan(whole<float>(blank + std::string("nan") + blank))) << int{blank};
+        EXPECT_FALSE(takes<int>(std::string(1, blank))) << int{blank};
+    }
+}
+
 TEST(WholeText, RefusesLeftovers) {
     for (const char* text : {"12abc", "1 2", "1.5", "2 - Narrow", "1,000", "0x10", "12\vx"}) {
         EXPECT_FALSE(takes<int>(text)) << text;

@@ -117,7 +117,7 @@ TEST_F(BindingMetadata, MayBeAbsentAltogether) {
     EXPECT_TRUE(node_->hasMeta("help"));
 }
 
-TEST_F(BindingMetadata, ReadOnlyKeepsPeopleOutAndLetsProgramsIn) {
+TEST_F(BindingMetadata, ReadOnlyRefusesTypedTextsAndNoSetCalls) {
     StaticProperty<int> property("a/b", 1, nullptr);
     bindBelow(property.setReadOnly(true), root_);
     EXPECT_FALSE(node_->setFromText("2", nullptr));

@@ -15,7 +15,7 @@ TEST(Config, IsHarborIsAFalseBoolAtFirst) {
     EXPECT_STREQ(p_config_is_harbor.node()->value().typeName(), "bool");
 }
 
-TEST(Config, IsHarborMayBeConfiguredBeforehandAndEditedByPeople) {
+TEST(Config, IsHarborMayBeSetBeforeBindingAndTypedAfterwards) {
     const PropertyNodePtr root = PropertyNode::createRoot();
     root->getNode("config/is_harbor", true)->set(true);
     initStaticProperties(root);

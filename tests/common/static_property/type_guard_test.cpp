@@ -1,4 +1,4 @@
-// The function beside a static property that speaks up when somebody takes it for one of another type.
+// The function beside a static property that does not compile for another type.
 #include <gtest/gtest.h>
 
 #include <type_traits>

@@ -1,4 +1,4 @@
-// A static property that is used before it is bound stops the process loudly.
+// A static property that is used before it is bound ends the process with a message.
 #include <gtest/gtest.h>
 
 #include <csignal>

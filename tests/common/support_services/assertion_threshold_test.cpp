@@ -1,4 +1,4 @@
-// Soft assertions whose records nobody wants.
+// Soft assertions whose records are filtered out.
 #include <gtest/gtest.h>
 
 #include "common/assertion.h"

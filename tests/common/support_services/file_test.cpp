@@ -29,6 +29,22 @@ TEST(JoinPath, PutsOneSeparatorBesideEmptyOperands) {
     EXPECT_EQ(File::joinPath("/", "selibs"), "/selibs");
 }
 
+TEST(DirectoryOf, IsThePathUpToTheLastSeparator) {
+    EXPECT_EQ(File::directoryOf("/opt/app/program"), "/opt/app");
+    EXPECT_EQ(File::directoryOf("relative/program"), "relative");
+    EXPECT_EQ(File::directoryOf("/opt/app/"), "/opt/app");
+}
+
+TEST(DirectoryOf, OfAFileInTheRootDirectoryIsTheSeparator) {
+    EXPECT_EQ(File::directoryOf("/program"), "/");
+    EXPECT_EQ(File::joinPath(File::directoryOf("/program"), "selibs"), "/selibs");
+}
+
+TEST(DirectoryOf, OfANameAloneIsEmpty) {
+    EXPECT_EQ(File::directoryOf("program"), "");
+    EXPECT_EQ(File::directoryOf(""), "");
+}
+
 TEST(ExePath, IsTheDirectoryOfTheRunningProgram) {
     struct stat expected;
     struct stat found;

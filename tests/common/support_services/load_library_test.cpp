@@ -1,4 +1,5 @@
 // Opening a shared library by path.
+#include <dlfcn.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -17,6 +18,11 @@ TEST(LoadLibrary, OpensALibraryByPath) {
 
 TEST(LoadLibrary, OpensTheSameLibraryOnce) {
     EXPECT_EQ(loadDynamicLibrary(FIXTURE_EXPORTER), loadDynamicLibrary(FIXTURE_EXPORTER));
+}
+
+TEST(LoadLibrary, KeepsTheSymbolsOutOfTheGlobalScope) {
+    ASSERT_NE(getSymbolAddress(loadDynamicLibrary(FIXTURE_EXPORTER), "fixture_answer"), nullptr);
+    EXPECT_EQ(::dlsym(RTLD_DEFAULT, "fixture_answer"), nullptr);
 }
 
 TEST(LoadLibrary, OfAMissingFileIsNullWithoutARecord) {

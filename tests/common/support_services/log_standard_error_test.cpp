@@ -1,4 +1,4 @@
-// The sink that is there when nobody sets one.
+// The default sink.
 #include <gtest/gtest.h>
 
 #include <locale>

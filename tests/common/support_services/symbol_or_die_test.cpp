@@ -56,6 +56,32 @@ TEST_F(ResolvedSymbol, ByListLeavesAPointerThatWasSetEvenIfNoNameExists) {
     EXPECT_EQ(resolved({}), -1);
 }
 
+TEST_F(ResolvedSymbol, ByListTakesTheLastNameWhenNoOtherExists) {
+    EXPECT_EQ(resolved({"no_such_name", "none_either", "fixture_answer"}), 42);
+}
+
+TEST_F(ResolvedSymbolDeathTest, ByListOfOneIsNamedWithoutASeparator) {
+    EXPECT_FATAL_RECORD(resolved({"SEDiagGetInt40"}), "check", record_sites::kSymbolByList,
+                        "Check failed *sym Symbols SEDiagGetInt40 not found!");
+}
+
+TEST_F(ResolvedSymbolDeathTest, WithoutALibraryIsFatal) {
+    library_ = nullptr;
+    EXPECT_FATAL_RECORD(getSymbolOrDie(&function_, library_, "fixture_answer"), "check",
+                        record_sites::kSymbolByName, "Check failed *sym Symbol fixture_answer not found!");
+}
+
+TEST_F(ResolvedSymbol, IsNullAndReportsNothingWhenTheChecksAreFilteredOut) {
+    const test::ScopedLogCapture log(5);
+    setLogThreshold("check", 0);
+    function_ = &preferred;
+    getSymbolOrDie(&function_, library_, "no_such_name");
+    EXPECT_EQ(function_, nullptr);
+    getSymbolOrDie(&function_, library_, {"no_such_name", "none_either"});
+    EXPECT_EQ(function_, nullptr);
+    EXPECT_TRUE(log.records().empty());
+}
+
 TEST_F(ResolvedSymbolDeathTest, ByListMissingIsFatalAndNamesAll) {
     EXPECT_FATAL_RECORD(resolved({"SEDiagGetInt40", "SEDiagGetInt64"}), "check", record_sites::kSymbolByList,
                         "Check failed *sym Symbols SEDiagGetInt40,SEDiagGetInt64 not found!");

@@ -14,7 +14,7 @@ class KernelCheck : public ::testing::Test {
     // What the check says of the broken kernel of this name.
     std::string found(const std::string& broken, const Numbers& given = {}) const {
         for (const KernelFunction& function : functions_) {
-            for (const KernelVariant& variant : function.variants) {
+            for (const FunctionVariant& variant : function.variants) {
                 if (variant.name != broken || &variant == &function.reference()) continue;
                 if (!given.empty()) return fault(function, variant, 77, given);
                 return firstFault(function, variant, 1, 500).text;

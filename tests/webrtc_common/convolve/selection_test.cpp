@@ -34,9 +34,23 @@ class ConvolveSelection : public ::testing::Test {
 ConvolveI16I16* const initial_i16_i16 = g_convolve_i16_i16;
 ConvolveI16I32* const initial_i16_i32 = g_convolve_i16_i32;
 
+// What the AVX entry points run before a selection. Taken before main, too.
+const std::string initial_avx_body = [] {
+    g_convolve_i16_i16 = convolve_i16_i16_AVX;
+    g_convolve_i16_i32 = convolve_i16_i32_AVX;
+    const std::string name = selectedConvolveVariant()->name;
+    g_convolve_i16_i16 = convolve_i16_i16_SSSE3;
+    g_convolve_i16_i32 = convolve_i16_i32_SSSE3;
+    return name;
+}();
+
 TEST_F(ConvolveSelection, StartsWithTheSsse3Builds) {
     EXPECT_EQ(initial_i16_i16, convolve_i16_i16_SSSE3);
     EXPECT_EQ(initial_i16_i32, convolve_i16_i32_SSSE3);
+}
+
+TEST_F(ConvolveSelection, StartsWithTheNarrowestBodyBehindTheAvxEntryPoints) {
+    EXPECT_EQ(initial_avx_body, "avx");
 }
 
 TEST_F(ConvolveSelection, TakesTheAvxBuildsWhenTheProcessorHasAvx) {
@@ -102,7 +116,7 @@ TEST_F(ConvolveSelection, RunsNoWiderBodyOnAProcessorWithoutAvx) {
     EXPECT_STREQ(selectedConvolveVariant()->name, "ssse3");
 }
 
-TEST_F(ConvolveSelection, HasNoNameForKernelsOfSomebodyElse) {
+TEST_F(ConvolveSelection, HasNoNameForOtherKernels) {
     g_convolve_i16_i16 = [](const int16_t*, const int16_t*, int16_t*, int, int) {};
     EXPECT_EQ(selectedConvolveVariant(), nullptr);
 }

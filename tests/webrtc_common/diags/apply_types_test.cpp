@@ -14,7 +14,7 @@ struct EditCase {
     const char* name;
     int type;
     long edit;
-    const char* call;  // empty: the edit goes nowhere
+    const char* call;  // empty: the edit is not applied
     const char* mark;
 };
 

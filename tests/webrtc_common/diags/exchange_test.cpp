@@ -39,7 +39,7 @@ TEST(EngineValue, CountsBothZerosAsTheSame) {
 }
 
 TEST(NodeValue, IsAppliedOnlyWhenTheUserMovedAndTheEngineDidNot) {
-    EXPECT_FALSE(applied(5, 5, 5)) << "nobody moved";
+    EXPECT_FALSE(applied(5, 5, 5)) << "no side changed";
     EXPECT_FALSE(applied(5, 5, 6)) << "the engine moved";
     EXPECT_TRUE(applied(7, 5, 5)) << "the user moved";
     EXPECT_FALSE(applied(7, 5, 6)) << "both moved: the engine wins";

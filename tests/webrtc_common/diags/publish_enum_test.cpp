@@ -39,7 +39,7 @@ TEST_F(PublishEnum, IsRewrittenOnEveryPassSoThatAnEditIsLost) {
     EXPECT_EQ("string 3 - Wide", value());
 }
 
-TEST_F(PublishEnum, ReplacesAMarkThatSomebodyChanged) {
+TEST_F(PublishEnum, ReplacesAMarkThatWasChanged) {
     addWide();
     publish();
     node()->setMeta<int>("se_diag", 8);

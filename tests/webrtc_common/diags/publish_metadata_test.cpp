@@ -55,7 +55,7 @@ TEST_F(PublishMetadata, KeepsAReadOnlyMarkWhenTheDiagnosticBecomesWritable) {
     EXPECT_EQ("bool 1", meta("read_only"));
 }
 
-TEST_F(PublishMetadata, SetsAReadOnlyMarkAgainThatSomebodyTookBack) {
+TEST_F(PublishMetadata, SetsAReadOnlyMarkAgainThatWasTakenBack) {
     add(kInt32, "x", kReadOnly);
     publish();
     node()->setMeta<bool>("read_only", false);

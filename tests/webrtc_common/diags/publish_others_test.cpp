@@ -83,7 +83,7 @@ TEST_F(PublishWithoutNoiseReductionBypass, LeavesTheNodeUntouched) {
 
 class UnchangedPass : public Bridge {};
 
-TEST_F(UnchangedPass, WritesNothingAndTellsNobody) {
+TEST_F(UnchangedPass, WritesNothingAndNotifiesNoListener) {
     for (int type = 0; type <= 9; ++type) {
         add(type, ("scalar_" + std::to_string(type)).c_str(), kReadOnly);
         addArray(type, 10, ("array_" + std::to_string(type)).c_str(), kReadWrite);

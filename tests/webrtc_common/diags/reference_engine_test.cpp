@@ -47,7 +47,7 @@ TEST_P(BridgeToABuild, PublishesTheLargeArraysOnRequest) {
     for (int index = 0; index < se::SEDiagGetNumDiags(); ++index) EXPECT_NE(nullptr, nodeOf(index));
 }
 
-TEST_P(BridgeToABuild, AppliesNothingThatNobodyEdited) {
+TEST_P(BridgeToABuild, AppliesNothingThatWasNotEdited) {
     const ScopedLogCapture log(5);
     se::writeSignalEssenceDiags(root_);
     EXPECT_TRUE(log.records().empty());

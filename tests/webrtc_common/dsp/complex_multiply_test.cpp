@@ -11,6 +11,7 @@
 #include "kernel_check/problem/fillers.h"
 #include "kernel_check/problem/guarded_buffer.h"
 #include "kernel_check/references/dsp.h"
+#include "tests/webrtc_common/dsp/each_build.h"
 #include "webrtc_common/se_wrapper/table/engine_types.h"
 
 namespace quill::test {
@@ -50,7 +51,10 @@ Samples multiplyValues(size_t n, int16_t ar, int16_t ai, int16_t br, int16_t bi)
     return multiply(a, b);
 }
 
-TEST(ComplexMultiply, MatchesTheReferenceForEveryLengthAndPairOfFillers) {
+class ComplexMultiply : public EachDspBuild {};
+INSTANTIATE_FOR_EACH_DSP_BUILD(ComplexMultiply);
+
+TEST_P(ComplexMultiply, MatchesTheReferenceForEveryLengthAndPairOfFillers) {
     for (size_t n = 0; n <= 21; ++n) {
         for (const Filler& fa : kFillers) {
             for (const Filler& fb : kFillers) {
@@ -61,38 +65,44 @@ TEST(ComplexMultiply, MatchesTheReferenceForEveryLengthAndPairOfFillers) {
     }
 }
 
-TEST(ComplexMultiply, MatchesTheReferenceAtTheLongestLength) {
+TEST_P(ComplexMultiply, MatchesTheReferenceAtTheLongestLength) {
     const Samples a = filled(65535, kUniform, 1), b = filled(65535, kUniform, 2);
     EXPECT_EQ(multiply(a, b), reference(a, b));
 }
 
-TEST(ComplexMultiply, OfTwoHalvesIsAQuarter) {
+TEST_P(ComplexMultiply, OfTwoHalvesIsAQuarter) {
     EXPECT_EQ(multiplyValues(1, 16384, 0, 16384, 0), (Samples{8192, 0}));
     EXPECT_EQ(multiplyValues(4, 16384, 0, 16384, 0), (Samples{8192, 0, 8192, 0, 8192, 0, 8192, 0}));
 }
 
-TEST(ComplexMultiply, OfMinusOneByMinusOneSaturates) {
+TEST_P(ComplexMultiply, OfMinusOneByMinusOneSaturates) {
     EXPECT_EQ(multiplyValues(1, -32768, 0, -32768, 0), (Samples{32767, 0}));
     EXPECT_EQ(multiplyValues(4, -32768, 0, -32768, 0), (Samples{32767, 0, 32767, 0, 32767, 0, 32767, 0}));
 }
 
-TEST(ComplexMultiply, AnImaginaryPartOfMinusOneKeepsItsSignInFoursOnly) {
+TEST_P(ComplexMultiply, AnImaginaryPartOfMinusOneKeepsItsSignInFoursOnly) {
     EXPECT_EQ(multiplyValues(4, 0, -32768, 0, 16384), (Samples{-16384, 0, -16384, 0, -16384, 0, -16384, 0}));
     EXPECT_EQ(multiplyValues(1, 0, -32768, 0, 16384), (Samples{16384, 0}));
+    for (const size_t n :
+         {5u, 7u, 8u, 12u, 13u, 15u, 23u}) {  // whole vectors of either width and what is left of them
+        const Samples product = multiplyValues(n, 0, -32768, 0, 16384);
+        for (size_t k = 0; k < n; ++k)
+            EXPECT_EQ(product[2 * k], k < n / 4 * 4 ? -16384 : 16384) << k << " of " << n;
+    }
 }
 
-TEST(ComplexMultiply, BothPathsAgreeForEveryOtherImaginaryPart) {
+TEST_P(ComplexMultiply, BothPathsAgreeForEveryOtherImaginaryPart) {
     const Samples fours = multiplyValues(4, -32768, -32767, 32767, -32768);
     const Samples one = multiplyValues(1, -32768, -32767, 32767, -32768);
     EXPECT_EQ(Samples(fours.begin(), fours.begin() + 2), one);
 }
 
-TEST(ComplexMultiply, SumsOfTwoToThe31Wrap) {
+TEST_P(ComplexMultiply, SumsOfTwoToThe31Wrap) {
     EXPECT_EQ(multiplyValues(1, -32768, -32768, -32768, -32768), (Samples{0, -32768}));
     EXPECT_EQ(multiplyValues(4, -32768, -32768, -32768, -32768), Samples(8, -32768));
 }
 
-TEST(ComplexMultiply, TouchesNothingOutsideItsVectors) {
+TEST_P(ComplexMultiply, TouchesNothingOutsideItsVectors) {
     using Edge = GuardedBytes::Edge;
     for (size_t n = 0; n <= 21; ++n) {
         for (const Edge edge : {Edge::kBegin, Edge::kEnd}) {
@@ -102,7 +112,7 @@ TEST(ComplexMultiply, TouchesNothingOutsideItsVectors) {
     }
 }
 
-TEST(ComplexMultiply, MayWriteOverEitherFactor) {
+TEST_P(ComplexMultiply, MayWriteOverEitherFactor) {
     for (size_t n = 1; n <= 13; ++n) {
         Samples a = filled(n, kUniform, 1), b = filled(n, kUniform, 2);
         const Samples expected = reference(a, b);

@@ -68,7 +68,7 @@ TEST_F(ComputeRFirPaths, ADecimatingFilterNeedsNoKernel) {
 }
 
 TEST_F(ComputeRFirPaths, AnotherNumberOfOutputsNeedsNoKernel) {
-    run(24, 0, 15, 1);
+    for (const int num_out : {1, 4, 12, 15, 20}) run(24, 0, num_out, 1);
     EXPECT_EQ(KernelSpy::calls, 0);
 }
 
@@ -87,7 +87,7 @@ TEST(ComputeRFirExtent, AStepOfTwoReadsNoMoreThanTheLastSpan) {
 
 TEST(ComputeRFirExtent, TheDirectPathReadsNoMoreThanTheLastSpan) {
     for (const int taps : {1, 7, 8, 9, 16, 55}) {
-        for (const int num_out : {1, 7, 9, 159}) {
+        for (const int num_out : {1, 2, 4, 7, 9, 12, 20, 159}) {
             for (const int step : {1, 3}) {
                 runGuarded(static_cast<size_t>((num_out - 1) * step + taps), taps, num_out, step);
             }

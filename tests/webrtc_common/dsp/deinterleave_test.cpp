@@ -11,6 +11,7 @@
 
 #include "kernel_check/problem/guarded_buffer.h"
 #include "kernel_check/references/dsp.h"
+#include "tests/webrtc_common/dsp/each_build.h"
 
 namespace quill::media::se_wrapper {
 namespace {
@@ -42,7 +43,10 @@ std::string misplaced(const int16_t* interleaved, size_t channels, const int16_t
     return {};
 }
 
-TEST(Deinterleave, CrossesChannelsTwoAndThreeAndPutsFourLast) {
+class Deinterleave : public test::EachDspBuild {};
+INSTANTIATE_FOR_EACH_DSP_BUILD(Deinterleave);
+
+TEST_P(Deinterleave, CrossesChannelsTwoAndThreeAndPutsFourLast) {
     int16_t interleaved[160 * 8];
     for (size_t i = 0; i < 160 * 8; ++i) interleaved[i] = static_cast<int16_t>(1000 * (i % 8) + i / 8);
     int16_t rows[7 * 160];
@@ -53,7 +57,7 @@ TEST(Deinterleave, CrossesChannelsTwoAndThreeAndPutsFourLast) {
     }
 }
 
-TEST(Deinterleave, WorksForAnyNumberOfChannelsFromEight) {
+TEST_P(Deinterleave, WorksForAnyNumberOfChannelsFromEight) {
     for (size_t channels = 8; channels <= 80; ++channels) {
         std::vector<int16_t> interleaved(160 * channels);
         fillWithNoise(interleaved.data(), interleaved.size());
@@ -63,7 +67,7 @@ TEST(Deinterleave, WorksForAnyNumberOfChannelsFromEight) {
     }
 }
 
-TEST(Deinterleave, WorksFromAndToEveryAlignment) {
+TEST_P(Deinterleave, WorksFromAndToEveryAlignment) {
     constexpr size_t kChannels = 9;
     for (size_t from = 0; from < 8; ++from) {
         for (size_t to = 0; to < 8; ++to) {
@@ -76,7 +80,7 @@ TEST(Deinterleave, WorksFromAndToEveryAlignment) {
     }
 }
 
-TEST(Deinterleave, WritesTheRowsAndNothingElse) {
+TEST_P(Deinterleave, WritesTheRowsAndNothingElse) {
     std::vector<int16_t> interleaved(160 * 8);
     fillWithNoise(interleaved.data(), interleaved.size());
     std::vector<int16_t> rows(kRowSamples + 64, 0x5a5a);
@@ -89,7 +93,7 @@ TEST(Deinterleave, WritesTheRowsAndNothingElse) {
 }
 
 // The extent ends at a page without access; with odd channel counts it begins at every alignment.
-TEST(Deinterleave, ReadsNothingBehindChannelSevenOfTheLastFrame) {
+TEST_P(Deinterleave, ReadsNothingBehindChannelSevenOfTheLastFrame) {
     for (size_t channels = 8; channels <= 80; ++channels) {
         const GuardedBuffer<int16_t> interleaved(inputExtent(channels), Edge::kEnd);
         fillWithNoise(interleaved.data(), interleaved.size());
@@ -99,7 +103,7 @@ TEST(Deinterleave, ReadsNothingBehindChannelSevenOfTheLastFrame) {
     }
 }
 
-TEST(Deinterleave, ReadsNothingBeforeTheFirstFrame) {
+TEST_P(Deinterleave, ReadsNothingBeforeTheFirstFrame) {
     for (size_t channels = 8; channels <= 80; ++channels) {
         const GuardedBuffer<int16_t> interleaved(inputExtent(channels), Edge::kBegin);
         fillWithNoise(interleaved.data(), interleaved.size());
@@ -110,7 +114,7 @@ TEST(Deinterleave, ReadsNothingBeforeTheFirstFrame) {
 }
 
 // Each frame's first eight channels end where a page without access begins.
-TEST(Deinterleave, ReadsNothingOfTheChannelsBehindTheEighth) {
+TEST_P(Deinterleave, ReadsNothingOfTheChannelsBehindTheEighth) {
     const auto page = static_cast<size_t>(::sysconf(_SC_PAGESIZE));
     const size_t size = 2 * page * BLOCK_SIZE;
     void* const mapping = ::mmap(nullptr, size, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);

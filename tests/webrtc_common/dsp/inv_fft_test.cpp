@@ -58,7 +58,10 @@ TEST(InvFFT, TakesTheLargestSizeAndOddOnes) {
 
 TEST(InvFFT, ReturnsTheNumberOfSamples) {
     Samples spectrum(322), out(320);
-    EXPECT_EQ(invFFT(newDftObject(320), spectrum.data(), 4, 1024, out.data(), 7), 320);
+    for (const int data_length : {320, 160, 0, 400}) {
+        DftObj_t* const object = newDftObject(320, data_length);
+        EXPECT_EQ(invFFT(object, spectrum.data(), 4, 1024, out.data(), 7), 320) << data_length;
+    }
 }
 
 TEST(InvFFT, IgnoresItsLastArgument) {

@@ -22,6 +22,15 @@ inline std::vector<std::size_t> rowsOf(std::initializer_list<EngineRowKind> kind
     return rows;
 }
 
+// The numbers of the rows that every engine has to have.
+inline std::vector<std::size_t> requiredRows() {
+    std::vector<std::size_t> rows;
+    for (std::size_t row = 0; row < kNumEngineRows; ++row) {
+        if (isRequired(kEngineRows[row].kind)) rows.push_back(row);
+    }
+    return rows;
+}
+
 // What the slot of a row holds at present.
 inline void* slotValue(std::size_t row) {
     void* const values[] = {

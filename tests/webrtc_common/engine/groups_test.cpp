@@ -97,10 +97,19 @@ TEST(FullEngine, HasBeamFormingAndNoiseTests) {
     EXPECT_TRUE(g_has_noise_tests);
 }
 
+// Three of the four, two of the three.
 TEST(PartOfAGroup, DoesNotCountWhenFatalRecordsAreDropped) {
     quill::setLogThreshold("check", 0);
-    openSignalEssenceDynamicLibrary("test_engines/direction_3");
+    openSignalEssenceDynamicLibrary("test_engines/direction_7");
     EXPECT_FALSE(g_has_beam_forming);
+    EXPECT_TRUE(g_has_noise_tests);
+}
+
+TEST(PartOfTheNoiseTest, DoesNotCountWhenFatalRecordsAreDropped) {
+    quill::setLogThreshold("check", 0);
+    openSignalEssenceDynamicLibrary("test_engines/noise_test_3");
+    EXPECT_TRUE(g_has_beam_forming);
+    EXPECT_FALSE(g_has_noise_tests);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // Opening an engine build by name.
 #include "webrtc_common/se_wrapper/engine/load.h"
 
+#include <dlfcn.h>
 #include <gtest/gtest.h>
 
 #include "tests/engines/test_engine.h"
@@ -80,6 +81,13 @@ TEST(SecondOpen, AcceptsANameThatDoesNotExist) {
 TEST(LoadedEngine, StaysInTheProcess) {
     openSignalEssenceDynamicLibrary("test_engines/full");
     EXPECT_TRUE(isEngineInProcess("test_engines/full"));
+}
+
+// Two engines, or an engine and its host, may have symbols of one name.
+TEST(LoadedEngine, KeepsItsSymbolsOutOfTheGlobalScope) {
+    ASSERT_EQ(nullptr, ::dlsym(RTLD_DEFAULT, "SEDiagGetNumDiags"));
+    openSignalEssenceDynamicLibrary("test_engines/full");
+    EXPECT_EQ(nullptr, ::dlsym(RTLD_DEFAULT, "SEDiagGetNumDiags"));
 }
 
 TEST(LoadedEngine, IsNotInitialised) {

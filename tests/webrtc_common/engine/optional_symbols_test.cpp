@@ -66,4 +66,13 @@ INSTANTIATE_TEST_SUITE_P(Every, OptionalSlot,
                                                    EngineRowKind::noise_test, EngineRowKind::dft_hook})),
                          rowName);
 
+class RequiredSlot : public testing::TestWithParam<std::size_t> {};
+
+TEST_P(RequiredSlot, IsFilledWhenTheEngineExportsWhatItMustAndNoMore) {
+    openSignalEssenceDynamicLibrary("test_engines/minimal");
+    EXPECT_TRUE(isEngineRowPresent(GetParam()));
+}
+
+INSTANTIATE_TEST_SUITE_P(Every, RequiredSlot, testing::ValuesIn(requiredRows()), rowName);
+
 }  // namespace

@@ -151,6 +151,16 @@ TEST_F(ProcessBlockDeathTest, RefusesNoChannels) {
                         "Check failed: skipChannels > -1 (-8 vs. -1) ");
 }
 
+// The number of channels behind the eight is a signed 32-bit one.
+TEST_F(ProcessBlockDeathTest, RefusesMoreChannelsThanASignedNumberHolds) {
+    EXPECT_FATAL_RECORD(processBlock(0x80000008u, nullptr, 160, output_, true), "check",
+                        (RecordSite{"webrtc_common/se_wrapper", 646}),
+                        "Check failed: skipChannels > -1 (-2147483648 vs. -1) ");
+    EXPECT_FATAL_RECORD(processBlock(0xffffffffu, nullptr, 160, output_, true), "check",
+                        (RecordSite{"webrtc_common/se_wrapper", 646}),
+                        "Check failed: skipChannels > -1 (-9 vs. -1) ");
+}
+
 TEST_F(ProcessBlockDeathTest, ChecksTheBlockSizeFirst) {
     EXPECT_FATAL_RECORD(processBlock(7, nullptr, 0, output_, true), "check",
                         (RecordSite{"webrtc_common/se_wrapper", 641}),

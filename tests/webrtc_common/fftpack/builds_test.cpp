@@ -5,23 +5,14 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
-#include <ostream>
 #include <random>
 #include <string>
 
 #include "kernel_check/problem/guarded_buffer.h"
 #include "kernel_check/references/published_fft.h"
 #include "kernel_check/references/transforms.h"
+#include "tests/webrtc_common/each_variant.h"
 #include "webrtc_common/fftpack/real_fft.h"
-
-namespace quill::fftpack {
-
-// What a test's parameter is called.
-inline void PrintTo(const RealFftVariant& variant, std::ostream* stream) {
-    *stream << variant.name;
-}
-
-}  // namespace quill::fftpack
 
 namespace quill::test {
 namespace {
@@ -29,15 +20,8 @@ namespace {
 using fftpack::RealFftVariant;
 using Limits = std::numeric_limits<float>;
 
-class RealFftBuild : public ::testing::TestWithParam<RealFftVariant> {
-  protected:
-    void SetUp() override {
-        if (!(CPUInfo().*GetParam().feature)) GTEST_SKIP() << "this processor has no " << GetParam().name;
-    }
-};
-
-INSTANTIATE_TEST_SUITE_P(Each, RealFftBuild, ::testing::ValuesIn(fftpack::kRealFftVariants),
-                         [](const auto& row) { return std::string(row.param.name); });
+class RealFftBuild : public EachVariant<RealFftVariant> {};
+INSTANTIATE_FOR_EACH_VARIANT(RealFftBuild, fftpack::kRealFftVariants);
 
 std::vector<int> everyLength() {
     std::vector<int> lengths = smallLengths();

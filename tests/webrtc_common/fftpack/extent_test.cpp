@@ -1,4 +1,4 @@
-// Pages without access around every array: nobody reads or writes beyond what the caller owns.
+// Pages without access around every array: nothing is read or written beyond what the caller owns.
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "kernel_check/references/fft_hooks.h"
+#include "tests/webrtc_common/each_variant.h"
 #include "webrtc_common/fftpack/fftpack.h"
 #include "webrtc_common/fftpack/real_fft.h"
 
@@ -41,11 +42,8 @@ struct Tables {
     std::array<int, 20> ifac{};
 };
 
-class SampleTransform : public ::testing::TestWithParam<RealFftVariant> {
+class SampleTransform : public test::EachVariant<RealFftVariant> {
   protected:
-    void SetUp() override {
-        if (!(CPUInfo().*GetParam().feature)) GTEST_SKIP() << "this processor has no " << GetParam().name;
-    }
     static Samples forward(const Samples& in, float scale) {
         const int n = static_cast<int>(in.size());
         Tables t(n);
@@ -64,8 +62,7 @@ class SampleTransform : public ::testing::TestWithParam<RealFftVariant> {
     }
 };
 
-INSTANTIATE_TEST_SUITE_P(EachBuild, SampleTransform, ::testing::ValuesIn(kRealFftVariants),
-                         [](const auto& row) { return std::string(row.param.name); });
+INSTANTIATE_FOR_EACH_VARIANT(SampleTransform, kRealFftVariants);
 
 // The real parts of an impulse's spectrum are all 1.
 TEST_P(SampleTransform, ForwardKeepsTheLow16BitsOfATruncation) {

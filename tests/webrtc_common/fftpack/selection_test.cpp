@@ -50,7 +50,7 @@ TEST_F(RealFftSelection, IsNeverTakenBack) {
 TEST_F(RealFftSelection, IsWhatTheEntryPointsRun) {
     constexpr RealFft* kForward = [](int, float* r, float*, const int*) { r[0] = 1.0f; };
     constexpr RealFft* kBackward = [](int, float* r, float*, const int*) { r[0] = 2.0f; };
-    const RealFftVariant other = {"other", &CPUInfo::has_sse41, kForward, kBackward, nullptr, nullptr};
+    const RealFftVariant other = {{"other", &CPUInfo::has_sse41}, kForward, kBackward, nullptr, nullptr};
     g_real_fft = &other;
     float r = 0, wsave[17] = {};
     int ifac[20] = {};

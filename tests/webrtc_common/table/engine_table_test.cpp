@@ -107,6 +107,16 @@ TEST(EngineTable, CountsNoRowOfAnyKindBeforeAnEngineIsLoaded) {
     EXPECT_EQ(0, countPresentEngineRows(EngineRowKind::defaulted));
 }
 
+TEST(RowKind, IsRequiredWhereStartUpStopsWithoutTheSymbol) {
+    for (const EngineRowKind kind :
+         {EngineRowKind::mandatory, EngineRowKind::alternatives, EngineRowKind::hook})
+        EXPECT_TRUE(isRequired(kind));
+    for (const EngineRowKind kind :
+         {EngineRowKind::optional, EngineRowKind::direction, EngineRowKind::noise_test,
+          EngineRowKind::dft_hook, EngineRowKind::defaulted})
+        EXPECT_FALSE(isRequired(kind));
+}
+
 TEST(CapabilityFlags, AreFalseBeforeAnEngineIsLoaded) {
     EXPECT_FALSE(g_has_beam_forming);
     EXPECT_FALSE(g_has_noise_tests);

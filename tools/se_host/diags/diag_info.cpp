@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "tools/output/one_line.h"
+#include "webrtc_common/se_wrapper/table/engine_answers.h"
 
 namespace se_host {
 namespace {
@@ -39,14 +40,13 @@ const DiagKind* kindOf(SEDiagType_t type) {
 }
 
 DiagInfo infoOf(int index) {
-    const char* const help = se::SEDiagGetHelp(index);
     return {index,
-            se::SEDiagGetName(index),
+            se::diagName(index),
             se::getDiagPropertyName(index),
             kindOf(se::SEDiagGetType(index)),
             std::max(se::SEDiagGetLen(index), 1),
             (se::SEDiagGetRW(index) & SE_DIAG_RW_WRITABLE) != 0,
-            se_output::oneLine(help == nullptr ? "" : help)};
+            se_output::oneLine(se::diagHelp(index))};
 }
 
 }  // namespace

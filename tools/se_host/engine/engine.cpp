@@ -8,6 +8,7 @@
 #include "tools/se_host/engine/engine_files.h"
 #include "tools/se_host/engine/properties_by_text.h"
 #include "webrtc_common/se_wrapper.h"
+#include "webrtc_common/se_wrapper/table/engine_answers.h"
 
 namespace se_host {
 namespace {
@@ -42,7 +43,7 @@ Engine loadEngine(const EngineOptions& options) {
     se::initSignalEssenceOptimForTests();
     g_stage = EngineStage::kLoaded;
     engine.build = se::p_signal_essence_library.get();
-    engine.version = se_output::oneLine(se::MMIfGetVersionString());
+    engine.version = se_output::oneLine(se::engineVersion());
     return engine;
 }
 

@@ -19,10 +19,6 @@ constexpr GroupRule kGroups[] = {
     {"DFT hooks", Kind::dft_hook, nullptr},
 };
 
-bool isMandatory(Kind kind) {
-    return kind == Kind::mandatory || kind == Kind::alternatives || kind == Kind::hook;
-}
-
 const char* symbolOf(const se::EngineRow& row, quill::DynLibHandle engine) {
     for (const char* const symbol : row.symbols) {
         if (symbol != nullptr && quill::getSymbolAddress(engine, symbol) != nullptr) return symbol;
@@ -41,7 +37,7 @@ CheckedGroup countGroup(const GroupRule& rule, const std::vector<CheckedRow>& ro
 }
 
 std::string objectionTo(const CheckedRow& checked) {
-    if (checked.found_as != nullptr || !isMandatory(checked.row->kind)) return {};
+    if (checked.found_as != nullptr || !se::isRequired(checked.row->kind)) return {};
     const char* const other = checked.row->symbols[1];
     const std::string name = checked.row->symbols[0];
     return other == nullptr ? "symbol " + name + " is missing"

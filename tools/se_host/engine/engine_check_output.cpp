@@ -17,13 +17,8 @@ struct KindText {
 };
 
 KindText textOf(Kind kind) {
+    if (quill::media::se_wrapper::isRequired(kind)) return {"mandatory", "MISSING"};
     switch (kind) {
-        case Kind::mandatory:
-        case Kind::alternatives:
-        case Kind::hook:
-            return {"mandatory", "MISSING"};
-        case Kind::optional:
-            return {"optional", "not there, optional"};
         case Kind::direction:
             return {"look directions", "not there, look directions"};
         case Kind::noise_test:
@@ -32,8 +27,9 @@ KindText textOf(Kind kind) {
             return {"DFT hooks", "not there, DFT hooks"};
         case Kind::defaulted:
             return {"optional", "not there, the wrapper's own takes its place"};
+        default:
+            return {"optional", "not there, optional"};
     }
-    return {"", ""};
 }
 
 std::string rowText(size_t number, const CheckedRow& checked) {

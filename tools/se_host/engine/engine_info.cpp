@@ -3,7 +3,6 @@
 #include "common/cpu_info.h"
 #include "tools/se_host/engine/engine_files.h"
 #include "tools/se_host/engine/properties_by_text.h"
-#include "webrtc_common/fftpack/real_fft.h"
 #include "webrtc_common/se_wrapper.h"
 #include "webrtc_common/se_wrapper/dsp/dsp_kernels.h"
 
@@ -27,16 +26,11 @@ constexpr Feature kFeatures[] = {
     {"avx512-vnni", &quill::CPUInfo::has_avx512_vnni},
 };
 
-bool isOptional(se::EngineRowKind kind) {
-    return kind != se::EngineRowKind::mandatory && kind != se::EngineRowKind::alternatives &&
-           kind != se::EngineRowKind::hook;
-}
-
 // Asks the library and not the table: the wrapper's own defaults stand in some slots of the table.
 std::vector<Presence> optionalEntryPoints(quill::DynLibHandle engine) {
     std::vector<Presence> found;
     for (const se::EngineRow& row : se::kEngineRows) {
-        if (!isOptional(row.kind)) continue;
+        if (se::isRequired(row.kind)) continue;
         found.push_back({row.symbols[0], quill::getSymbolAddress(engine, row.symbols[0]) != nullptr});
     }
     return found;
@@ -47,6 +41,14 @@ std::vector<Presence> processorFeatures() {
     std::vector<Presence> features;
     for (const Feature& feature : kFeatures) features.push_back({feature.name, processor.*feature.flag});
     return features;
+}
+
+std::vector<KernelLine> kernelLines() {
+    std::vector<KernelLine> lines;
+    for (const auto& [family, variant] : se::selectedKernels()) {
+        lines.push_back({family, variant == nullptr ? "unknown" : variant});
+    }
+    return lines;
 }
 
 std::vector<PropertyLine> propertyLines(const quill::PropertyNodePtr& root) {
@@ -63,16 +65,12 @@ std::vector<PropertyLine> propertyLines(const quill::PropertyNodePtr& root) {
 }  // namespace
 
 EngineInfo gatherInfo(const Engine& engine) {
-    const se::ConvolveVariant* const kernels = se::selectedConvolveVariant();
     return {engine.build,
             engine.version,
             {{"beam_forming", se::g_has_beam_forming}, {"noise_tests", se::g_has_noise_tests}},
             optionalEntryPoints(openEngineFile(engine.build)),
             processorFeatures(),
-            kernels == nullptr ? "unknown" : kernels->entry,
-            kernels == nullptr ? "unknown" : kernels->name,
-            quill::fftpack::g_real_fft->name,
-            se::g_dsp_kernels->name,
+            kernelLines(),
             engineNames(),
             propertyLines(engine.root)};
 }

@@ -22,16 +22,19 @@ struct PropertyLine {
     bool read_only;
 };
 
+// A family of kernels and the build in use.
+struct KernelLine {
+    std::string family;
+    std::string variant;
+};
+
 struct EngineInfo {
     std::string build;
     std::string version;
     std::vector<Presence> capabilities;
     std::vector<Presence> optional_entry_points;
     std::vector<Presence> processor_features;
-    std::string convolution_kernels;  // the entry points selected
-    std::string convolution_body;     // what they run
-    std::string real_fft;             // the selected builds: of the FFT behind its hooks
-    std::string dsp_kernels;          // of the complex multiplication and the de-interleaving
+    std::vector<KernelLine> kernels;
     std::vector<std::string> builds;  // that could be loaded instead
     std::vector<PropertyLine> properties;
 };

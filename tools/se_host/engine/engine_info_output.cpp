@@ -39,6 +39,20 @@ Json presenceJson(const std::vector<Presence>& all) {
     return object;
 }
 
+std::string kernelText(const std::vector<KernelLine>& lines) {
+    std::string text;
+    for (const KernelLine& kernel : lines) {
+        text += (text.empty() ? "" : ", ") + kernel.family + " " + kernel.variant;
+    }
+    return text;
+}
+
+Json kernelJson(const std::vector<KernelLine>& lines) {
+    Json object = Json::object();
+    for (const KernelLine& kernel : lines) object[kernel.family] = kernel.variant;
+    return object;
+}
+
 Json propertyJson(const PropertyLine& property) {
     return {{"type", property.type}, {"value", property.value}, {"read_only", property.read_only}};
 }
@@ -50,8 +64,7 @@ std::string toText(const EngineInfo& info) {
     text += line("offers", namesOfPresent(info.capabilities));
     text += line("builds", quill::join(info.builds.begin(), info.builds.end(), ", "));
     text += line("processor", namesOfPresent(info.processor_features));
-    text += line("kernels", "convolution " + info.convolution_kernels + " (" + info.convolution_body +
-                                " body), real FFT " + info.real_fft + ", DSP " + info.dsp_kernels);
+    text += line("kernels", kernelText(info.kernels));
     text += "\noptional entry points of the engine\n" + presenceLines(info.optional_entry_points);
     text += "\nproperties\n";
     for (const PropertyLine& property : info.properties) text += propertyText(property);
@@ -68,11 +81,7 @@ Json toJson(const EngineInfo& info) {
               {"optional_entry_points", presenceJson(info.optional_entry_points)}}},
             {"builds", info.builds},
             {"processor_features", presenceJson(info.processor_features)},
-            {"kernels",
-             {{"convolution", info.convolution_kernels},
-              {"convolution_body", info.convolution_body},
-              {"real_fft", info.real_fft},
-              {"dsp", info.dsp_kernels}}},
+            {"kernels", kernelJson(info.kernels)},
             {"properties", properties}};
 }
 

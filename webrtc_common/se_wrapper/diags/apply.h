@@ -14,14 +14,14 @@ namespace quill::media::se_wrapper {
 // A node without "se_diag" counts as 0. Nodes of read-only diagnostics and of arrays are not read.
 //
 // A node is read as an int (an Enum by the number in front of its text), of a UInt32 as a long, of a Float32
-// as a float, whatever its type: a text will do. 16-bit diagnostics receive the low 16 bits, a UInt32 the low
+// as a float, of any type: a text is converted. 16-bit diagnostics receive the low 16 bits, a UInt32 the low
 // 32. Kept on purpose: 40-bit diagnostics are edited as 32-bit numbers, and only the low 32 bits of what the
 // engine holds are compared.
 //
 // "aec_bypass" and, if the engine can take it, "noise_reduction_bypass" are handed over on every pass.
 // Nodes that are missing are made, without "help"; one without a value is a soft assertion and counts as 0.
 //
-// needs: a valid root; a loaded and initialised engine that takes settings now; no other pass under way.
+// needs: a valid root; a loaded and initialised engine that takes settings now; no other pass in progress.
 // fails: soft assertion on a text that is no number of its type or out of its range; the pass goes on with what
 // the conversion left, the nearest number of the type or 0.
 SE_WRAPPER_EXPORT void writeSignalEssenceDiags(const PropertyNodePtr& root);

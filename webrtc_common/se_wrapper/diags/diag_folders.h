@@ -1,5 +1,5 @@
 // Where a diagnostic stands: its folder, one for each level.
-// Private to this folder. No threads.
+// Private to this folder.
 #pragma once
 
 #include <algorithm>

@@ -1,5 +1,5 @@
-// Where the diagnostics stand in the property tree, for one pass over the catalogue.
-// Private to this folder. No threads.
+// Where the diagnostics are in the property tree, for one pass over the catalogue.
+// Private to this folder.
 #pragma once
 
 #include <array>

@@ -1,5 +1,5 @@
 // The value types of diagnostics as one table, from which both passes over the catalogue are expanded.
-// Private to this folder. Data only, no threads.
+// Private to this folder.
 #pragma once
 
 #include <cstdint>

@@ -1,6 +1,6 @@
 // Publishing: the engine's diagnostics as nodes of the host's property tree.
-// Threads: [control]. Nothing is kept between passes: what was exchanged stands in the tree, as metadata
-// "se_diag" of each scalar's node.
+// Threads: [control]. Nothing is kept between passes: the value last exchanged is in the tree, as
+// metadata "se_diag" of each scalar's node.
 #pragma once
 
 #include "common/property_node.h"
@@ -24,9 +24,9 @@ namespace quill::media::se_wrapper {
 // "[ 1, -2, 3 ]", are written on every pass, an edit that was not applied yet included; a UInt40 beyond 63 bits
 // is negative. A diagnostic of an unknown type gets a node without a value.
 //
-// needs: a valid root; a loaded and initialised engine; no other pass under way.
-// fails: nothing. The engine's answers are taken as they come; a mark or flag that somebody has replaced by
-// something unreadable is the property tree's soft assertion.
+// needs: a valid root; a loaded and initialised engine; no other pass in progress.
+// fails: nothing. The engine's answers are taken as they come; a mark or flag whose value was replaced
+// by an unreadable one is the property tree's soft assertion.
 SE_WRAPPER_EXPORT void readSignalEssenceDiags(const PropertyNodePtr& root);
 
 }  // namespace quill::media::se_wrapper

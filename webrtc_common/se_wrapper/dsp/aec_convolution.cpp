@@ -1,5 +1,4 @@
 // The correlation that the engine's echo canceller calls through its hook.
-// Threads: audio, and wherever else the engine filters.
 #include "webrtc_common/se_wrapper/dsp/aec_convolution.h"
 
 #include "webrtc_common/convolve/convolve.h"

@@ -1,5 +1,5 @@
 // The correlation that the engine's echo canceller calls through its hook.
-// Threads: audio, and wherever else the engine filters. It must not do more than forward.
+// It must not do more than forward.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,4 @@
 // Product of complex vectors in Q15, by the selected build.
-// Threads: any.
 #include "webrtc_common/se_wrapper/dsp/complex_multiply.h"
 
 #include "webrtc_common/se_wrapper/dsp/dsp_kernels.h"

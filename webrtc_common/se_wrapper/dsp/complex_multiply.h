@@ -1,5 +1,4 @@
 // Product of complex vectors in Q15, as the engine calls it through its hook.
-// Threads: any.
 #pragma once
 
 #include <cstdint>

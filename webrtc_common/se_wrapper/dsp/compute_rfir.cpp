@@ -1,5 +1,5 @@
 // Real FIR filter: through the correlation kernel where the lengths allow, else directly.
-// Threads: any. It must not allocate.
+// It must not allocate.
 #include "webrtc_common/se_wrapper/dsp/compute_rfir.h"
 
 #include <emmintrin.h>

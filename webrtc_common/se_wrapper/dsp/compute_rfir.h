@@ -1,5 +1,4 @@
 // Real FIR filter with optional decimation, as the engine calls it through its hook.
-// Threads: any.
 #pragma once
 
 #include <cstdint>

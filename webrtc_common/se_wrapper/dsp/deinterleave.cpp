@@ -1,5 +1,4 @@
 // From interleaved capture audio to the rows that the engine takes, by the selected build.
-// Threads: audio.
 #include "webrtc_common/se_wrapper/dsp/deinterleave.h"
 
 #include "webrtc_common/se_wrapper/dsp/dsp_kernels.h"

@@ -1,5 +1,5 @@
 // From interleaved capture audio to the rows that the engine takes.
-// Threads: audio. It copies samples and must not change them.
+// It copies samples and must not change them.
 #pragma once
 
 #include <cstddef>

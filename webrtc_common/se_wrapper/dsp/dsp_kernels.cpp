@@ -8,7 +8,8 @@ namespace quill::media::se_wrapper {
 namespace {
 
 constexpr DspVariant kRows[] = {
-#define DSP_VARIANT(name, set, feature) {name, &CPUInfo::feature, multiplyComplex_##set, deinterleave_##set},
+#define DSP_VARIANT(name, set, feature) \
+    {{name, &CPUInfo::feature}, multiplyComplex_##set, deinterleave_##set},
 #include "webrtc_common/se_wrapper/dsp/dsp_variant_rows.h"
 };
 

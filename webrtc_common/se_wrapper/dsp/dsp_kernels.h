@@ -18,10 +18,7 @@ using MultiplyComplex = void(const int16_t* a, const int16_t* b, int16_t* out, s
 // deinterleaveMicrophones, see deinterleave.h. [any] rt-safe
 using Deinterleave = void(const int16_t* interleaved, std::size_t channels, int16_t* rows);
 
-// One build and the processor feature that it needs.
-struct DspVariant {
-    const char* name;
-    bool CPUInfo::*feature;
+struct DspVariant : KernelVariant {
     MultiplyComplex* multiplyComplex;
     Deinterleave* deinterleave;
 };

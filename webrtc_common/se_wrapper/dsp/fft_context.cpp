@@ -1,5 +1,4 @@
 // The tables of one real FFT and the list of all that were ever handed to the engine.
-// Threads: set-up.
 #include "webrtc_common/se_wrapper/dsp/fft_context.h"
 
 #include <cstddef>

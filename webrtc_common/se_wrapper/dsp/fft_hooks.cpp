@@ -1,5 +1,5 @@
 // The DFT that the engine calls through its hooks.
-// Threads: the transforms audio, initFFT set-up. The transforms must not allocate.
+// The transforms must not allocate.
 #include "webrtc_common/se_wrapper/dsp/fft_hooks.h"
 
 #include <memory>

@@ -1,5 +1,5 @@
 // Linear-phase FIR filter for blocks of audio, with a crossfade between filtered and dry.
-// Threads: one at a time for each filter. filterBlock must not allocate, lock or make a system call.
+// filterBlock must not allocate, lock or make a system call.
 #include "webrtc_common/se_wrapper/dsp/filter.h"
 
 #include <algorithm>

@@ -16,7 +16,7 @@ class SE_WRAPPER_EXPORT Filter {
         int32_t num_coeffs_;     // odd, so that the delay is whole; at most 65535
     };
 
-    // A filter at gain 1.0 that has heard silence.
+    // A filter at gain 1.0 whose history is silence.
     // needs: `params` and its coefficients to outlive the filter; num_coeffs_ in 1 .. 65535.
     // fails: fatal, "filter_.num_coeffs_ & 1 == 1"; with the "check" tag filtered out the filter still works,
     //        its delay half a sample off. std::bad_alloc passes.
@@ -28,10 +28,10 @@ class SE_WRAPPER_EXPORT Filter {
     Filter& operator=(const Filter&) = delete;
 
     // Filters one block of BLOCK_SIZE samples and mixes it with the dry signal, which is delayed as much.
-    // in:    `in`, 160 samples, int16; gain, the share of the filtered signal: 1.0 filtered, 0.0 dry. It is
+    // in:    `in`, BLOCK_SIZE samples, int16; gain, the share of the filtered signal: 1.0 filtered, 0.0 dry. It is
     //        reached by a straight line from the previous block's over this block, whose last sample is one
     //        step short of it.
-    // out:   `out`, 160 samples, int16; may be `in`. Rounded where it is filtered alone (computeRFir);
+    // out:   `out`, BLOCK_SIZE samples, int16; may be `in`. Rounded where it is filtered alone (computeRFir);
     //        truncated toward zero and saturated where it is mixed.
     // needs: both pointers valid; a finite gain. They are not checked.
     // fails: nothing.

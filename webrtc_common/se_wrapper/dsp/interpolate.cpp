@@ -1,5 +1,5 @@
 // Polyphase interpolation: one correlation a phase, spread over the output.
-// Threads: any. It must not allocate.
+// It must not allocate.
 #include "webrtc_common/se_wrapper/dsp/interpolate.h"
 
 #include <algorithm>

@@ -1,5 +1,4 @@
 // Polyphase interpolation, as the engine calls it through its hook.
-// Threads: any.
 #pragma once
 
 #include <cstdint>

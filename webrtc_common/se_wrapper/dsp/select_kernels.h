@@ -1,5 +1,4 @@
 // Every family of kernels that exist in several builds: selected together, listed together.
-// Threads: set-up.
 #pragma once
 
 #include <vector>

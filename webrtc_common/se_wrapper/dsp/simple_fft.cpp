@@ -1,5 +1,5 @@
 // Magnitude spectrum of a block of samples.
-// Threads: any; the context is the call's own.
+// The context is that of the call.
 #include "webrtc_common/se_wrapper/dsp/simple_fft.h"
 
 #include <cmath>

@@ -1,5 +1,5 @@
 // Magnitude spectrum of a block of samples, for occasional analysis.
-// Threads: any. It allocates its tables at each call: nothing for the audio path.
+// It allocates its tables at each call: not for the audio path.
 #pragma once
 
 #include <cstdint>

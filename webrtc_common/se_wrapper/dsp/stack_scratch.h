@@ -1,5 +1,4 @@
 // Scratch on the stack of the calling function, sized at run time, for kernels that must not allocate.
-// Threads: any.
 #pragma once
 
 #include <cstddef>

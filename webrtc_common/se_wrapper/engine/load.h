@@ -18,7 +18,7 @@ SE_WRAPPER_EXPORT void openSignalEssenceDynamicLibrary(const std::string& name);
 // [setup] Chooses the build (p_signal_essence_library; when that is empty, by device model, and the choice is
 // written back), loads it, keeps the engine's own routines aside (saved_routines.h) and selects the
 // convolution kernels for this processor. The engine's routines stay in place. Kept on purpose: calling it
-// again after others have been installed keeps those aside instead, for nothing guards that step.
+// again after other routines were installed keeps those aside instead, as that step is not guarded.
 // needs: bound static properties. fails: as openSignalEssenceDynamicLibrary.
 SE_WRAPPER_EXPORT void initSignalEssenceOptimForTests();
 

@@ -1,5 +1,3 @@
-// The engine's microphone noise test: its results, as a record or as a text file.
-// Threads: control.
 #include "webrtc_common/se_wrapper/engine/noise_test.h"
 
 #include <cerrno>

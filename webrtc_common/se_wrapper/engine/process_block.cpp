@@ -1,5 +1,3 @@
-// The microphone path: one block of interleaved capture audio in, one block of mono out.
-// Threads: audio. It must not allocate, lock or make a system call; the microphone rows are on the stack.
 #include "webrtc_common/se_wrapper/engine/process_block.h"
 
 #include <cstring>

@@ -15,7 +15,7 @@ extern SE_WRAPPER_EXPORT int32_t g_diag_echo_safety_factor;
 
 // [setup] Loads the engine, puts the wrapper's routines into its hooks, starts it, and sets unity receive
 // gain and the look direction. A second call loads nothing but does all the rest again.
-// needs: bound static properties; no other call under way.
+// needs: bound static properties; no other call in progress.
 // fails: fatal, as initSignalEssenceOptimForTests, and when the engine knows its receive gain or its echo
 // safety factor under no name.
 SE_WRAPPER_EXPORT void initSignalEssence();

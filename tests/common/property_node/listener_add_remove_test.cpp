@@ -13,7 +13,7 @@ namespace {
 using test::ChangeRecorder;
 using test::Counters;
 
-class ComingAndGoing : public testing::Test {
+class AddingAndRemoving : public testing::Test {
   protected:
     const PropertyNodePtr node_ = PropertyNode::createRoot();
 
@@ -26,7 +26,7 @@ class ComingAndGoing : public testing::Test {
     }
 };
 
-TEST_F(ComingAndGoing, OneThatIsAddedSeesLaterChangesOnly) {
+TEST_F(AddingAndRemoving, OneThatIsAddedSeesLaterChangesOnly) {
     std::optional<ChangeRecorder> added;
     atFirstChange([&](PropertyNode& node) { added.emplace(node); });
     node_->set(1);
@@ -35,7 +35,7 @@ TEST_F(ComingAndGoing, OneThatIsAddedSeesLaterChangesOnly) {
     EXPECT_EQ(added->counters(), Counters{2});
 }
 
-TEST_F(ComingAndGoing, OneThatIsAddedSeesTheChangesMadeAfterItInTheSameCall) {
+TEST_F(AddingAndRemoving, OneThatIsAddedSeesTheChangesMadeAfterItInTheSameCall) {
     std::optional<ChangeRecorder> added;
     atFirstChange([&](PropertyNode& node) {
         node.set(2);
@@ -46,7 +46,7 @@ TEST_F(ComingAndGoing, OneThatIsAddedSeesTheChangesMadeAfterItInTheSameCall) {
     EXPECT_EQ(added->counters(), Counters{3});
 }
 
-TEST_F(ComingAndGoing, OneThatIsRemovedDoesNotSeeLaterChanges) {
+TEST_F(AddingAndRemoving, OneThatIsRemovedDoesNotSeeLaterChanges) {
     uint64_t id = 0;
     atFirstChange([&](PropertyNode& node) { node.removeListener(id); });
     const ChangeRecorder removed(*node_);
@@ -56,7 +56,7 @@ TEST_F(ComingAndGoing, OneThatIsRemovedDoesNotSeeLaterChanges) {
     EXPECT_TRUE(removed.changes().empty());
 }
 
-TEST_F(ComingAndGoing, OneThatIsRemovedDoesNotSeeChangesThatWaited) {
+TEST_F(AddingAndRemoving, OneThatIsRemovedDoesNotSeeChangesThatWaited) {
     const ChangeRecorder removed(*node_);
     atFirstChange([&](PropertyNode& node) {
         node.set(2);
@@ -66,7 +66,7 @@ TEST_F(ComingAndGoing, OneThatIsRemovedDoesNotSeeChangesThatWaited) {
     EXPECT_EQ(removed.counters(), Counters{1});
 }
 
-TEST_F(ComingAndGoing, OneMayRemoveItselfAndLivesUntilItsCallEnds) {
+TEST_F(AddingAndRemoving, OneMayRemoveItselfAndIsKeptUntilItsCallEnds) {
     const auto captured = std::make_shared<int>(7);
     uint64_t id = 0;
     int seen = 0;
@@ -80,15 +80,15 @@ TEST_F(ComingAndGoing, OneMayRemoveItselfAndLivesUntilItsCallEnds) {
     EXPECT_EQ(captured.use_count(), 1);
 }
 
-TEST_F(ComingAndGoing, WhatOneThatRemovedItselfCapturedMayRemoveTheNextWhileItDies) {
-    struct RemovesAtDeath {
-        ~RemovesAtDeath() { node.removeListener(id); }
+TEST_F(AddingAndRemoving, WhatOneThatRemovedItselfCapturedMayRemoveTheNextInItsDestructor) {
+    struct RemovesInDestructor {
+        ~RemovesInDestructor() { node.removeListener(id); }
         PropertyNode& node;
         const uint64_t& id;
     };
     uint64_t own = 0;
     uint64_t next = 0;
-    std::shared_ptr<RemovesAtDeath> held(new RemovesAtDeath{*node_, next});
+    std::shared_ptr<RemovesInDestructor> held(new RemovesInDestructor{*node_, next});
     own = node_->addListener([held = std::move(held), &own](PropertyNode& node, const PropertyChangeInfo&) {
         node.removeListener(own);
     });
@@ -100,7 +100,7 @@ TEST_F(ComingAndGoing, WhatOneThatRemovedItselfCapturedMayRemoveTheNextWhileItDi
     EXPECT_EQ(kept.counters(), Counters{1});
 }
 
-TEST_F(ComingAndGoing, AllMayBeRemovedAtOnce) {
+TEST_F(AddingAndRemoving, AllMayBeRemovedAtOnce) {
     std::vector<uint64_t> ids;
     int calls = 0;
     for (int i = 0; i < 3; ++i) {
@@ -115,7 +115,7 @@ TEST_F(ComingAndGoing, AllMayBeRemovedAtOnce) {
     EXPECT_EQ(calls, 1);
 }
 
-TEST_F(ComingAndGoing, ReplacingOneselfDoesNotGoOnForEver) {
+TEST_F(AddingAndRemoving, OneThatReplacesItselfIsCalledOnceAChange) {
     int calls = 0;
     uint64_t id = 0;
     PropertyListener again = [&](PropertyNode& node, const PropertyChangeInfo&) {
@@ -130,34 +130,36 @@ TEST_F(ComingAndGoing, ReplacingOneselfDoesNotGoOnForEver) {
     EXPECT_EQ(calls, 2);
 }
 
-TEST_F(ComingAndGoing, WhatARemovedOneCapturedMayUseTheNodeWhileItDies) {
-    struct SetsAtDeath {
-        explicit SetsAtDeath(PropertyNode& n) : node(n) {}
-        ~SetsAtDeath() {
+TEST_F(AddingAndRemoving, WhatARemovedOneCapturedMayUseTheNodeInItsDestructor) {
+    struct SetsInDestructor {
+        explicit SetsInDestructor(PropertyNode& n) : node(n) {}
+        ~SetsInDestructor() {
             node.removeListener(node.addListener([](PropertyNode&, const PropertyChangeInfo&) {}));
         }
         PropertyNode& node;
     };
-    const auto captured = std::make_shared<SetsAtDeath>(*node_);
+    const auto captured = std::make_shared<SetsInDestructor>(*node_);
     const uint64_t id = node_->addListener(
-        [held = std::make_shared<SetsAtDeath>(*node_)](PropertyNode&, const PropertyChangeInfo&) {});
+        [held = std::make_shared<SetsInDestructor>(*node_)](PropertyNode&, const PropertyChangeInfo&) {});
     node_->removeListener(id);
     const ChangeRecorder seen(*node_);
     node_->set(1);
     EXPECT_EQ(seen.counters(), Counters{1});
 }
 
-// The branch outlives its tree, and dies on its own.
-TEST_F(ComingAndGoing, WhatOneCapturedFindsNoChildrenWhenItsNodeDies) {
-    struct LooksAtDeath {
+// The branch is destroyed after its tree.
+TEST_F(AddingAndRemoving, WhatOneCapturedFindsNoChildrenWhenItsNodeIsDestroyed) {
+    struct LooksInDestructor {
         PropertyNode& node;
         int& found;
-        ~LooksAtDeath() { found = (node.exists("child") ? 1 : 0) + static_cast<int>(node.children().size()); }
+        ~LooksInDestructor() {
+            found = (node.exists("child") ? 1 : 0) + static_cast<int>(node.children().size());
+        }
     };
     int found = -1;
     PropertyNodePtr branch = PropertyNode::createRoot()->getNode("branch", true);
     branch->getNode("child", true);
-    branch->addListener([held = std::shared_ptr<LooksAtDeath>(new LooksAtDeath{*branch, found})](
+    branch->addListener([held = std::shared_ptr<LooksInDestructor>(new LooksInDestructor{*branch, found})](
                             PropertyNode&, const PropertyChangeInfo&) {});
     branch.reset();
     EXPECT_EQ(found, 0);
