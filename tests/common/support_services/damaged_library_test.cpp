@@ -20,6 +20,7 @@ namespace quill {
 namespace {
 
 constexpr const char* kCut = "; it was probably cut short while being copied";
+constexpr uint64_t kPage = 4096;
 
 class DamagedLibrary : public testing::Test {
   protected:
@@ -59,6 +60,18 @@ class DamagedLibrary : public testing::Test {
         return *last;
     }
 
+    // Makes another header that of a segment behind the last one, all of which the loader fills with zeros from
+    // the byte `into_page` of its first page on.
+    void addZeros(uint64_t offset, uint64_t into_page) {
+        const uint64_t end = lastLoaded().p_vaddr + lastLoaded().p_memsz;
+        const uint64_t address = (end / kPage + 1) * kPage + into_page;
+        segment(PT_GNU_EH_FRAME) = {PT_LOAD, PF_R | PF_W, offset + into_page, address, address, 0,
+                                    kPage,   kPage};
+    }
+
+    // The first page behind the end of the file.
+    uint64_t pageBehind() const { return (bytes_.size() / kPage + 1) * kPage; }
+
     void expectRefused(const std::string& reason) const {
         const test::ScopedLogCapture log(5);
         std::string why = "untouched";
@@ -88,6 +101,30 @@ TEST_F(DamagedLibrary, IsLoadedWhenItIsWhole) {
 TEST_F(DamagedLibrary, IsLoadedWhenItEndsWithItsLastSegment) {
     write(lastLoaded().p_offset + lastLoaded().p_filesz);
     EXPECT_NE(loadDynamicLibrary(path_), nullptr);
+}
+
+// Some programs that shrink libraries cut them so.
+TEST_F(DamagedLibrary, IsLoadedWhenZerosBeginWithAPageBehindItsEnd) {
+    addZeros(pageBehind(), 0);
+    write();
+    EXPECT_NE(loadDynamicLibrary(path_), nullptr);
+}
+
+// The loader maps the page in which the zeros begin, and clears the rest of it.
+TEST_F(DamagedLibrary, IsLoadedWhenZerosBeginInThePageOfItsLastByte) {
+    const uint64_t page = pageBehind();
+    addZeros(page, kPage - 16);
+    bytes_.resize(page + 1);
+    write();
+    EXPECT_NE(loadDynamicLibrary(path_), nullptr);
+}
+
+TEST_F(DamagedLibrary, IsRefusedWhenZerosBeginInAPageBehindItsEnd) {
+    const uint64_t page = pageBehind();
+    addZeros(page, kPage - 16);
+    bytes_.resize(page);
+    write();
+    expectRefused(kEndsBeforeSegments);
 }
 
 TEST_F(DamagedLibrary, IsRefusedWhenTheLastSegmentLacksAByte) {
