@@ -53,6 +53,14 @@ bool isInside(uint64_t offset, uint64_t size, uint64_t end) {
     return size <= end && offset <= end - size;
 }
 
+// Whether the file has what the loader reads of it for the segment. For one without bytes in the file that is the
+// page in which the segment begins, unless it begins with a page: the loader clears the rest of that page.
+bool isInFile(const Elf64_Phdr& segment, uint64_t file_size) {
+    if (segment.p_filesz > 0) return isInside(segment.p_offset, segment.p_filesz, file_size);
+    const uint64_t into_page = segment.p_offset % static_cast<uint64_t>(::sysconf(_SC_PAGESIZE));
+    return into_page == 0 || segment.p_offset - into_page < file_size;
+}
+
 // Whether the part comes from the segment's bytes in the file. Before the segment its offset wraps around to a
 // number larger than every file.
 bool contains(const Elf64_Phdr& segment, const Elf64_Phdr& part) {
@@ -72,7 +80,7 @@ std::string objectionToHeader(const Elf64_Ehdr& header) {
 
 std::string objectionToSegments(const std::vector<Elf64_Phdr>& segments, uint64_t file_size) {
     for (const Elf64_Phdr& segment : segments) {
-        if (segment.p_type == PT_LOAD && !isInside(segment.p_offset, segment.p_filesz, file_size))
+        if (segment.p_type == PT_LOAD && !isInFile(segment, file_size))
             return std::string("ends before its loadable segments do") + kProbablyCut;
     }
     for (const Elf64_Phdr& part : segments) {

@@ -1,4 +1,5 @@
-// Files that are no whole shared library: each is refused before the loader maps it, and the reason names it.
+// Files that are not a complete shared library: each is refused before the loader maps it, and the reason
+// names it.
 #include <elf.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -20,6 +21,7 @@ namespace quill {
 namespace {
 
 constexpr const char* kCut = "; it was probably cut short while being copied";
+constexpr uint64_t kPage = 4096;
 
 class DamagedLibrary : public testing::Test {
   protected:
@@ -36,7 +38,7 @@ class DamagedLibrary : public testing::Test {
     }
     ~DamagedLibrary() override { std::filesystem::remove_all(folder_); }
 
-    // The library with its headers as they are now in header_ and segments_, cut to `size` bytes.
+    // The library with the headers of header_ and segments_, cut to `size` bytes.
     void write(size_t size = std::numeric_limits<size_t>::max()) {
         std::memcpy(bytes_.data() + sizeof(header_), segments_.data(), segments_.size() * sizeof(Elf64_Phdr));
         std::memcpy(bytes_.data(), &header_, sizeof(header_));
@@ -58,6 +60,18 @@ class DamagedLibrary : public testing::Test {
         }
         return *last;
     }
+
+    // Makes another header that of a segment behind the last one, all of which the loader fills with zeros from
+    // the byte `into_page` of its first page on.
+    void addZeros(uint64_t offset, uint64_t into_page) {
+        const uint64_t end = lastLoaded().p_vaddr + lastLoaded().p_memsz;
+        const uint64_t address = (end / kPage + 1) * kPage + into_page;
+        segment(PT_GNU_EH_FRAME) = {PT_LOAD, PF_R | PF_W, offset + into_page, address, address, 0,
+                                    kPage,   kPage};
+    }
+
+    // The first page behind the end of the file.
+    uint64_t pageBehind() const { return (bytes_.size() / kPage + 1) * kPage; }
 
     void expectRefused(const std::string& reason) const {
         const test::ScopedLogCapture log(5);
@@ -88,6 +102,30 @@ TEST_F(DamagedLibrary, IsLoadedWhenItIsWhole) {
 TEST_F(DamagedLibrary, IsLoadedWhenItEndsWithItsLastSegment) {
     write(lastLoaded().p_offset + lastLoaded().p_filesz);
     EXPECT_NE(loadDynamicLibrary(path_), nullptr);
+}
+
+// Some programs that shrink libraries cut them so.
+TEST_F(DamagedLibrary, IsLoadedWhenZerosBeginWithAPageBehindItsEnd) {
+    addZeros(pageBehind(), 0);
+    write();
+    EXPECT_NE(loadDynamicLibrary(path_), nullptr);
+}
+
+// The loader maps the page in which the zeros begin, and clears the rest of it.
+TEST_F(DamagedLibrary, IsLoadedWhenZerosBeginInThePageOfItsLastByte) {
+    const uint64_t page = pageBehind();
+    addZeros(page, kPage - 16);
+    bytes_.resize(page + 1);
+    write();
+    EXPECT_NE(loadDynamicLibrary(path_), nullptr);
+}
+
+TEST_F(DamagedLibrary, IsRefusedWhenZerosBeginInAPageBehindItsEnd) {
+    const uint64_t page = pageBehind();
+    addZeros(page, kPage - 16);
+    bytes_.resize(page);
+    write();
+    expectRefused(kEndsBeforeSegments);
 }
 
 TEST_F(DamagedLibrary, IsRefusedWhenTheLastSegmentLacksAByte) {
@@ -183,7 +221,7 @@ TEST_F(DamagedLibrary, IsRefusedWhenItsDynamicSectionIsNotLoaded) {
     expectRefused("has its dynamic section outside of what is loaded");
 }
 
-// Behind the bytes of the file the loader fills a segment with zeros.
+// After the bytes of the file the loader fills a segment with zeros.
 TEST_F(DamagedLibrary, IsRefusedWhenItsDynamicSectionIsNotInTheFile) {
     lastLoaded().p_memsz = lastLoaded().p_filesz + 4096;
     segment(PT_DYNAMIC).p_vaddr = lastLoaded().p_vaddr + lastLoaded().p_filesz;
@@ -221,7 +259,7 @@ TEST_F(DamagedLibrary, LeavesNoFileOpen) {
     EXPECT_EQ(second, first);
 }
 
-TEST(UnboundLibrary, IsRefusedWithTheLoadersOwnWords) {
+TEST(UnboundLibrary, IsRefusedWithTheLoadersReason) {
     std::string why;
     EXPECT_EQ(loadDynamicLibrary(FIXTURE_UNBOUND, &why), nullptr);
     EXPECT_NE(why.find("undefined symbol"), std::string::npos) << why;
@@ -233,7 +271,7 @@ TEST(LibraryWithoutAPath, IsRefusedWithAReasonOfItsOwn) {
     EXPECT_EQ(why, "the path of the library is empty");
 }
 
-// The loader's own folders hold it.
+// The loader finds it in its own folders.
 TEST(LibraryByNameAlone, IsLookedForByTheLoader) {
     EXPECT_NE(loadDynamicLibrary("libc.so.6"), nullptr);
     std::string why;
