@@ -4,6 +4,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -218,6 +220,16 @@ TEST_F(DamagedLibrary, IsRefusedWhenItsDynamicSectionIsNotLoaded) {
     segment(PT_DYNAMIC).p_memsz = uint64_t{1} << 40;
     write();
     expectRefused("has its dynamic section outside of what is loaded");
+}
+
+// The file has its length before all of its bytes: a copy into reserved space was interrupted.
+TEST_F(DamagedLibrary, IsRefusedWhenItsEndWasNeverWritten) {
+    const uint64_t dynamic = segment(PT_DYNAMIC).p_offset;
+    for (const uint64_t written : {dynamic, dynamic / 2, dynamic / 10}) {
+        std::fill(bytes_.begin() + static_cast<std::ptrdiff_t>(written), bytes_.end(), char{0});
+        write();
+        expectRefused(std::string("has an empty dynamic section") + kCut);
+    }
 }
 
 // Behind the bytes of the file the loader fills a segment with zeros.
