@@ -55,6 +55,7 @@ namespace check_internal {
 
 // The operand literals 0 and NULL where the other operand takes a null pointer and no number.
 struct NullLiteral {
+    // NOLINTNEXTLINE(google-explicit-constructor): the literals are to be converted
     NullLiteral(std::nullptr_t) {}
 };
 
