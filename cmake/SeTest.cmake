@@ -1,6 +1,7 @@
 # se_test(<name> SOURCES <files> [LIBRARIES <targets>] [DEPENDS <targets>] [LABELS <labels>] [SLOW <regex>]): a GoogleTest
 # program in bin/, each of its tests a CTest test of its own, so that each runs in a fresh process. Every test has
-# the label "unit", that of its folder below tests/, and LABELS; "slow" those whose names match SLOW.
+# the label "unit", that of its folder below tests/, and LABELS; "slow" those whose names match SLOW; "needs-AVX" those
+# of an AVX variant.
 include(GoogleTest)
 
 # With AddressSanitizer it is the tested code that is instrumented: instrumenting the tests, too, triples the time
@@ -23,6 +24,9 @@ foreach(test IN LISTS @name@_TESTS)
   set(labels "@labels@")
   if(NOT "@slow@" STREQUAL "" AND test MATCHES "@slow@")
     list(APPEND labels slow)
+  endif()
+  if(test MATCHES "/avx[^/]*$")
+    list(APPEND labels needs-AVX)
   endif()
   set_tests_properties("${test}" PROPERTIES LABELS "${labels}")
 endforeach()

@@ -11,7 +11,7 @@ OPTIONS = ["-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release", "-DCMAKE_CXX_FLAGS_RELEA
            "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON", "-DSE_WRAPPER_WERROR=OFF", "-DSE_WRAPPER_BUILD_TOOLS=OFF",
            "-DSE_WRAPPER_BUILD_BENCHES=OFF"]
 TARGETS = ["tests/common/all", "tests/webrtc_common/all"]
-TEST_SECONDS = 120  # for the tests of one bug, which may let them hang
+TEST_SECONDS = 60  # for the tests of one bug, which may let them hang
 
 
 class CommandFailed(Exception):
