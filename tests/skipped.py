@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""What test runs skipped, and why: one line a reason, with the number of tests and one of them.
+"""The tests that were skipped, and why: one line for each reason, with the number of tests and the name of one.
 
 Usage: skipped.py REPORT...  reads what ctest --output-junit REPORT wrote
 """
@@ -13,7 +13,7 @@ REASON = re.compile(r"^(?:\S+:\d+: Skipped\n|skipped: )(.+)$", re.MULTILINE)
 
 
 def skipped(report):
-    """Reason and name of each test that did not run to its end."""
+    """Reason and name of each skipped test."""
     for test in xml.etree.ElementTree.parse(report).iter("testcase"):
         if test.find("skipped") is not None or test.get("status") == "disabled":
             reasons = set(REASON.findall(test.findtext("system-out", "")))

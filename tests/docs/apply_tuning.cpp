@@ -1,6 +1,5 @@
-// apply_tuning FILE.json: a host that starts its engine with a tuning. The tuning guide shows what stands
-// between the includes and main().
-// Threads: one.
+// apply_tuning FILE.json: a host that starts its engine with a tuning. The tuning guide shows the part between
+// the includes and main().
 #include <fstream>
 #include <iostream>
 #include <nlohmann/json.hpp>

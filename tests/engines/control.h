@@ -1,6 +1,6 @@
 // How a test controls the scriptable engine: one exported C function, test_engine_control, gives this table.
 // The engine and the test-side driver share this header and nothing else.
-// Threads: that of the test. The engine itself locks nothing.
+// Threads: the test's thread. The engine takes no lock.
 #pragma once
 
 #include <cstdint>
@@ -9,9 +9,9 @@
 using TestEngineCallback = void (*)(const char* call, void* context);
 
 struct TestEngineControl {
-    // The calls so far, each as text: "SEDiagSetInt16(3, 512)", floats and texts as a stream writes them,
-    // no argument for what a buffer holds. Recording is on at first; while it is off the engine allocates
-    // nothing and does not call back.
+    // The calls so far, each as text: "SEDiagSetInt16(3, 512)". Floats and texts are written as a stream
+    // writes them; the contents of buffers are left out. Recording is on at first. While it is off, the
+    // engine allocates nothing and does not call back.
     void (*set_recording)(bool on);
     void (*clear_calls)();
     int (*num_calls)();
@@ -21,7 +21,7 @@ struct TestEngineControl {
     // Null from now on for every answer that is a pointer: texts, arrays, records.
     void (*set_null_answers)(bool on);
 
-    // Answers of the engine as a whole.
+    // Answers that belong to no diagnostic.
     void (*set_version)(const char* text);
     void (*set_location)(uint16_t location, int16_t confidence);
     void (*set_aec_bypass)(uint16_t bypass);
@@ -33,12 +33,12 @@ struct TestEngineControl {
 
     // Blocks. The microphones: seven rows of 160 samples as they came in the last call, row 0 from the first
     // argument; the distance: from the first argument to the second, in samples. The output: 160 samples,
-    // handed out by every MMIfProcessMicrophones.
+    // returned by every MMIfProcessMicrophones.
     const int16_t* (*microphones)();
     int64_t (*microphone_distance)();
     void (*set_output)(const int16_t* samples);
 
-    // The catalogue. An index that is not in it, -1 say, stands for the answers to all invalid indexes.
+    // The catalogue. An index that is not in it, such as -1, sets the answers to all invalid indexes.
     // result: the index of the new diagnostic. Its value and its elements are 0 at first.
     int (*add_diag)(const char* name, int type, int length, int rw, int level, const char* help);
     void (*set_reported_count)(int count);          // instead of the true number of diagnostics

@@ -1,5 +1,5 @@
 // The scriptable engine's hook variables and its own routines behind them. The routines compute nothing:
-// they are recognised by their address, and by the call that they record.
+// a test recognises them by their address and by the call that they record.
 #include <cstring>
 
 #include "tests/engines/engine_state.h"

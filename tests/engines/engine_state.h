@@ -1,4 +1,4 @@
-// What the scriptable engine knows: the answers that a test has set, and the calls that were made.
+// The state of the scriptable engine: the answers that a test has set, and the recorded calls.
 #pragma once
 
 #include <cstddef>
@@ -45,7 +45,7 @@ struct Diag {
     std::map<int, std::string> labels;
     std::map<int, long long> integers;  // elements that are not 0
     std::map<int, float> reals;
-    // The elements as they were last handed out.
+    // The elements as they were last returned.
     std::variant<std::monostate, std::vector<int16_t>, std::vector<uint16_t>, std::vector<int32_t>,
                  std::vector<uint32_t>, std::vector<long long>, std::vector<unsigned long long>,
                  std::vector<float>>
@@ -86,7 +86,7 @@ struct State {
 
 State& state();
 
-// Remembers a call as "function(argument, argument)".
+// Records a call as "function(argument, argument)".
 template <class... Arguments>
 void record(const char* function, Arguments... arguments) {
     State& s = state();
@@ -100,7 +100,7 @@ void record(const char* function, Arguments... arguments) {
     if (s.callback != nullptr) s.callback(s.calls.back().c_str(), s.callback_context);
 }
 
-// What an entry point answers that returns a pointer.
+// The answer of an entry point that returns a pointer.
 template <class T>
 T* orNull(T* answer) {
     return state().null_answers ? nullptr : answer;

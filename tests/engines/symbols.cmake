@@ -1,6 +1,6 @@
-# What the engine exports, by how a build may leave it out.
+# The exports of the engine, grouped by whether a build may leave them out.
 
-# Always there, under one name.
+# In every build, under one name.
 set(test_engine_mandatory
   MMIfSetAutoLocationSearch MMIfInit RcvIfProcessReceivePath MMIfSetReceivePathGainQ10
   MMIfGetCurrentLocation MMIfSetManualLocation MMIfProcessMicrophones MMIfGetVersionString
@@ -12,7 +12,7 @@ set(test_engine_mandatory
   SEDiagGet SEDiagGetEnumAsInt SEDiagGetEnumAsString SEDiagGetIndex SEDiagGetNumDiags
   SEDiagSetEnumAsInt SEDiagGetType SEDiagGetLen SEDiagGetRW SEDiagGetName)
 
-# Always there, under the first name or under the second.
+# In every build, under the first name or under the second.
 set(test_engine_first_names
   SEDiagGetInt40 SEDiagGetUInt40 SEDiagSetInt40 SEDiagSetUInt40 SEDiagGetInt40Array
   SEDiagGetUInt40Array ComputeRFir AecConvolution VCMul_i16 Interp1toNCore)
@@ -21,11 +21,11 @@ set(test_engine_second_names
   SEDiagGetUInt64Array ComputeRFirFcnHook AecConvolutionFcnHook VCMul_i16_FcnHook
   Interp1toNCoreFcnHook)
 
-# There or not, each on its own.
+# Optional, each by itself.
 set(test_engine_optional
   MMIfGetNoiseReductionBypass MMIfSetNoiseReductionBypass SEDiagGetHelp SEDiagGetLevel)
 
-# There together or not at all, in an engine that is well made.
+# Optional, all of a group or none.
 set(test_engine_direction
   MMIfLookInAllDirectionsIncludingRear MMIfLookForwardRejectRearNoise
   MMIfLookNarrowForwardRejectRearNoise MMIfLookInOneDirectionRejectRearNoise)

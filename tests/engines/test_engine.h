@@ -1,6 +1,5 @@
-// The test's side of the scriptable engine: opens a build of it and controls it. A test that controls an engine
-// before the wrapper loads it, or after, talks to the same one: a library is in a process only once.
-// Threads: that of the test.
+// The test's side of the scriptable engine: opens a build and controls it. A library is loaded only once in a
+// process, so the test controls the same engine before and after the wrapper loads it.
 #pragma once
 
 #include <string>
@@ -35,7 +34,7 @@ class TestEngine {
 // The full path of an engine build as the wrapper builds it, from its name.
 std::string enginePath(const std::string& name);
 
-// Whether the build of this name is in the process.
+// Whether the build of this name is loaded.
 bool isEngineInProcess(const std::string& name);
 
 }  // namespace quill::test

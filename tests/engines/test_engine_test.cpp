@@ -1,4 +1,4 @@
-// The scriptable engine itself: what a test sets is what the interface answers, and calls are remembered.
+// The scriptable engine itself: the interface answers what a test has set, and calls are recorded.
 #include "tests/engines/test_engine.h"
 
 #include <gtest/gtest.h>
@@ -35,7 +35,7 @@ TEST_F(ScriptableEngine, AnswersTheAttributesThatWereSet) {
     EXPECT_STREQ("what it does", SEDiagGetHelp(index));
 }
 
-TEST_F(ScriptableEngine, KeepsWhatASetterBrings) {
+TEST_F(ScriptableEngine, StoresTheValueOfASetter) {
     const int index = add(5, 1);
     SEDiagSetInt40(index, -(1LL << 39));
     EXPECT_EQ(-(1LL << 39), engine_->integer(index));

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""What a library exports is what its list in symbols/ says: names for people (demangled), sorted, one a line.
+"""A library exports exactly the symbols of its list in symbols/: demangled names, sorted, one on each line.
 
 Usage: exported_symbols.py LIST LIBRARY          prints the differences; exit code 1 if there is one
        exported_symbols.py --renew LIST LIBRARY  writes the list
@@ -23,7 +23,7 @@ LINE = re.compile(r"^[0-9a-f]+ (\w) (.+)$")
 
 
 def exported(library):
-    """Names to list, and names that have no place in the library."""
+    """The names to list, and the names that must not be in the library."""
     text = subprocess.run(["nm", "-DC", "--defined-only", library], check=True, capture_output=True, text=True).stdout
     names, foreign = set(), set()
     for line in text.splitlines():
@@ -50,7 +50,7 @@ def main(arguments):
     differences += [f"listed, not exported: {name}" for name in listed if name not in names]
     if differences:
         command = [sys.argv[0], "--renew", path, library]
-        differences.append(f"If that is meant: {shlex.join(command)}")
+        differences.append(f"If this is intended: {shlex.join(command)}")
     differences += [f"neither ours nor the standard library's: {name}" for name in foreign]
     print("\n".join(differences) or f"{len(names)} names, as listed")
     return bool(differences)

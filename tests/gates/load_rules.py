@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""How the dynamic loader meets a finished file: calls are bound at load time, the tables for them are read-only
+"""Rules for the dynamic loading of a built file: calls are bound at load time, the tables for them are read-only
 afterwards, no text is relocated, and libraries are looked for in folders relative to the file alone.
 
 Usage: load_rules.py FILE...  prints what breaks a rule; exit code 1 if there is something

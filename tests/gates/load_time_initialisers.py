@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""What a finished library runs while it is loaded: the initialisers of the files that are named, and no others.
+"""The code that a library runs while it is loaded: the initialisers of the named files, and no others.
 
 Usage: load_time_initialisers.py LIBRARY [SOURCE_FILE...]
 

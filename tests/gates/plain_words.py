@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The texts are plain technical English: words that this project does not use.
+"""The texts are plain technical English: no word of the list below occurs in them.
 
 Usage: plain_words.py ROOT. Prints every line with such a word and what to write instead; exit code 1 if there is one.
 Needs a git checkout; elsewhere it says so and passes.

@@ -10,14 +10,14 @@ import re
 import subprocess
 import sys
 
-# What stands before the instruction set in their names. The AVX entry points of the convolution only jump.
+# The part of their names before the instruction set. The AVX entry points of the convolution only jump.
 FAMILIES = ["convolve_body_i16_i16", "convolve_body_i16_i32", "fftpack", "multiplyComplex", "deinterleave"]
 BUILD = re.compile(rf"({'|'.join(FAMILIES)}).*?[_:](avx[0-9a-z]*)\b")
 
 FUNCTION = re.compile(r"^[0-9a-f]+ <(.+)>:$")
 INSTRUCTION = re.compile(r"^\s*[0-9a-f]+:\t((?:[0-9a-f]{2} )+)\s*(\S.*)$")
-PREFIXES = {"26", "2e", "36", "3e", "64", "65", "67"}  # those that may stand before VEX and EVEX
-NEEDED_IN_NAME = {"c4": "avx", "c5": "avx", "62": "avx512|avx10"}  # in 64-bit code these bytes begin nothing else
+PREFIXES = {"26", "2e", "36", "3e", "64", "65", "67"}  # those that may precede VEX and EVEX
+NEEDED_IN_NAME = {"c4": "avx", "c5": "avx", "62": "avx512|avx10"}  # in 64-bit code no other instruction begins with these bytes
 
 
 def needed_in_name(octets):
@@ -46,7 +46,7 @@ def builds(functions):
 
 
 def missing_builds(lines):
-    """What a library lacks of AVX instructions."""
+    """The AVX builds and instructions that a library lacks."""
     all_builds = builds(found.group(1) for line in lines if (found := FUNCTION.match(line)))
     yield from sorted(f"no build of {family} for AVX" for family in FAMILIES
                       if all(family != named for named, _ in all_builds))

@@ -8,7 +8,7 @@ A list is a text file of blocks, which empty lines separate; a line that begins 
     + constexpr std::size_t kBypassRow = 4;
     tests: ^ProcessBlock\\.
 
-The text after "- " stands exactly once in the file; "+ " is what replaces it (no such line: nothing). Several lines
+The text after "- " occurs exactly once in the file; "+ " is the replacement (no such line: nothing). Several lines
 of either kind are one text. `tests` is a regular expression over the names that `ctest -N` prints: at least one of these
 tests has to fail. `explained`, in place of `tests`, says why no test can see the bug.
 """
@@ -18,7 +18,7 @@ import re
 
 
 class ListError(Exception):
-    """What is wrong with the list, and where: one line."""
+    """An error in the list, and its place: one line."""
 
 
 @dataclasses.dataclass
@@ -35,7 +35,7 @@ class Mutation:
         """The file's text with the bug in it."""
         count = text.count(self.find)
         if count != 1:
-            raise ListError(f"{self.place}: mutation {self.name} no longer applies: its text stands {count} times in "
+            raise ListError(f"{self.place}: mutation {self.name} no longer applies: its text occurs {count} times in "
                             f"{self.file}; adapt the lines that begin with '-'")
         return text.replace(self.find, self.replace)
 
@@ -64,7 +64,7 @@ def read_list(path, name=None):
             raise ListError(f"{place}: a block begins with 'mutation: NAME'")
         elif line[:2] in ("- ", "-"):
             if added:
-                raise ListError(f"{place}: a mutation changes one text: lines with '-' stand before those with '+'")
+                raise ListError(f"{place}: a mutation changes one text: lines with '-' come before those with '+'")
             removed.append(line[2:])
         elif line[:2] in ("+ ", "+"):
             added.append(line[2:])
@@ -98,7 +98,7 @@ def read_lists(folder):
 
 
 def problems(mutations, root):
-    """One line for each mutation whose text does not stand exactly once in the tree."""
+    """One line for each mutation whose text does not occur exactly once in its file."""
     for m in mutations:
         file = pathlib.Path(root) / m.file
         if not file.is_file():

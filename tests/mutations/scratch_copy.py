@@ -1,4 +1,4 @@
-"""A copy of the tree with a build of its own, in which bugs are planted and tests run."""
+"""A copy of the tree with its own build, in which bugs are planted and tests run."""
 import json
 import os
 import re
@@ -11,11 +11,11 @@ OPTIONS = ["-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release", "-DCMAKE_CXX_FLAGS_RELEA
            "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON", "-DSE_WRAPPER_WERROR=OFF", "-DSE_WRAPPER_BUILD_TOOLS=OFF",
            "-DSE_WRAPPER_BUILD_BENCHES=OFF"]
 TARGETS = ["tests/common/all", "tests/webrtc_common/all"]
-TEST_SECONDS = 60  # for the tests of one bug, which may let them hang
+TEST_SECONDS = 60  # for the tests of one bug; the bug may make them hang
 
 
 class CommandFailed(Exception):
-    """A command that has to succeed did not; the text is its output."""
+    """A command that must succeed has failed; the text is its output."""
 
 
 def run(command, **options):
@@ -78,7 +78,7 @@ class ScratchCopy:
         return found.group(1) if found else output
 
     def _copy(self):
-        """Only what differs is written, so that a second run builds only that."""
+        """Writes only files that differ, so that a second run builds only those."""
         listed = must_run(["git", "-C", self.root, "ls-files", "-z", "--cached", "--others", "--exclude-standard"])
         files = {name for name in listed.split("\0") if name and (self.root / name).is_file()}
         for name in files:
@@ -98,5 +98,5 @@ class ScratchCopy:
         return ["-DCMAKE_CXX_COMPILER_LAUNCHER=ccache", "-DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON"]
 
     def _environment(self):
-        """Copies in other folders find each other's objects in the compiler cache."""
+        """Copies in different folders share their objects in the compiler cache."""
         return {**os.environ, "CCACHE_BASEDIR": str(self.source.parent), "CCACHE_NOHASHDIR": "1"}

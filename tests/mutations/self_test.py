@@ -1,4 +1,4 @@
-"""The mutation script on a project of one function and one test: what it reports of each kind of bug."""
+"""The mutation script on a project of one function and one test: its report for each kind of bug."""
 import contextlib
 import importlib.machinery
 import importlib.util

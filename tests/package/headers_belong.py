@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""What is installed is what a host may include: everything that an installed header includes is installed, and every
+"""The installed headers are those that a host may include: everything that they include is installed, and every
 installed header is one of the documented ones or included by one.
 
 Usage: headers_belong.py INCLUDE_DIR  prints what is missing or left over; exit code 1 if there is something

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Every installed header compiles alone and twice, without a warning. Lists of rows (..._rows.h) are no headers: they
+"""Every installed header compiles alone and twice, without a warning. Lists of rows (..._rows.h) are not headers: they
 need the macro that they are expanded with.
 
 Usage: headers_compile.py INCLUDE_DIR COMPILER STANDARD  prints what the compiler says; exit code 1 if it says something

@@ -1,5 +1,5 @@
 #!/bin/sh
-# Installs the build into a folder and moves it to TREE: the tree has to work wherever it stands.
+# Installs the build into a folder and moves it to TREE: the tree must work in any place.
 # Usage: install.sh BUILD_DIR TREE
 set -eu
 rm -rf "$2" "$2.first"

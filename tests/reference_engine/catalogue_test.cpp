@@ -58,7 +58,7 @@ class Catalogue : public EngineTest {
         }
     }
 
-    // Writes through every setter; the diagnostic obeys only the setter of its type.
+    // Writes through every setter; the diagnostic accepts only the setter of its type.
     void write(int index, int value) const {
         engine.SEDiagSetInt16(index, static_cast<int16_t>(value));
         engine.SEDiagSetInt32(index, value);
@@ -122,11 +122,11 @@ TEST_P(Catalogue, HasEveryLevelAndEveryAccess) {
     EXPECT_EQ(accesses, (std::set<int>{kSEDiagRead, kSEDiagWrite, kSEDiagReadWrite}));
 }
 
-TEST_P(Catalogue, HelpsWithEveryDiagnostic) {
+TEST_P(Catalogue, HasAHelpTextForEveryDiagnostic) {
     for (int i = 0; i < size(); ++i) EXPECT_STRNE(engine.SEDiagGet(i)->help, "") << engine.SEDiagGetName(i);
 }
 
-TEST_P(Catalogue, SaysTheSameInRecordAndQueries) {
+TEST_P(Catalogue, GivesTheSameInRecordAndQueries) {
     for (int i = 0; i < size(); ++i) {
         const SEDiag_t* record = engine.SEDiagGet(i);
         EXPECT_STREQ(record->name, engine.SEDiagGetName(i));
@@ -158,7 +158,7 @@ TEST_P(Catalogue, TakesAValueInEveryWritableDiagnostic) {
     }
 }
 
-TEST_P(Catalogue, CutsValuesToTheirRange) {
+TEST_P(Catalogue, ClampsValuesToTheirRange) {
     const int index = engine.diag("mmfx_force_location_index");
     engine.SEDiagSetInt16(index, 12);
     EXPECT_EQ(engine.SEDiagGetInt16(index), 11);
@@ -221,7 +221,7 @@ TEST_P(Catalogue, GivesTheElementsOfEveryArray) {
     }
 }
 
-TEST_P(Catalogue, IsBlankBeyondItsEnds) {
+TEST_P(Catalogue, IsEmptyBeyondItsEnds) {
     for (const int index : {-1, size(), INT32_MAX, INT32_MIN}) {
         write(index, 1);
         EXPECT_STREQ(engine.SEDiagGetName(index), "");

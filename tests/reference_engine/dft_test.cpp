@@ -73,7 +73,7 @@ TEST_P(PlainDft, AgreesWithTheDefinitionForEachSize) {
     }
 }
 
-TEST_P(PlainDft, BlanksTheStartWhenTheDataSitsAtTheEnd) {
+TEST_P(PlainDft, ZeroesTheStartWhenTheDataIsAtTheEnd) {
     prepare(256, 160);
     Samples block(256, 1000);
     forward(block, kDataAtEnd);
@@ -82,7 +82,7 @@ TEST_P(PlainDft, BlanksTheStartWhenTheDataSitsAtTheEnd) {
     EXPECT_EQ(block, expected);
 }
 
-TEST_P(PlainDft, BlanksTheEndWhenTheDataSitsAtTheStart) {
+TEST_P(PlainDft, ZeroesTheEndWhenTheDataIsAtTheStart) {
     prepare(256, 160);
     Samples block(256, 1000);
     forward(block, kDataAtStart);
@@ -91,7 +91,7 @@ TEST_P(PlainDft, BlanksTheEndWhenTheDataSitsAtTheStart) {
     EXPECT_EQ(block, expected);
 }
 
-TEST_P(PlainDft, ComesBackToTheSignal) {
+TEST_P(PlainDft, ReconstructsTheSignal) {
     prepare(512, 512);
     Samples block = whiteNoise(512, -10, 3);
     Samples spectrum = forward(block);
@@ -101,7 +101,7 @@ TEST_P(PlainDft, ComesBackToTheSignal) {
     EXPECT_LT(std::sqrt(error / 512), 20);  // each part of each bin is truncated by up to one unit
 }
 
-TEST_P(PlainDft, SaturatesOnTheWayBack) {
+TEST_P(PlainDft, SaturatesInTheInverse) {
     prepare(256, 256);
     Samples block = square(256, 64);
     Samples spectrum = forward(block);

@@ -1,4 +1,5 @@
-// Every writable diagnostic has an effect: written in the middle of a session, it changes what follows.
+// Every writable diagnostic has an effect: written in the middle of a session, it changes the output after
+// it.
 #include <map>
 #include <set>
 
@@ -66,8 +67,8 @@ class Diagnostics : public EngineTest {
         engine.SEDiagSetEnumAsInt(index, edit.value);
     }
 
-    // Everything that a client receives from a session with a talker that walks from 30 to 210 degrees; the
-    // edit is made at that moment.
+    // Everything that a client receives from a session with a talker that moves from 30 to 210 degrees. The
+    // edit is made at the moment of the move.
     std::vector<int> session(const Effect& effect, bool edited) {
         std::vector<int> transcript;
         engine.MMIfInit(0);
@@ -104,7 +105,7 @@ INSTANTIATE_FOR_EACH_BUILD(Diagnostics);
 
 }  // namespace
 
-TEST_P(Diagnostics, AreHeardWhenWritten) {
+TEST_P(Diagnostics, HaveAnEffectWhenWritten) {
     std::map<const char*, std::vector<int>> unedited;  // by what was set from the start
     for (const Effect& effect : kEffects) {
         auto& left_alone = unedited[effect.before.name];
@@ -171,7 +172,7 @@ TEST_P(Diagnostics, CountBlocksAndSamples) {
     EXPECT_EQ(engine.SEDiagGetUInt40(engine.diag("sesys_sample_clock")), 480u);
 }
 
-TEST_P(Diagnostics, ForgetARequestOnceItIsDone) {
+TEST_P(Diagnostics, ClearARequestWhenItIsDone) {
     const int index = engine.diag("mmfx_restart_search");
     engine.SEDiagSetUInt16(index, 1);
     engine.processAlike(Samples(kBlock, 0));

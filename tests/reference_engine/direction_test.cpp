@@ -10,7 +10,7 @@ using namespace reference_engine_test;
 
 namespace {
 
-// Azimuths in degrees: every step; 10 degrees beside each step, to either side; half-way between two.
+// Azimuths in degrees: every step, 10 degrees on either side of each step, and halfway between two steps.
 std::vector<int> azimuths() {
     std::vector<int> all;
     for (int step = 0; step < 360; step += 30) {
@@ -72,15 +72,15 @@ INSTANTIATE_FOR_EACH_BUILD(Search);
 
 }  // namespace
 
-TEST_P(Direction, IsFoundInTheOpen) {
+TEST_P(Direction, IsFoundInFreeField) {
     expectTalkerFound(0);
 }
 
-TEST_P(Direction, IsFoundAmongReflections) {
+TEST_P(Direction, IsFoundInARoom) {
     expectTalkerFound(0.3);
 }
 
-TEST_P(Search, IsSureInTheOpenAndUnsureInDiffuseNoise) {
+TEST_P(Search, IsConfidentInFreeFieldAndNotInDiffuseNoise) {
     se_scene::SceneOptions options;
     options.seconds = 3;
     options.array_radius_m = arrayRadiusOf(GetParam());

@@ -12,30 +12,30 @@ INSTANTIATE_FOR_EACH_BUILD(EchoCanceller);
 
 }  // namespace
 
-TEST_P(EchoCanceller, TakesAway25DecibelsOnceConverged) {
+TEST_P(EchoCanceller, Removes25DecibelsOnceConverged) {
     const se_scene::Scene scene = makeScene(echoOptions(GetParam(), 9));
     EXPECT_GT(enhancement(scene, 5, 9), 25);
 }
 
-// Without this, a useless canceller would pass where the beam former alone lowers the echo.
-TEST_P(EchoCanceller, TakesAway25DecibelsOfWhatTheCentreMicrophoneHears) {
+// The output is compared with the centre microphone, so the beam former's attenuation is included.
+TEST_P(EchoCanceller, Removes25DecibelsAtTheCentreMicrophone) {
     const se_scene::Scene scene = makeScene(echoOptions(GetParam(), 9));
     const Samples microphone = se_scene::toInt16(scene.echo[0]);
     EXPECT_GT(decibels(powerOf(between(microphone, 5, 9)) / powerOf(between(cancelled(scene), 5, 9))), 25);
 }
 
-TEST_P(EchoCanceller, TakesAway10DecibelsInTheFirstSecond) {
+TEST_P(EchoCanceller, Removes10DecibelsInTheFirstSecond) {
     const se_scene::Scene scene = makeScene(echoOptions(GetParam(), 1));
     EXPECT_GT(enhancement(scene, 0, 1), 10);
 }
 
-TEST_P(EchoCanceller, TakesAway15DecibelsWithin2SecondsOfAChangeOfPath) {
+TEST_P(EchoCanceller, Removes15DecibelsWithin2SecondsOfAChangeOfPath) {
     se_scene::SceneOptions options = echoOptions(GetParam(), 8);
     options.echo_path_change_s = 5;
     EXPECT_GT(enhancement(makeScene(options), 6.5, 7), 15);
 }
 
-TEST_P(EchoCanceller, FindsAnEchoThatComesLate) {
+TEST_P(EchoCanceller, CancelsALateEcho) {
     se_scene::Scene scene = makeScene(echoOptions(GetParam(), 9));
     constexpr size_t kLate = 1600;  // samples: 100 ms
     for (auto& row : scene.echo) {
@@ -45,8 +45,8 @@ TEST_P(EchoCanceller, FindsAnEchoThatComesLate) {
     EXPECT_GT(enhancement(scene, 5, 9), 20);
 }
 
-// After a long silence the filter is certain of its zero path; it must still adapt to a path that appears.
-TEST_P(EchoCanceller, FindsAnEchoThatBeginsWhenTheLoudspeakerIsSwitchedOn) {
+// After a long silence the filter's path is zero with a small uncertainty. It must still adapt to a new path.
+TEST_P(EchoCanceller, CancelsAnEchoThatBeginsWhenTheLoudspeakerIsSwitchedOn) {
     se_scene::Scene scene = makeScene(echoOptions(GetParam(), 9));
     for (auto& row : scene.echo) std::fill_n(row.begin(), 4 * se_scene::kSampleRate, 0.0f);
     EXPECT_GT(enhancement(scene, 7.5, 9), 15);
@@ -71,13 +71,13 @@ TEST_P(EchoCanceller, IsNotDisturbedByAChangeOfLook) {
     EXPECT_GT(decibels(powerOf(between(before, 4, 5)) / powerOf(between(after, 0, 1))), 20);
 }
 
-TEST_P(EchoCanceller, ReportsWhatItTakesAway) {
+TEST_P(EchoCanceller, ReportsItsAttenuation) {
     const se_scene::Scene scene = makeScene(echoOptions(GetParam(), 6));
     const double measured = enhancement(scene, 5, 6);
     EXPECT_NEAR(engine.SEDiagGetFloat32(engine.diag("seaec_enhancement_db")), measured, 6);
 }
 
-TEST_P(EchoCanceller, ReportsTheEchoPathWhereItIs) {
+TEST_P(EchoCanceller, ReportsTheDelayOfTheEchoPath) {
     const Samples far_end = whiteNoise(300 * kBlock, -20, 1);
     Samples late = far_end;
     late.insert(late.begin(), 960, int16_t{0});  // 60 ms: the fourth 20 ms

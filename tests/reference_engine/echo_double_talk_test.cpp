@@ -1,4 +1,4 @@
-// Talkers in the room speak while the far end does, or while it is silent: they pass unchanged.
+// Talkers in the room pass unchanged, with an active far end and with a silent one.
 #include <cmath>
 
 #include "tests/reference_engine/echo_scene.h"
@@ -33,11 +33,11 @@ TEST_P(EchoDoubleTalk, KeepsTheTalkerWithin3Decibels) {
     const Samples out = between(cancelled(scene), 4.2, 7);
     const Samples talker = between(talkerAlone(scene), 4.2, 7);
     EXPECT_NEAR(decibels(powerOf(out) / powerOf(talker)), 0, 3);
-    // Everything but the talker is far below the talker.
+    // The rest of the output is far below the talker.
     EXPECT_GT(decibels(powerOf(talker) / distanceBetween(out, talker)), 10);
 }
 
-TEST_P(EchoDoubleTalk, DoesNotUnlearnTheEcho) {
+TEST_P(EchoDoubleTalk, KeepsItsEchoPath) {
     const se_scene::Scene scene = makeScene(doubleTalk(GetParam()));
     const Samples talker = talkerAlone(scene);
     const double left = distanceBetween(between(cancelled(scene), 7, 8), between(talker, 7, 8));
@@ -60,7 +60,7 @@ TEST_P(EchoDoubleTalk, ATalkerWithoutFarEndIsLeftAloneToTheBit) {
     EXPECT_EQ(cancelled(scene), bypassed(scene));
 }
 
-// It stands between locations 6 and 7. A beam that looked there would hear a talker too late.
+// The loudspeaker is between locations 6 and 7. A beam in its direction would turn to the talker too late.
 TEST_P(EchoDoubleTalk, TheLoudspeakerDoesNotDrawTheBeam) {
     const se_scene::Scene scene = makeScene(echoOptions(GetParam(), 4));
     engine.MMIfInit(0);

@@ -1,4 +1,4 @@
-// Far ends and microphones at the ends of the range, broken or missing: the canceller does not overflow, and
+// Far ends and microphones at full scale, broken or missing: the canceller does not overflow, and
 // recovers.
 #include <cmath>
 #include <cstdlib>
@@ -13,7 +13,7 @@ namespace {
 AecConvolutionRoutine* g_convolve = nullptr;
 bool g_wrapped = false;
 
-// Looks at some outputs of each block.
+// Checks some outputs of each block.
 void watchedConvolution(int16_t* coeffs, int16_t* signal, int32_t* out, int32_t shift_right, int32_t num_out,
                         int32_t num_taps, int32_t shift_left) {
     for (int i = 0; i < num_out; i += 40) {
@@ -59,11 +59,11 @@ TEST_P(EchoExtremes, SilenceEverywhereStaysSilence) {
     expectRecovery();
 }
 
-TEST_P(EchoExtremes, FullScaleSquaresThatComeBack) {
+TEST_P(EchoExtremes, FullScaleSquaresAndTheirEcho) {
     processAndRecover(square(kFrames, 160), square(kFrames, 160));
 }
 
-TEST_P(EchoExtremes, FullScaleSquaresThatHaveNothingToDoWithEachOther) {
+TEST_P(EchoExtremes, UnrelatedFullScaleSquares) {
     processAndRecover(square(kFrames, 100), square(kFrames, 74));
 }
 
@@ -94,7 +94,7 @@ TEST_P(EchoExtremes, ALoudFarEndWithoutAnEcho) {
     processAndRecover(whiteNoise(kFrames, 0, 3), Samples(kFrames, 0));
 }
 
-TEST_P(EchoExtremes, DeadMicrophonesDoNotHarmTheOthers) {
+TEST_P(EchoExtremes, DeadMicrophonesDoNotAffectTheOthers) {
     const Samples far_end = whiteNoise(400 * kBlock, -26, 9);
     for (size_t dead = 0; dead < kMicrophones; dead += 3) {
         start();

@@ -8,7 +8,7 @@ namespace {
 int g_calls = 0;
 int g_taps = 0;
 
-// Exact as the engine's own is, in another order.
+// As exact as the engine's own routine, with another order of the sums.
 void backwards(int16_t* coeffs, int16_t* signal, int32_t* out, int32_t shift_right, int32_t num_out,
                int32_t num_taps, int32_t shift_left) {
     ++g_calls;
@@ -21,7 +21,7 @@ void backwards(int16_t* coeffs, int16_t* signal, int32_t* out, int32_t shift_rig
     }
 }
 
-// As if the room were silent.
+// Estimates no echo.
 void nothing(int16_t*, int16_t*, int32_t* out, int32_t, int32_t num_out, int32_t, int32_t) {
     std::fill(out, out + num_out, 0);
 }
@@ -45,14 +45,14 @@ TEST_P(EchoHooks, AreLeftAloneWhileTheFarEndIsSilent) {
     EXPECT_EQ(g_calls, 0);
 }
 
-TEST_P(EchoHooks, GiveTheSameOutputToTheBitWhoeverIsExact) {
+TEST_P(EchoHooks, GiveTheSameOutputToTheBitFromEveryExactRoutine) {
     const se_scene::Scene scene = makeScene(echoOptions(GetParam(), 1));
     const Samples own = cancelled(scene);
     *engine.AecConvolution = backwards;
     EXPECT_EQ(cancelled(scene), own);
 }
 
-TEST_P(EchoHooks, AreWhatTheEstimateRestsOn) {
+TEST_P(EchoHooks, DetermineTheEstimate) {
     const se_scene::Scene scene = makeScene(echoOptions(GetParam(), 1));
     const Samples echo = bypassed(scene);
     *engine.AecConvolution = nothing;

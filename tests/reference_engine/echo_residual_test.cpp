@@ -1,4 +1,4 @@
-// The noise reduction removes the residual echo as the safety factor demands, and keeps the talker.
+// The noise reduction removes the residual echo in proportion to the safety factor, and keeps the talker.
 #include "tests/reference_engine/echo_scene.h"
 
 using namespace reference_engine_test;
@@ -29,7 +29,7 @@ TEST_P(ResidualEcho, IsLowerTheHigherTheSafetyFactor) {
 }
 
 // The talker speaks in the fifth second, over the echo; before that, the echo is alone.
-TEST_P(ResidualEcho, IsTakenAwayWithoutTheTalker) {
+TEST_P(ResidualEcho, IsRemovedWithoutTheTalker) {
     se_scene::SceneOptions options = echoOptions(GetParam(), 6);
     options.talker_level_dbfs = -26;
     options.talker_start_s = 4;

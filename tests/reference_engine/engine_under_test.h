@@ -1,4 +1,4 @@
-// One build of the reference engine, loaded by path as by any client, with its entry points by name.
+// One build of the reference engine, loaded by path as a client loads it, with its entry points by name.
 // A test process loads one build.
 #pragma once
 

@@ -1,4 +1,4 @@
-// Input at the ends of the range and input that is missing: nothing overflows, nothing remains.
+// Full-scale input and missing input: nothing overflows, and nothing remains in the state.
 #include "tests/reference_engine/engine_under_test.h"
 #include "tests/reference_engine/signals.h"
 #include "tools/scene/scene.h"
@@ -25,7 +25,7 @@ INSTANTIATE_FOR_EACH_BUILD(Extremes);
 
 const Samples kSilence(100 * kBlock, 0);
 
-// Blocks after which the output no longer depends on earlier input: it leaves the filters after one block,
+// Blocks until the output no longer depends on earlier input: it leaves the filters after one block,
 // the frames of the noise reduction after three, their overlap after five, the de-emphasis soon after.
 constexpr size_t kSettled = 6 * kBlock;
 
@@ -43,7 +43,7 @@ TEST_P(Extremes, AnOffsetOfAnySizeLeavesNoTrace) {
     }
 }
 
-// A sum that wrapped would turn peaks upside down.
+// A sum that wraps would invert the peaks.
 TEST_P(Extremes, AFullScaleSquareSaturatesInsteadOfWrapping) {
     engine.MMIfSetNoiseReductionBypass(1);
     const Samples in = square(100 * kBlock, 160);
@@ -63,7 +63,7 @@ TEST_P(Extremes, FullScaleNoiseKeepsEveryFigureInRange) {
     lookEverywhere(whiteNoise(100 * kBlock, 6, 1));
 }
 
-TEST_P(Extremes, ADeadMicrophoneTakesItsShareAndNoMore) {
+TEST_P(Extremes, ADeadMicrophoneLowersTheOutputByItsShare) {
     const Samples tone = sine(20 * kBlock, 500, 10000);
     engine.MMIfSetNoiseReductionBypass(1);
     const Samples whole = engine.processAlike(tone);
@@ -75,14 +75,14 @@ TEST_P(Extremes, ADeadMicrophoneTakesItsShareAndNoMore) {
     EXPECT_NEAR(change, 20 * std::log10(6.0 / 7), 0.3);
 }
 
-TEST_P(Extremes, ALoudBurstIsForgotten) {
+TEST_P(Extremes, ALoudBurstLeavesNoTrace) {
     engine.processAlike(whiteNoise(100 * kBlock, 6, 1));
     const Samples out = engine.processAlike(kSilence);
     EXPECT_EQ(Samples(out.begin() + kSettled, out.end()), Samples(100 * kBlock - kSettled, 0));
 }
 
-// Through the noise reduction, whose frames these signals fill completely.
-TEST_P(Extremes, LeaveTheNoiseReductionFitToHearATalker) {
+// With the noise reduction, whose frames these signals fill completely.
+TEST_P(Extremes, DoNotImpairTheNoiseReduction) {
     se_scene::SceneOptions options;
     options.seconds = 3;
     options.array_radius_m = arrayRadiusOf(GetParam());

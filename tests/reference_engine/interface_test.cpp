@@ -1,4 +1,4 @@
-// The exports of a build, and the queries that belong to no stage.
+// The exports of a build, and the queries outside the audio stages.
 #include <cstdio>
 #include <set>
 #include <sstream>
@@ -60,7 +60,7 @@ TEST_P(Interface, ExportsItsSymbolsAndNothingElse) {
               words((std::string(kInBoth) + (beam ? kInBeam : kInDeviceModel)).c_str()));
 }
 
-TEST_P(Interface, TellsTheBuildInItsVersion) {
+TEST_P(Interface, NamesTheBuildInItsVersion) {
     const EngineUnderTest engine(GetParam());
     EXPECT_STREQ(engine.MMIfGetVersionString(),
                  GetParam() == Build::kBeam ? "beam_1.14|reference" : "harbor_006|reference");

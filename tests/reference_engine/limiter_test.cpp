@@ -30,7 +30,7 @@ double distortion(const Samples& signal, const Samples& shape, size_t begin) {
 
 }  // namespace
 
-TEST_P(OutputLimiter, FillsTheScaleAtTheLargestGain) {
+TEST_P(OutputLimiter, ReachesFullScaleAtTheLargestGain) {
     const Samples out = played(sine(40 * kBlock, 1000, 30000), 32767);
     EXPECT_EQ(*std::max_element(out.begin(), out.end()), 32767);
     EXPECT_LE(*std::min_element(out.begin(), out.end()), -32700);
@@ -43,13 +43,13 @@ TEST_P(OutputLimiter, LeavesWhatFitsAlone) {
     for (size_t i = 0; i < once.size(); ++i) ASSERT_EQ(twice[i], 2 * once[i]) << i;
 }
 
-TEST_P(OutputLimiter, TurnsDownInsteadOfClipping) {
+TEST_P(OutputLimiter, ReducesTheGainInsteadOfClipping) {
     const Samples in = sine(40 * kBlock, 440, 20000);
     const Samples loud = played(in, 4096);
     EXPECT_LT(distortion(loud, played(in, 1024), 10 * kBlock), -40);
 }
 
-TEST_P(OutputLimiter, LetsGoAfterAPeak) {
+TEST_P(OutputLimiter, ReleasesAfterAPeak) {
     Samples in = sine(200 * kBlock, 440, 4000);
     const Samples quiet = played(in, 2048);
     for (size_t i = 0; i < 10 * kBlock; ++i) in[i] = static_cast<int16_t>(in[i] * 8);

@@ -36,7 +36,7 @@ TEST_P(Look, StaysAtAManualLocation) {
     EXPECT_EQ(engine.confidence(), 1234);
 }
 
-TEST_P(Look, CutsAManualLocationToItsRange) {
+TEST_P(Look, ClampsAManualLocationToItsRange) {
     engine.MMIfSetManualLocation(100, -5);
     engine.processAlike(Samples(kBlock, 0));
     EXPECT_EQ(engine.location(), 11);
@@ -79,7 +79,7 @@ TEST_P(Look, LowersSoundFromBehindTheBeam) {
     EXPECT_LT(decibels(powerOf(engine.process(talker)) / towards), -0.7);
 }
 
-TEST_P(Look, FollowsATalkerWhoMoves) {
+TEST_P(Look, FollowsAMovingTalker) {
     engine.process(talkerAt(60));
     EXPECT_EQ(engine.location(), 2);
     engine.process(talkerAt(270));
@@ -87,7 +87,7 @@ TEST_P(Look, FollowsATalkerWhoMoves) {
 }
 
 // The output lags the beams by the delay of the bypassed noise reduction, which is whole blocks.
-TEST_P(Look, PlaysTheBeamOfItsLocation) {
+TEST_P(Look, OutputsTheBeamOfItsLocation) {
     engine.MMIfSetManualLocation(4, 0);
     engine.MMIfSetNoiseReductionBypass(1);
     const auto noise = whiteNoise(10 * kBlock, -20, 1);

@@ -1,4 +1,4 @@
-// Noise in pauses, speech between them, and the bypass.
+// Noise in pauses, speech, and the bypass.
 #include "tests/reference_engine/engine_under_test.h"
 #include "tests/reference_engine/signals.h"
 #include "tools/scene/scene.h"
@@ -70,7 +70,7 @@ TEST_P(NoiseReduction, KeepsQuietSpeechToo) {
     EXPECT_NEAR(talkerKept(parts), 0, 2);
 }
 
-TEST_P(NoiseReduction, LeavesTheSignalAloneWhereItsNoiseWeighsNothing) {
+TEST_P(NoiseReduction, LeavesTheSignalAloneAtANoiseWeightOfZero) {
     const Samples noise = whiteNoise(100 * kBlock, -30, 1);
     engine.MMIfSetNoiseReductionBypass(1);
     const Samples whole = engine.processAlike(noise);
@@ -99,7 +99,7 @@ TEST_P(NoiseReduction, FadesIntoItsBypassWithinABlock) {
               Samples(whole.begin() + kBlock - 1, whole.end()));
 }
 
-TEST_P(NoiseReduction, ForgetsNothingThroughDigitalSilence) {
+TEST_P(NoiseReduction, KeepsItsEstimateThroughDigitalSilence) {
     const Samples noise = whiteNoise(200 * kBlock, -40, 1);
     const Samples before = engine.processAlike(noise);
     engine.processAlike(Samples(300 * kBlock, 0));

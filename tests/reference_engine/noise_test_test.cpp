@@ -1,4 +1,4 @@
-// The microphone noise test measures the microphone signals.
+// The microphone noise test.
 #include "tests/reference_engine/engine_under_test.h"
 #include "tests/reference_engine/signals.h"
 
@@ -37,7 +37,7 @@ TEST_P(NoiseTest, MeasuresTheLevelOfKnownNoise) {
     }
 }
 
-TEST_P(NoiseTest, TellsTheMicrophonesOfTheCircleApart) {
+TEST_P(NoiseTest, DistinguishesTheMicrophonesOfTheCircle) {
     std::vector<Samples> rows;
     for (uint32_t m = 0; m < kMicrophones; ++m) {
         rows.push_back(whiteNoise(kBlocks * kBlock, -30 - 5.0 * m, m + 1));
@@ -62,7 +62,7 @@ TEST_P(NoiseTest, ShowsSilenceAtItsFloor) {
     EXPECT_EQ(record.level_dbfs[29][5], -120);
 }
 
-TEST_P(NoiseTest, HasNothingToShowBeforeTheFirst) {
+TEST_P(NoiseTest, HasNoResultsBeforeTheFirst) {
     EXPECT_EQ(engine.MMIfGetNoiseTestResults()->level_dbfs[7][3], -120);
     EXPECT_EQ(engine.MMIfNoiseTestIsRunning(), 0);
 }
@@ -75,7 +75,7 @@ TEST_P(NoiseTest, KeepsTheLastResultsWhileItRuns) {
     EXPECT_EQ(engine.MMIfGetNoiseTestResults()->level_dbfs[3][3], before);
 }
 
-TEST_P(NoiseTest, HearsNothingFromBeforeItsStart) {
+TEST_P(NoiseTest, MeasuresNothingFromBeforeItsStart) {
     engine.processAlike(whiteNoise(100 * kBlock, -10, 1));
     const NoiseTestRecord& record =
         measured(std::vector<Samples>(kMicrophones, Samples(kBlocks * kBlock, 0)));

@@ -1,5 +1,5 @@
-// The engine with another DFT: double precision, straight from the definition, the same 16-bit
-// conversions. Last places of spectra differ, so the output does, within bounds.
+// The engine with another DFT: the definition in double precision, with the same 16-bit conversions. The last
+// places of spectra differ, so the output differs within bounds.
 #include "tests/reference_engine/engine_under_test.h"
 #include "tests/reference_engine/signals.h"
 #include "tools/scene/scene.h"
@@ -8,7 +8,7 @@ using namespace reference_engine_test;
 
 namespace {
 
-constexpr size_t kSize = 512;  // the one that the engine asks for
+constexpr size_t kSize = 512;  // the size that the engine uses
 
 struct Turns {
     double cosine[kSize], sine[kSize];

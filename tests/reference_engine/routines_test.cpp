@@ -12,7 +12,7 @@ class PlainRoutines : public testing::TestWithParam<Build> {
   protected:
     PlainRoutines() : engine(GetParam()) {}
 
-    // Each element the same product.
+    // The same product for each element.
     Samples multiplied(int16_t ar, int16_t ai, int16_t br, int16_t bi, uint16_t n) {
         Samples a, b, out(size_t{n} * 2, 99);
         for (int k = 0; k < n; ++k) {

@@ -1,6 +1,6 @@
 // Gain of the beam former: signal-to-noise ratio at the output against that at the centre microphone.
-// With a manual location and the noise reduction bypassed the path is linear, so talker and noise go through
-// it one after the other.
+// With a manual location and a bypassed noise reduction the path is linear, so talker and noise are processed
+// one after the other.
 #include "tests/reference_engine/engine_under_test.h"
 #include "tests/reference_engine/signals.h"
 #include "tools/scene/measure.h"
@@ -57,7 +57,8 @@ TEST_P(SignalToNoise, RisesByFourAndAHalfDecibelsInDiffuseNoise) {
     }
 }
 
-// The high-pass alone raises the SNR here: the beam is compared with the centre microphone after it.
+// The high-pass alone raises the SNR here, so the beam is compared with the centre microphone after the
+// high-pass.
 TEST_P(SignalToNoise, RisesByFourDecibelsInPinkNoise) {
     for (const int location : {0, 1}) {
         const auto parts = scene(location, -120, -40, se_scene::NoiseColour::kPink);
@@ -66,7 +67,7 @@ TEST_P(SignalToNoise, RisesByFourDecibelsInPinkNoise) {
     }
 }
 
-TEST_P(SignalToNoise, KeepsTheTalkerAsLoudAsAtTheCentre) {
+TEST_P(SignalToNoise, KeepsTheTalkersLevelAtTheCentre) {
     const se_scene::Scene parts = scene(4, -120, se_scene::kSilent);
     const Samples out = alone(4, parts.talker);
     const double in = se_scene::powerOf(parts.talker[0]) * 32768 * 32768;

@@ -40,7 +40,7 @@ class ScopedAssertionCapture {
     std::vector<AssertionRecord> records_;
 };
 
-// In the child of a death test: writes each record to standard error as one line, every field delimited,
+// In the child of a death test: writes each record to standard error as one line with delimited fields,
 // so that the parent can compare the whole of it.
 void writeRecordsForDeathTest();
 
@@ -58,6 +58,6 @@ std::string fatalRecordPattern(const std::string& tag, const RecordSite& site, c
         },                                              \
         ::quill::test::fatalRecordPattern(tag, site, text))
 
-// The same for a record that carries its own line: any line will do.
+// The same for a record that carries its own line: any line is accepted.
 #define EXPECT_FATAL_RECORD_ANY_LINE(statement, tag, source, text) \
     EXPECT_FATAL_RECORD(statement, tag, (::quill::RecordSite{source, -1}), text)

@@ -1,5 +1,5 @@
-// A fixture that runs its tests once for each row of a family's table; rows that this processor lacks are skipped by
-// name.
+// A fixture that runs its tests once for each row of a family's table. Rows that this processor does not
+// support are skipped with their name.
 #pragma once
 
 #include <gtest/gtest.h>

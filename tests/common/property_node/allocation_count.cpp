@@ -1,4 +1,4 @@
-// Stands in for malloc; a sanitizer has its own, which can be asked to call us instead.
+// Replaces malloc. A sanitizer has its own malloc; there this file installs a hook instead.
 #include "tests/common/property_node/allocation_count.h"
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
@@ -41,7 +41,7 @@ void* __libc_calloc(size_t count, size_t size);
 void* __libc_realloc(void* block, size_t size);
 void __libc_free(void* block);
 
-// Found before the C library's by every library of the process.
+// Every library of the process finds these before those of the C library.
 __attribute__((visibility("default"))) void* malloc(size_t size) {
     ++g_allocations;
     return __libc_malloc(size);

@@ -1,14 +1,14 @@
-// Counts what the process takes from the heap and gives back.
+// Counts the heap blocks that the process allocates and releases.
 #pragma once
 
 #include <cstddef>
 
 namespace quill::test {
 
-// Allocations of this thread so far, by operator new, malloc and their kin, in any library.
+// Allocations of this thread so far, by operator new, malloc and related functions, in any library.
 size_t allocationCount();
 
-// Blocks that this thread has given back so far.
+// Blocks that this thread has released so far.
 size_t releaseCount();
 
 // The allocations that the work makes.
@@ -19,7 +19,7 @@ size_t allocationsOf(const Work& work) {
     return allocationCount() - before;
 }
 
-// The blocks that the work gives back.
+// The blocks that the work releases.
 template <class Work>
 size_t releasesOf(const Work& work) {
     const size_t before = releaseCount();

@@ -1,4 +1,4 @@
-// A listener that writes down what it is told.
+// A listener that records its notifications.
 #pragma once
 
 #include <string>

@@ -80,7 +80,7 @@ TEST_F(AddingAndRemoving, OneMayRemoveItselfAndIsKeptUntilItsCallEnds) {
     EXPECT_EQ(captured.use_count(), 1);
 }
 
-TEST_F(AddingAndRemoving, WhatOneThatRemovedItselfCapturedMayRemoveTheNextInItsDestructor) {
+TEST_F(AddingAndRemoving, ACaptureOfOneThatRemovedItselfMayRemoveTheNextInItsDestructor) {
     struct RemovesInDestructor {
         ~RemovesInDestructor() { node.removeListener(id); }
         PropertyNode& node;
@@ -130,7 +130,7 @@ TEST_F(AddingAndRemoving, OneThatReplacesItselfIsCalledOnceAChange) {
     EXPECT_EQ(calls, 2);
 }
 
-TEST_F(AddingAndRemoving, WhatARemovedOneCapturedMayUseTheNodeInItsDestructor) {
+TEST_F(AddingAndRemoving, ACaptureOfARemovedOneMayUseTheNodeInItsDestructor) {
     struct SetsInDestructor {
         explicit SetsInDestructor(PropertyNode& n) : node(n) {}
         ~SetsInDestructor() {
@@ -148,7 +148,7 @@ TEST_F(AddingAndRemoving, WhatARemovedOneCapturedMayUseTheNodeInItsDestructor) {
 }
 
 // The branch is destroyed after its tree.
-TEST_F(AddingAndRemoving, WhatOneCapturedFindsNoChildrenWhenItsNodeIsDestroyed) {
+TEST_F(AddingAndRemoving, ACaptureFindsNoChildrenWhenItsNodeIsDestroyed) {
     struct LooksInDestructor {
         PropertyNode& node;
         int& found;

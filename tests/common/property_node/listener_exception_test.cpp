@@ -1,4 +1,4 @@
-// An exception of a listener passes through the accessor that called it.
+// An exception that a listener throws passes through the accessor that called it.
 #include <gtest/gtest.h>
 
 #include <stdexcept>

@@ -73,7 +73,7 @@ TEST(ListenerLifetime, ARemovedListenerMayHoldTheLastReferenceToItsNode) {
     EXPECT_TRUE(observed.expired());
 }
 
-TEST(ListenerLifetime, AListenerAddedByADestructorOfACaptureIsToldOfLaterChangesOnly) {
+TEST(ListenerLifetime, AListenerAddedByADestructorOfACaptureSeesLaterChangesOnly) {
     const PropertyNodePtr node = PropertyNode::createRoot();
     int told = 0;
     uint64_t own = 0;
@@ -110,7 +110,7 @@ TEST(ListenerLifetime, ACaptureMayUseTheListenersOfANodeThatIsBeingDestroyed) {
     EXPECT_EQ(told, 0);
 }
 
-TEST(ListenerLifetime, AnEmptyFunctionIsNoListener) {
+TEST(ListenerLifetime, AnEmptyFunctionIsRefused) {
     const PropertyNodePtr node = PropertyNode::createRoot();
     EXPECT_EQ(node->addListener({}), 0u);
     EXPECT_EQ(node->addListener(nullptr), 0u);

@@ -115,7 +115,7 @@ TEST_F(ListenerListLock, EveryRemovalOfTheSameListenerWaits) {
     for (std::thread& removal : removals) removal.join();
 }
 
-TEST_F(ListenerListLock, RemovalWaitsUntilWhatTheListenerCapturedIsDestroyed) {
+TEST_F(ListenerListLock, RemovalWaitsUntilTheCapturesAreDestroyed) {
     struct Captured {
         std::atomic<bool>& destroyed;
         ~Captured() {

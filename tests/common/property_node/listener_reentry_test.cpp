@@ -74,7 +74,7 @@ TEST_F(ListenerReentry, MayChangeTheNodeAndSetMetaReturnsTheLastCounter) {
     EXPECT_EQ(node_->setMeta("mark", 1), 2u);
 }
 
-TEST_F(ListenerReentry, MaySetTheSameValueWithoutEnd) {
+TEST_F(ListenerReentry, SettingTheSameValueCausesNoFurtherCall) {
     int calls = 0;
     node_->addListener([&](PropertyNode& node, const PropertyChangeInfo&) {
         ++calls;

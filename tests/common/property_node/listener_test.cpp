@@ -1,4 +1,4 @@
-// What a listener is told.
+// What a listener receives.
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -52,7 +52,7 @@ TEST_F(Listener, HasEnteredAndLeftBeforeSetReturns) {
     EXPECT_TRUE(done);
 }
 
-TEST_F(Listener, SeesNothingFromBeforeItCame) {
+TEST_F(Listener, DoesNotSeeEarlierChanges) {
     node_->set(1);
     const ChangeRecorder seen(*node_);
     EXPECT_TRUE(seen.changes().empty());
@@ -64,7 +64,7 @@ TEST_F(Listener, SeesItsOwnNodeOnly) {
     EXPECT_TRUE(seen.changes().empty());
 }
 
-TEST_F(Listener, ListenersAreCalledInTheOrderInWhichTheyCame) {
+TEST_F(Listener, ListenersAreCalledInTheOrderOfTheirAddition) {
     std::string order;
     for (const char name : {'a', 'b', 'c'}) {
         node_->addListener([&order, name](PropertyNode&, const PropertyChangeInfo&) { order += name; });
@@ -83,7 +83,7 @@ TEST_F(Listener, RemovedIsNotCalledAgain) {
     EXPECT_EQ(kept.counters(), (test::Counters{1, 2}));
 }
 
-TEST_F(Listener, RemovedGivesUpWhatItCaptured) {
+TEST_F(Listener, RemovedReleasesItsCaptures) {
     const auto captured = std::make_shared<int>(1);
     const uint64_t id = node_->addListener([captured](PropertyNode&, const PropertyChangeInfo&) {});
     EXPECT_EQ(captured.use_count(), 2);

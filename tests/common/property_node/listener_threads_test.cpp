@@ -40,7 +40,7 @@ TEST(ListenerThreads, NestedChangesKeepTheOrderToo) {
     EXPECT_EQ(seen.counters(), oneTo(2 * kThreads * kRounds));
 }
 
-TEST(ListenerThreads, MayComeAndGoWhileOthersChangeTheNode) {
+TEST(ListenerThreads, MayBeAddedAndRemovedWhileOthersChangeTheNode) {
     const PropertyNodePtr node = PropertyNode::createRoot();
     std::atomic<int> calls{0};
     test::together(kThreads, [&](int t) {
@@ -58,7 +58,7 @@ TEST(ListenerThreads, MayComeAndGoWhileOthersChangeTheNode) {
     EXPECT_EQ(calls, before);
 }
 
-TEST(ListenerThreads, OnceRemovalHasReturnedNoCallIsUnderWay) {
+TEST(ListenerThreads, AfterRemovalNoCallIsInProgress) {
     const PropertyNodePtr node = PropertyNode::createRoot();
     test::together(2, [&](int t) {
         for (int i = 0; i < kRounds; ++i) {

@@ -1,4 +1,4 @@
-// What does not allocate, and what gives back.
+// Calls that do not allocate, and calls that release memory.
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -13,7 +13,7 @@ using test::allocationsOf;
 
 class Allocations : public testing::Test {
   protected:
-    // Three components, too long to lie in a string itself.
+    // Three components, too long for the buffer inside a string.
     const std::string path_ = "diags/a level with a long name/a diagnostic with a long name";
     const std::string missing_ = "diags/a level with a long name/no diagnostic of such a name";
     const PropertyNodePtr root_ = PropertyNode::createRoot();
@@ -48,7 +48,7 @@ TEST_F(Allocations, AskingWhetherANodeExistsMakesNone) {
               0u);
 }
 
-TEST_F(Allocations, SettingAScalarMakesNoneWhileNobodyListens) {
+TEST_F(Allocations, SettingAScalarWithoutListenersMakesNone) {
     const auto set_all_types = [&](int number) {
         node_->set(number);
         node_->set(long{number});
@@ -70,7 +70,7 @@ TEST_F(Allocations, SettingAnUnchangedScalarMakesNone) {
     set_twice(true);
 }
 
-TEST_F(Allocations, SettingAnUnchangedScalarMakesNoneWhileSomebodyListens) {
+TEST_F(Allocations, SettingAnUnchangedScalarWithAListenerMakesNone) {
     node_->addListener([](PropertyNode&, const PropertyChangeInfo&) {});
     node_->set(1);
     EXPECT_EQ(allocationsOf([&] { node_->set(1); }), 0u);
@@ -90,14 +90,14 @@ TEST_F(Allocations, ReadingAScalarOfItsOwnTypeMakesNone) {
               0u);
 }
 
-TEST_F(Allocations, ABoolAfterAStringGivesTheHeapBlockBack) {
+TEST_F(Allocations, ABoolAfterAStringReleasesTheHeapBlock) {
     PropertyValue value;
     value.set(true);
-    value.set<std::string>("a");  // its characters lie in the string itself
+    value.set<std::string>("a");  // its characters are in the string object
     EXPECT_EQ(test::releasesOf([&] { value.set(true); }), 1u);
 }
 
-TEST_F(Allocations, ClearingAStringGivesTheHeapBlockBack) {
+TEST_F(Allocations, ClearingAStringReleasesTheHeapBlock) {
     PropertyValue value;
     value.set<std::string>("a");
     EXPECT_EQ(test::releasesOf([&] { value.clear(); }), 1u);

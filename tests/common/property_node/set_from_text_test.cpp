@@ -15,7 +15,7 @@ class SetFromText : public testing::Test {
     const PropertyNodePtr root_ = PropertyNode::createRoot();
     const PropertyNodePtr node_ = root_->getNode("diags/basic/x", true);
 
-    // The sentence that refuses the text; the node must be as before.
+    // The error text of a refused value; the node must be unchanged.
     std::string refusal(const std::string& text) {
         const PropertyValue before = node_->value();
         const ChangeRecorder seen(*node_);
@@ -119,7 +119,7 @@ TEST_F(SetFromText, RefusesATextThatTheTypeCannotHoldAndSaysWhatItTakes) {
     EXPECT_EQ(refusal("loud"), "\"diags/basic/x\" takes a number, nan, -nan, inf or -inf, not \"loud\"");
 }
 
-TEST_F(SetFromText, RefusesATextThatIsNotUsedUp) {
+TEST_F(SetFromText, RefusesATextWithARemainder) {
     node_->set(1);
     for (const char* text : {"12abc", "1 2", "2 - Narrow", "1.0"}) EXPECT_NE(refusal(text), "");
 }
@@ -129,7 +129,7 @@ TEST_F(SetFromText, RefusesAnEmptyTextAndOneOutOfRange) {
     for (const char* text : {"", " ", "2147483648"}) EXPECT_NE(refusal(text), "");
 }
 
-TEST_F(SetFromText, LeavesNoMetadataBehind) {
+TEST_F(SetFromText, CreatesNoMetadata) {
     node_->setFromText("a", nullptr);
     const PropertyNodeData::SharedDataLock lock(node_.get(), nullptr);
     EXPECT_EQ(lock->metadata, nullptr);

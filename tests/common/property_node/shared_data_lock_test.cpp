@@ -1,4 +1,4 @@
-// Holding a node's data across several steps.
+// Access to a node's data in several steps under one lock.
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -74,7 +74,7 @@ TEST(SharedDataLock, UnlockingTwiceReleasesOnce) {
     EXPECT_TRUE(entered);
 }
 
-TEST(SharedDataLock, AChangeMadeUnderItIsToldByFireChangedOnData) {
+TEST(SharedDataLock, AChangeMadeUnderItIsNotifiedByFireChangedOnData) {
     const PropertyNodePtr node = PropertyNode::createRoot();
     const test::ChangeRecorder seen(*node);
     Lock lock(node.get(), nullptr);

@@ -29,7 +29,7 @@ TEST(Tree, CreatingMakesMissingAncestorsWithoutValues) {
     EXPECT_TRUE(root->getNode("a/b", false)->value().empty());
 }
 
-TEST(Tree, CreatingFindsWhatIsThere) {
+TEST(Tree, CreatingFindsExistingNodes) {
     const PropertyNodePtr root = PropertyNode::createRoot();
     const PropertyNodePtr node = root->getNode("a/b", true);
     node->set(1);
@@ -61,7 +61,7 @@ TEST(Tree, ANodeThatIsHeldOutlivesItsTree) {
     EXPECT_EQ(node->getNode("c", false)->get<int>(), 3);
 }
 
-TEST(Tree, ADeepBranchIsTakenApartOnASmallStack) {
+TEST(Tree, ADeepBranchIsDestroyedOnASmallStack) {
     std::string path;
     for (int depth = 0; depth < 3000; ++depth) path += "a/";
     PropertyNodePtr root = PropertyNode::createRoot();

@@ -42,7 +42,7 @@ TEST(TreeThreads, ReadersListAndFindWhileWritersMake) {
     EXPECT_EQ(root->getNode(pathOf(kNodes - 1), false)->get<int>(), kNodes - 1);
 }
 
-TEST(TreeThreads, WhatIsThereIsFoundWhileSiblingsAreMade) {
+TEST(TreeThreads, ExistingNodesAreFoundWhileSiblingsAreMade) {
     const PropertyNodePtr root = PropertyNode::createRoot();
     const PropertyNodePtr first = root->getNode("0", true);
     std::atomic<int> made{1};
@@ -61,7 +61,7 @@ TEST(TreeThreads, WhatIsThereIsFoundWhileSiblingsAreMade) {
     EXPECT_EQ(root->children().size(), size_t{kNodes});
 }
 
-TEST(TreeThreads, ABranchThatIsHeldIsFoundInWhileTheTreeIsGivenUp) {
+TEST(TreeThreads, ABranchThatIsHeldIsSearchedWhileTheTreeIsReleased) {
     for (int round = 0; round < 100; ++round) {
         PropertyNodePtr root = PropertyNode::createRoot();
         const PropertyNodePtr leaf = root->getNode("a/b/c", true);
@@ -91,7 +91,7 @@ TEST(TreeThreads, LookupDoesNotWaitForAListener) {
     EXPECT_TRUE(root->exists("a/b"));
 }
 
-TEST(TreeThreads, ThatGiveUpBranchesAtOnce) {
+TEST(TreeThreads, ThatReleaseBranchesAtTheSameTime) {
     for (int round = 0; round < 20; ++round) {
         PropertyNodePtr root = PropertyNode::createRoot();
         std::vector<PropertyNodePtr> held;

@@ -1,4 +1,4 @@
-// A text that the type cannot take is a soft assertion.
+// A text that does not convert to the type is a soft assertion.
 #include <gtest/gtest.h>
 
 #include "tests/common/property_value/typed_value.h"

@@ -63,7 +63,7 @@ TEST(Operators, CompareNumbersAndStringsByValue) {
     EXPECT_TRUE(equal(std::string("a\0b", 3), std::string("a\0b", 3)));
 }
 
-TEST(Operators, CanConvertSaysWhatParsingWouldSay) {
+TEST(Operators, CanConvertAgreesWithParsing) {
     EXPECT_TRUE(of<int>().canConvertToTypeFromString("12abc"));
     EXPECT_FALSE(of<int>().canConvertToTypeFromString("abc"));
     EXPECT_TRUE(of<bool>().canConvertToTypeFromString("1"));
@@ -81,7 +81,7 @@ TEST(Operators, CopyConstructsInRawMemory) {
     of<std::string>().valueDestructor(memory);
 }
 
-TEST(Operators, CopyToNowhereDoesNothing) {
+TEST(Operators, CopyToNullDoesNothing) {
     const std::string text = "text";
     const int number = 1;
     of<std::string>().valueCopy(nullptr, &text);

@@ -43,7 +43,7 @@ TEST(ValueConversion, ReadsAnEnumerationsTextAsItsNumber) {
     EXPECT_EQ(as<int>(textValue("2 - Narrow")), 2);
 }
 
-TEST(ValueConversion, OfAFloatCutsAtThePoint) {
+TEST(ValueConversion, OfAFloatTruncatesAtThePoint) {
     EXPECT_EQ(as<int>(valueOf(2.75f)), 2);
     EXPECT_EQ(as<bool>(valueOf(1.0f)), true);
     EXPECT_EQ(as<std::string>(valueOf(2.75f)), "2.750000");

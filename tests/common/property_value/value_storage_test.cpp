@@ -1,4 +1,4 @@
-// Where a value lies, and how it is replaced.
+// Where a value is stored, and how it is replaced.
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -48,7 +48,7 @@ TEST(ValueStorage, HoldsSmallTypesInside) {
     EXPECT_TRUE(liesInside(valueOf(1)));
 }
 
-TEST(ValueStorage, HoldsAStringOnTheHeapHoweverShort) {
+TEST(ValueStorage, HoldsEvenAShortStringOnTheHeap) {
     EXPECT_FALSE(liesInside(textValue("")));
     EXPECT_FALSE(liesInside(textValue("text")));
 }
@@ -61,7 +61,7 @@ TEST(ValueStorage, KnowsTheSizeOfItsType) {
     EXPECT_EQ(textValue("text").size(), sizeof(std::string));
 }
 
-TEST(ValueStorage, ABoolAfterAStringLivesInside) {
+TEST(ValueStorage, ABoolAfterAStringIsStoredInside) {
     PropertyValue value = textValue("a text that is longer than any string keeps within itself");
     value.set(true);
     EXPECT_TRUE(liesInside(value));

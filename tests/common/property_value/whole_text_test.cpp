@@ -1,4 +1,4 @@
-// Parsing what a person typed: nothing may be left over.
+// Parsing of typed values: the whole text must be used.
 #include <gtest/gtest.h>
 
 #include <cmath>

@@ -1,4 +1,4 @@
-// A second pass binds what is new and leaves alone what is bound to its node already.
+// A second pass binds the new properties and leaves those alone that are bound to their node already.
 #include <gtest/gtest.h>
 
 #include "common/properties.h"
@@ -23,7 +23,7 @@ class BoundAgain : public testing::Test {
     PropertyNodePtr node_;
 };
 
-TEST_F(BoundAgain, TellsNothing) {
+TEST_F(BoundAgain, SendsNoNotification) {
     const ChangeRecorder seen(*node_);
     initStaticProperties(root_);
     EXPECT_TRUE(seen.changes().empty());

@@ -1,4 +1,4 @@
-// The declared metadata replaces what the node carries, as one change.
+// The declared metadata replaces the node's metadata, as one change.
 #include <gtest/gtest.h>
 
 #include "common/properties.h"
@@ -32,7 +32,7 @@ TEST_F(BindingMetadata, IsReadOnlyAndFileNameAfterwards) {
     EXPECT_EQ(file, "dir/source.cpp");
 }
 
-TEST_F(BindingMetadata, IsToldAsStarWithAnEmptyValueThenTheValueThenTheFileName) {
+TEST_F(BindingMetadata, IsNotifiedAsStarWithAnEmptyValueThenTheValueThenTheFileName) {
     StaticProperty<std::string> property("a/b", "x", "source.cpp");
     const ChangeRecorder seen(*node_);
     bindBelow(property.setReadOnly(true), root_);

@@ -1,5 +1,5 @@
 // A library that declares static properties and is loaded after the others were bound. It stays loaded, so
-// each test wants a process of its own.
+// each test needs a process of its own.
 #include <gtest/gtest.h>
 
 #include <csignal>

@@ -41,7 +41,7 @@ TEST(UsedTooEarlyDeathTest, HoldsForTheSupportLibrarysOwnProperty) {
 StaticProperty<int>::Data* g_unbound = nullptr;
 const StaticProperty<int>* g_bound = nullptr;
 
-TEST(UsedTooEarly, ResumedGoesOnWithWhatTheWrapperThenHolds) {
+TEST(UsedTooEarly, ReadsTheNodeThatIsBoundWhenTheTrapIsResumed) {
     const StaticProperty<int> property("media/x/y", 1, nullptr);
     const StaticProperty<int> stand_in("media/x/z", 5, nullptr);
     stand_in.data()->initialize(StaticPropertyInitArgs{PropertyNode::createRoot()});

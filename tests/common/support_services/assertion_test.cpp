@@ -50,7 +50,7 @@ TEST(Assertion, DefaultMakesOneErrorRecordWithTheAssertionsIdentity) {
     EXPECT_EQ(record.text, "Assertion failed: x");
 }
 
-TEST(Assertion, DefaultComesBackWithAnEmptyHandler) {
+TEST(Assertion, AnEmptyHandlerRestoresTheDefault) {
     const test::ScopedLogCapture log;
     setAssertionHandler([](const AssertionRecord&) { return true; });
     setAssertionHandler({});

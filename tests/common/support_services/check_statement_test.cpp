@@ -1,4 +1,4 @@
-// Checks as statements: what they evaluate, how they sit among other statements.
+// Checks as statements: what they evaluate, and how they combine with other statements.
 #include <gtest/gtest.h>
 
 #include "common/check.h"
@@ -82,7 +82,7 @@ TEST(CheckStatement, TakesTheElseOfTheIfAroundIt) {
     EXPECT_STREQ(branch(false), "else");
 }
 
-TEST(CheckStatementDeathTest, TextIsTheSourceNotWhatMacrosMakeOfIt) {
+TEST(CheckStatementDeathTest, TextIsTheSourceBeforeMacroExpansion) {
 #define EXPANDS_TO_FALSE false
     EXPECT_FATAL_RECORD_ANY_LINE(QUILL_CHECK_AT((RecordSite{"s", 1}), EXPANDS_TO_FALSE), "check", "s",
                                  "Check failed EXPANDS_TO_FALSE ");

@@ -1,4 +1,5 @@
-// Files that are no whole shared library: each is refused before the loader maps it, and the reason names it.
+// Files that are not a complete shared library: each is refused before the loader maps it, and the reason
+// names it.
 #include <elf.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -39,7 +40,7 @@ class DamagedLibrary : public testing::Test {
     }
     ~DamagedLibrary() override { std::filesystem::remove_all(folder_); }
 
-    // The library with its headers as they are now in header_ and segments_, cut to `size` bytes.
+    // The library with the headers of header_ and segments_, cut to `size` bytes.
     void write(size_t size = std::numeric_limits<size_t>::max()) {
         std::memcpy(bytes_.data() + sizeof(header_), segments_.data(), segments_.size() * sizeof(Elf64_Phdr));
         std::memcpy(bytes_.data(), &header_, sizeof(header_));
@@ -62,7 +63,7 @@ class DamagedLibrary : public testing::Test {
         return *last;
     }
 
-    // Makes another header that of a segment behind the last one, all of which the loader fills with zeros from
+    // Makes another header that of a segment after the last one, all of which the loader fills with zeros from
     // the byte `into_page` of its first page on.
     void addZeros(uint64_t offset, uint64_t into_page) {
         const uint64_t end = lastLoaded().p_vaddr + lastLoaded().p_memsz;
@@ -71,7 +72,7 @@ class DamagedLibrary : public testing::Test {
                                     kPage,   kPage};
     }
 
-    // The first page behind the end of the file.
+    // The first page after the end of the file.
     uint64_t pageBehind() const { return (bytes_.size() / kPage + 1) * kPage; }
 
     void expectRefused(const std::string& reason) const {
@@ -232,7 +233,7 @@ TEST_F(DamagedLibrary, IsRefusedWhenItsEndWasNeverWritten) {
     }
 }
 
-// Behind the bytes of the file the loader fills a segment with zeros.
+// After the bytes of the file the loader fills a segment with zeros.
 TEST_F(DamagedLibrary, IsRefusedWhenItsDynamicSectionIsNotInTheFile) {
     lastLoaded().p_memsz = lastLoaded().p_filesz + 4096;
     segment(PT_DYNAMIC).p_vaddr = lastLoaded().p_vaddr + lastLoaded().p_filesz;
@@ -270,7 +271,7 @@ TEST_F(DamagedLibrary, LeavesNoFileOpen) {
     EXPECT_EQ(second, first);
 }
 
-TEST(UnboundLibrary, IsRefusedWithTheLoadersOwnWords) {
+TEST(UnboundLibrary, IsRefusedWithTheLoadersReason) {
     std::string why;
     EXPECT_EQ(loadDynamicLibrary(FIXTURE_UNBOUND, &why), nullptr);
     EXPECT_NE(why.find("undefined symbol"), std::string::npos) << why;
@@ -282,7 +283,7 @@ TEST(LibraryWithoutAPath, IsRefusedWithAReasonOfItsOwn) {
     EXPECT_EQ(why, "the path of the library is empty");
 }
 
-// The loader's own folders hold it.
+// The loader finds it in its own folders.
 TEST(LibraryByNameAlone, IsLookedForByTheLoader) {
     EXPECT_NE(loadDynamicLibrary("libc.so.6"), nullptr);
     std::string why;

@@ -12,7 +12,7 @@ TEST(JoinPath, JoinsADirectoryAndAName) {
     EXPECT_EQ(File::joinPath("/opt/app", "selibs"), "/opt/app/selibs");
 }
 
-TEST(JoinPath, PutsExactlyOneSeparatorWhateverStandsAtTheJoint) {
+TEST(JoinPath, PutsExactlyOneSeparatorBetweenTheOperands) {
     EXPECT_EQ(File::joinPath("/opt/app/", "selibs"), "/opt/app/selibs");
     EXPECT_EQ(File::joinPath("/opt/app", "/selibs"), "/opt/app/selibs");
     EXPECT_EQ(File::joinPath("/opt/app//", "//selibs"), "/opt/app/selibs");

@@ -41,7 +41,7 @@ TEST(LoadLibrary, OfAFileThatIsNoLibraryIsNull) {
     std::remove(path.c_str());
 }
 
-TEST(LoadLibrary, WithAReferenceThatNobodyAnswersIsNull) {
+TEST(LoadLibrary, WithAnUnresolvedReferenceIsNull) {
     EXPECT_EQ(loadDynamicLibrary(FIXTURE_UNBOUND), nullptr);
 }
 

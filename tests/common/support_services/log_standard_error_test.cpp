@@ -39,7 +39,7 @@ TEST(LogOnStandardError, IsTheSameInEveryLocale) {
     EXPECT_EQ(line, "ERROR [se_wrapper] source:1234567: 1234567\n");
 }
 
-TEST(LogOnStandardError, ComesBackWithAnEmptySink) {
+TEST(LogOnStandardError, IsRestoredByAnEmptySink) {
     setLogSink([](const LogRecord&) {});
     EXPECT_EQ(lineOf(2), "");
     setLogSink({});

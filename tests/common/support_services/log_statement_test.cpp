@@ -1,4 +1,4 @@
-// QUILL_LOG as a statement: what it evaluates, how it sits among other statements.
+// QUILL_LOG as a statement: what it evaluates, and how it combines with other statements.
 #include <gtest/gtest.h>
 
 #include "common/logging.h"
@@ -68,13 +68,13 @@ TEST(LogStatement, SurvivesHostileNamesInScope) {
     EXPECT_EQ(log.texts(), std::vector<std::string>{"1234567"});
 }
 
-TEST(LogStatement, MayStandInALoopWithoutBraces) {
+TEST(LogStatement, MayBeInALoopWithoutBraces) {
     const ScopedLogCapture log;
     for (int i = 0; i < 3; ++i) QUILL_LOG(4, "se_wrapper") << i;
     EXPECT_EQ(log.texts(), (std::vector<std::string>{"0", "1", "2"}));
 }
 
-TEST(LogStatement, MayStandTwiceInOneScope) {
+TEST(LogStatement, MayOccurTwiceInOneScope) {
     const ScopedLogCapture log;
     QUILL_LOG(4, "se_wrapper") << "a";
     QUILL_LOG(4, "se_wrapper") << "b";

@@ -1,5 +1,5 @@
-// A record reaches standard error whole although the system interrupts the writing or takes a part of it.
-// write() of this program stands in for the C library's.
+// A record is written to standard error whole, although a write is interrupted or takes only a part of it.
+// This program replaces the write() of the C library.
 #include <gtest/gtest.h>
 #include <sys/syscall.h>
 #include <unistd.h>

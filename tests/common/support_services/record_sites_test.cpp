@@ -1,4 +1,4 @@
-// The identities by which hosts recognise records. They may not move.
+// The identities by which hosts recognise records. They must not change.
 #include "common/record_sites.h"
 
 #include <gtest/gtest.h>
@@ -8,7 +8,7 @@
 namespace quill {
 namespace {
 
-TEST(RecordSites, OfTheSupportLibraryAreTheseForEver) {
+TEST(RecordSites, OfTheSupportLibraryDoNotChange) {
     const struct {
         RecordSite site;
         std::string source;

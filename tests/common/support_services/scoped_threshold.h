@@ -1,4 +1,4 @@
-// Thresholds for the length of a test.
+// Thresholds for the duration of a test.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// The smallest host: binds the properties, loads the engine that stands in selibs/ beside it, and sends one
+// The smallest host: binds the properties, loads the engine from selibs/ beside it, and sends one
 // second of silence through it.
 #include <cstdio>
 #include <vector>

@@ -1,8 +1,8 @@
-# What a project that includes another has a right to find as it was.
+# The settings of a project that must be unchanged after it has included another.
 
 set(directory_properties COMPILE_DEFINITIONS COMPILE_OPTIONS INCLUDE_DIRECTORIES LINK_DIRECTORIES LINK_OPTIONS)
 
-# Writes one "name=value" a line into <result>. What CMake itself counts and remembers is left out.
+# Writes one "name=value" a line into <result>. CMake's own counters and caches are left out.
 macro(take_snapshot result)
   set(${result})
   get_cmake_property(variables VARIABLES)

@@ -1,4 +1,4 @@
-// Convolution in blocks and the transform beneath it.
+// Convolution in blocks, and its transform.
 #include "tools/scene/convolution.h"
 
 #include <gtest/gtest.h>
@@ -67,7 +67,7 @@ TEST(Convolution, BeginsAtTheMomentOfEmission) {
     for (size_t i = 0; i < signal.size(); ++i) EXPECT_NEAR(rows[0][i], signal[i], 1e-6);
 }
 
-TEST(Convolution, KeepsEachMicrophonesResponseApart) {
+TEST(Convolution, UsesTheResponseOfEachMicrophone) {
     const std::vector<float> signal = noise(50);
     const auto rows = convolve(signal, {0, {{1, 0}, {0, 2}}});
     for (size_t i = 1; i < signal.size(); ++i) {

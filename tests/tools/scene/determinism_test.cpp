@@ -1,4 +1,4 @@
-// The options alone decide a scene.
+// A scene depends on its options alone.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -13,7 +13,7 @@ namespace {
 
 using Parts = std::vector<std::string>;
 
-// The parts that differ between two scenes, of which the second has options changed.
+// The parts that differ between a scene and the same scene with changed options.
 template <class Change>
 Parts changedBy(const Change& change) {
     SceneOptions options = fullScene(1);
@@ -56,7 +56,7 @@ TEST(SceneDeterminism, RandomNumbersAreTheSameEverywhere) {
     EXPECT_NEAR(random.gaussian(), 0.86149547553363126, 1e-12);
 }
 
-// Two random numbers drawn in one expression would come in an order of the compiler's choice.
+// In one expression the compiler would choose the order of two random numbers.
 TEST(SceneDeterminism, TheVoiceIsTheSameWithEveryCompiler) {
     Random random(1, Stream::kTalker);
     const Row speech = synthesiseSpeech(kTalkerVoice, 48001, random);

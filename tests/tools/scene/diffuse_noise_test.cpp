@@ -1,4 +1,4 @@
-// Noise from all around: how much two microphones agree, and its colour.
+// Diffuse noise: coherence between microphones, level and colour.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -74,12 +74,12 @@ double levelBetween(const Row& row, double low_hz, double high_hz) {
     return decibelsOfPower(power);
 }
 
-TEST(DiffuseNoise, AgreesBetweenCentreAndCircleAsAnIsotropicField) {
+TEST(DiffuseNoise, HasIsotropicCoherenceBetweenCentreAndCircle) {
     const Scene scene = diffuseScene(NoiseColour::kWhite);
     expectCoherenceOfDistance(scene.noise[0], scene.noise[2], 0.0425);
 }
 
-TEST(DiffuseNoise, AgreesAcrossTheCircleAsAnIsotropicField) {
+TEST(DiffuseNoise, HasIsotropicCoherenceAcrossTheCircle) {
     const Scene scene = diffuseScene(NoiseColour::kWhite);
     expectCoherenceOfDistance(scene.noise[1], scene.noise[4], 0.085);
 }

@@ -1,4 +1,4 @@
-// The far end: what the loudspeaker plays, what of it reaches the microphones, and a loudspeaker that moves.
+// The far end: what the loudspeaker plays, its echo at the microphones, and a loudspeaker that moves.
 #include <gtest/gtest.h>
 
 #include <cmath>

@@ -1,4 +1,4 @@
-// In free field the delays between microphones are those of the geometry.
+// In free field the delays between microphones follow from the geometry.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -8,7 +8,7 @@
 namespace se_scene {
 namespace {
 
-// Path to microphone m less path to the centre, in samples; written out apart from the sources on purpose.
+// Path to microphone m less path to the centre, in samples; written independently of the sources on purpose.
 double expectedLag(size_t m, double azimuth_deg, double distance_m, double radius_m) {
     const double talker = azimuth_deg * M_PI / 180;
     const double microphone = 60.0 * static_cast<double>(m - 1) * M_PI / 180;

@@ -1,4 +1,4 @@
-// Levels come out as asked, at the centre microphone.
+// Levels at the centre microphone equal the options.
 #include <gtest/gtest.h>
 
 #include "tests/tools/scene/test_scenes.h"
@@ -20,7 +20,7 @@ TEST(SceneLevels, TalkerInARoom) {
     EXPECT_NEAR(activeLevelDbfs(makeScene(options).talker[0]), -26, kTolerance);
 }
 
-TEST(SceneLevels, TalkerWhoSpeaksForAPartOfTheTime) {
+TEST(SceneLevels, TalkerThatSpeaksForPartOfTheTime) {
     SceneOptions options = talkerAlone(5);
     options.talker_start_s = 2;
     options.talker_end_s = 4;

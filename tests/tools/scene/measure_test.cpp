@@ -1,4 +1,4 @@
-// The figures that tests and the host judge recordings by.
+// The measurements that tests and the host apply to recordings.
 #include "tools/scene/measure.h"
 
 #include <gtest/gtest.h>
@@ -54,7 +54,7 @@ TEST(Measure, AnExcerptIsCutAtTheEnds) {
 TEST(Measure, FindsADelayBetweenSamples) {
     Row first = sine(700, 0.1, 4000);
     Row second = sine(700, 0.1, 4000, 2.3);
-    for (size_t i = 0; i < first.size(); ++i) {  // a slow swell, so that the ends do not matter
+    for (size_t i = 0; i < first.size(); ++i) {  // a slow fade in and out, so that the ends have no effect
         const double swell = std::sin(M_PI * static_cast<double>(i) / 4000);
         first[i] = static_cast<float>(swell * swell * static_cast<double>(first[i]));
         second[i] = static_cast<float>(swell * swell * static_cast<double>(second[i]));

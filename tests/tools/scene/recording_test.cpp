@@ -1,4 +1,4 @@
-// The recording: channel order, rounding, and parts that add up.
+// The recording: channel order, rounding, and the sum of its parts.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -70,7 +70,7 @@ TEST(Recording, RecordedPartsAddUpToTheRecordingWithinTheirRounding) {
     }
 }
 
-TEST(Recording, LastsAsLongAsAsked) {
+TEST(Recording, HasTheGivenDuration) {
     const Scene scene = makeScene(fullScene(0.75));
     EXPECT_EQ(scene.frames, 12000U);
     for (const MicrophoneRows* part : {&scene.talker, &scene.noise, &scene.echo}) {

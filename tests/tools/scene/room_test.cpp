@@ -1,4 +1,4 @@
-// Rooms: how fast they fall silent, and what arrives first.
+// Rooms: reverberation time, and the direct sound.
 #include "tools/scene/room.h"
 
 #include <gtest/gtest.h>
@@ -29,7 +29,7 @@ TEST(ReverberationTime, IsFoundForAnExponentialDecay) {
 
 class Reverberation : public testing::TestWithParam<double> {};
 
-TEST_P(Reverberation, LastsAsLongAsAsked) {
+TEST_P(Reverberation, HasTheGivenDuration) {
     for (const RoomSize& room : {RoomSize{}, RoomSize{5, 4, 2.5}, RoomSize{10, 8, 3}}) {
         const auto responses = roomResponses(room, GetParam(), atAzimuth(60, 1), kArray);
         EXPECT_NEAR(reverberationOf(responses.rows[0]), GetParam(), 0.2 * GetParam()) << room.length_m;
@@ -50,7 +50,7 @@ TEST(Room, DirectSoundArrivesFirstAndAsInFreeField) {
 }
 
 TEST(Room, ReflectsWithBothSidesOfEachWall) {
-    // Walls at 0 and 4, listener at 1, source at 3: seen from the listener it stands at 2, its images at -4
+    // Walls at 0 and 4, listener at 1, source at 3: relative to the listener it is at 2, its images at -4
     // (left wall), 4 (right wall), and farther out after two reflections.
     std::vector<std::pair<double, int>> found;
     for (const AxisImage& image : imagesAlong(3, 4, 1, 7))
@@ -66,7 +66,7 @@ TEST(Room, HoldsTheArray) {
     EXPECT_FALSE(isInRoom(RoomSize{}, Point{0, 0, 2}));
 }
 
-TEST(Room, SoundRingsOnAfterTheTalker) {
+TEST(Room, SoundDecaysAfterTheTalker) {
     SceneOptions options = talkerAlone(3);
     options.talker_end_s = 1.0;
     const Row dry = makeScene(options).talker[0];

@@ -1,4 +1,4 @@
-// When the talker speaks, and with whose voice.
+// When the talker speaks, and which voice it has.
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// Short scenes with one part each, to judge the parts by.
+// Short scenes with one part each, to measure the parts.
 #pragma once
 
 #include "tools/scene/measure.h"

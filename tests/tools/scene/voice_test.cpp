@@ -1,4 +1,4 @@
-// The voice has what an engine looks for in speech.
+// The voice has the properties of speech that an engine detects.
 #include "tools/scene/voice.h"
 
 #include <gtest/gtest.h>
@@ -31,7 +31,7 @@ double octaveLevel(const Row& row, double center_hz) {
     return decibelsOfPower(power);
 }
 
-// The lag at which loud stretches repeat themselves, found among the pitches from 70 to 350 Hz.
+// The lag of the largest autocorrelation of loud passages, for pitches from 70 to 350 Hz.
 double medianPitch(const Row& row) {
     std::vector<double> pitches;
     for (double start = 0; start < 20; start += 0.05) {

@@ -1,5 +1,4 @@
-// What the tests of the command-line host share: a folder of their own, files in it, and the host run on
-// them.
+// Shared by the tests of the command-line host: a folder for each test, files in it, and runs of the host.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -34,13 +33,13 @@ class HostTest : public ::testing::Test {
     // `se_host process in.wav out.wav` in the folder, with more arguments.
     HostRun process(const std::vector<std::string>& more = {}) const;
 
-    // The host went without complaint.
+    // The host succeeded and printed no error.
     void expectDone(const HostRun& run) const;
-    // It refused: this exit code, one line that holds `mention`, nothing on standard output, and the folder
-    // holds just the files that were there before the run.
+    // The host refused: this exit code, one error line that contains `mention`, nothing on standard output,
+    // and the folder holds the same files as before the run.
     void expectRefused(const HostRun& run, int exit_code, const std::string& mention) const;
 
-    // Takes note of the files that are there; expectRefused compares with them.
+    // Records the present files; expectRefused compares with them.
     void noteFiles() { before_ = files(); }
 
   private:

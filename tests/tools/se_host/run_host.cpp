@@ -42,7 +42,7 @@ pid_t spawnHost(std::vector<std::string> words, const std::string& out, const st
     return child;
 }
 
-// Waits for the end of the host; its standard error stays with the caller.
+// Waits for the end of the host. Reading its standard error is left to the caller.
 HostRun finish(pid_t child, const std::string& out) {
     int status = 0;
     waitpid(child, &status, 0);
@@ -80,12 +80,12 @@ HostRun runHostOnTerminal(const std::string& folder, const std::vector<std::stri
     if (terminal < 0 || grantpt(terminal) != 0 || unlockpt(terminal) != 0) {
         throw std::runtime_error("cannot make a terminal");
     }
-    // Held open, so that what the host wrote can still be read after its end.
+    // Kept open, so that the host's output can still be read after its end.
     const std::string name = ptsname(terminal);
     const int keeper = open(name.c_str(), O_RDWR | O_NOCTTY);
     HostRun run = finish(spawnHost(commandLine(SE_HOST_PATH, arguments), out, name), out);
 
-    // The kernel hands it over in pieces, the last ones perhaps after the host's end.
+    // The kernel delivers it in pieces, the last ones possibly after the host's end.
     constexpr int kNothingMoreMs = 500;
     pollfd readable{terminal, POLLIN, 0};
     char text[4096];

@@ -1,5 +1,4 @@
 // Runs the built command-line host as a user would.
-// Threads: one.
 #pragma once
 
 #include <string>
@@ -17,8 +16,8 @@ struct HostRun {
     size_t errorLines() const;
 };
 
-// Starts bin/se_host, or a copy of it, with these arguments and waits for its end; its outputs go through files in
-// `folder`, which are removed afterwards.
+// Starts bin/se_host, or a copy of it, with these arguments and waits for its end; its outputs go through
+// files in `folder`, which are removed afterwards.
 HostRun runHost(const std::string& folder, const std::vector<std::string>& arguments,
                 const std::string& program = SE_HOST_PATH);
 

@@ -49,7 +49,7 @@ void writeSound(const std::string& path, const Sound& sound) {
 void writeSound(const std::string& path, const Sound& sound, int format) {
     SF_INFO info = infoOf(sound.sample_rate, sound.channels, format);
     SNDFILE* const file = openSound(path, SFM_WRITE, &info);
-    // Short samples reach a float file unscaled unless this is asked for.
+    // Without this setting short samples are written to a float file unscaled.
     sf_command(file, SFC_SET_SCALE_INT_FLOAT_WRITE, nullptr, SF_TRUE);
     sf_write_short(file, sound.samples.data(), static_cast<sf_count_t>(sound.samples.size()));
     sf_close(file);

@@ -1,5 +1,4 @@
 // Sound files for the tests of the command-line host, written and read without its own code.
-// Threads: one.
 #pragma once
 
 #include <cstdint>
@@ -16,13 +15,13 @@ struct Sound {
     size_t frames() const { return samples.size() / static_cast<size_t>(channels); }
 };
 
-// Samples that differ everywhere, the extremes among them; the same every time.
+// Samples without repetition, including the extremes; the same at each call.
 Sound patternedSound(size_t frames, int channels = 8, int sample_rate = 16000);
 
 // One channel of a sound.
 std::vector<int16_t> channelOf(const Sound& sound, int channel);
 
-// `format` as the sound-file library counts them; 16-bit WAV by default.
+// `format`: a constant of the sound-file library; 16-bit WAV by default.
 void writeSound(const std::string& path, const Sound& sound);
 void writeSound(const std::string& path, const Sound& sound, int format);
 
@@ -31,7 +30,7 @@ void writeSound(const std::string& path, const std::vector<double>& samples, int
 
 Sound readSound(const std::string& path);
 
-// Format of a file, as the sound-file library counts them.
+// Format of a file, a constant of the sound-file library.
 int formatOf(const std::string& path);
 
 }  // namespace se_host_test

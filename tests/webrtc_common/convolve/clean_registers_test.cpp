@@ -1,5 +1,5 @@
-// Code that knows nothing of AVX follows a kernel: on some processors each of its instructions would wait for
-// upper halves of registers that are left in use, so every build leaves them zero.
+// Every build leaves the upper halves of the AVX registers zero. On some processors the SSE code that follows
+// a kernel would be slow if they were in use.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -17,9 +17,9 @@ class ConvolveRegisters : public EachBuild {
 #ifndef NDEBUG
         GTEST_SKIP() << "compilers leave upper halves in use unless they optimise as for a release";
 #endif
-        if (!CPUInfo().has_avx) GTEST_SKIP() << "this processor has no avx, and so no upper halves";
+        if (!CPUInfo().has_avx) GTEST_SKIP() << "this processor has no avx, so it has no upper halves";
     }
-    // Whether all sixteen upper halves are zero. Nothing of this program touches them.
+    // Whether all sixteen upper halves are zero. This program does not change them.
     static bool upperHalvesAreZero() {
         unsigned char halves[16][16];
         __asm__ volatile(
@@ -32,7 +32,7 @@ class ConvolveRegisters : public EachBuild {
         return std::all_of(&halves[0][0], &halves[0][0] + sizeof halves,
                            [](unsigned char byte) { return byte == 0; });
     }
-    // More than the widest build takes together, and something for each narrower one.
+    // More than one group of the widest build, with a remainder for each narrower one.
     static constexpr int kOutputs = 160 + 32 + 16 + 8;
     const std::vector<int16_t> coeffs_ = std::vector<int16_t>(72, -1);
     const std::vector<int16_t> signal_ = std::vector<int16_t>(kOutputs + 72, -1);

@@ -7,8 +7,8 @@
 
 namespace quill::test {
 
-// Empty when the kernel does on the problem of this seed and these numbers what the reference does, its
-// buffers and all that stands around them compared; else what it does wrong, the numbers and the seed.
+// Runs the kernel and the reference on the problem of this seed and these numbers, and compares the buffers
+// and their surroundings. Empty when they are equal; else the first difference, the numbers and the seed.
 std::string difference(ConvolveI16I16* kernel, uint32_t seed, const Numbers& given = {});
 std::string difference(ConvolveI16I32* kernel, uint32_t seed, const Numbers& given = {});
 

@@ -1,5 +1,5 @@
-// The stated extents are all that a kernel touches: pages without access stand directly before and behind
-// each buffer, so one element more would end the test, and what lies inside is enough for the right result.
+// A kernel touches its stated extents and nothing else. Pages without access lie directly before and after
+// each buffer, so an access to one more element ends the test.
 #include <gtest/gtest.h>
 
 #include "kernel_check/problem/guarded_buffer.h"
@@ -55,7 +55,7 @@ class ConvolveExtent : public EachBuild {
 };
 INSTANTIATE_FOR_EACH_BUILD(ConvolveExtent);
 
-TEST_P(ConvolveExtent, NarrowedSumsTouchNothingBehindTheirBuffers) {
+TEST_P(ConvolveExtent, NarrowedSumsTouchNothingAfterTheirBuffers) {
     checkNarrowed(Edge::kEnd);
 }
 
@@ -63,7 +63,7 @@ TEST_P(ConvolveExtent, NarrowedSumsTouchNothingBeforeTheirBuffers) {
     checkNarrowed(Edge::kBegin);
 }
 
-TEST_P(ConvolveExtent, ShiftedSumsTouchNothingBehindTheirBuffers) {
+TEST_P(ConvolveExtent, ShiftedSumsTouchNothingAfterTheirBuffers) {
     checkShifted(Edge::kEnd);
 }
 

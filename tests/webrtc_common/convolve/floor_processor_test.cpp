@@ -1,5 +1,5 @@
-// What a processor without AVX does; on any other these tests are skipped. CTest runs the whole program on an
-// emulated one too.
+// Behaviour on a processor without AVX; on any other these tests are skipped. CTest runs the whole program on
+// an emulated one too.
 #include <gtest/gtest.h>
 
 #include <csignal>

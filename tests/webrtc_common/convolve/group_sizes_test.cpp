@@ -1,5 +1,6 @@
-// Outputs and taps in every number of eights around what the widest build takes together: each mixture of wide
-// groups, narrow groups, paired and lone steps gives the reference's bits, with every buffer at its page's end.
+// Every multiple of eight outputs and taps up to more than one group of the widest build. Each mixture of
+// wide groups, narrow groups, paired and single steps gives the reference's bits, with every buffer at its
+// page's end.
 #include <gtest/gtest.h>
 
 #include "tests/webrtc_common/convolve/convolve_harness.h"

@@ -1,4 +1,4 @@
-// The checks see what they are there to see: deliberately broken kernels are caught, the references are not.
+// The checks work: deliberately broken kernels are caught, the references are accepted.
 #include <gtest/gtest.h>
 
 #include <stdexcept>
@@ -11,7 +11,7 @@ namespace {
 
 class KernelCheck : public ::testing::Test {
   protected:
-    // What the check says of the broken kernel of this name.
+    // The check's message about the broken kernel of this name.
     std::string found(const std::string& broken, const Numbers& given = {}) const {
         for (const KernelFunction& function : functions_) {
             for (const FunctionVariant& variant : function.variants) {
@@ -59,7 +59,7 @@ TEST_F(KernelCheck, CatchesOneWriteTooFew) {
     EXPECT_NE(found("one write too few"), "");
 }
 
-TEST_F(KernelCheck, CatchesOneWriteTooManyInTheSpaceBehind) {
+TEST_F(KernelCheck, CatchesOneWriteTooManyInTheSpaceAfter) {
     const std::string text = found("one write too many", {{"num_out", 8}, {"out.at_end", 0}});
     EXPECT_EQ(text.find("out[8] of 8 differs\n"), 0u) << text;
 }
@@ -84,7 +84,7 @@ TEST_F(KernelCheck, ShowsTheFirstBadOutputBothRowsTheNumbersAndTheSeed) {
     EXPECT_NE(text.find("; seed 77"), std::string::npos) << text;
 }
 
-TEST_F(KernelCheck, FindsTheSameAgain) {
+TEST_F(KernelCheck, FindsTheSameErrorAgain) {
     EXPECT_EQ(found("one read too many"), found("one read too many"));
 }
 

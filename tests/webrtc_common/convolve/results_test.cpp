@@ -1,4 +1,4 @@
-// Every build computes what the reference computes, in every lane, from anywhere in memory.
+// Every build computes what the reference computes, in every lane and at every alignment.
 #include <gtest/gtest.h>
 
 #include <vector>
@@ -21,7 +21,7 @@ TEST_P(ConvolveResults, ShiftedSumsEqualTheReferenceForAllLengthsAndContents) {
     EXPECT_EQ(firstDifference(i16_i32()), "");
 }
 
-// Every place from the end of its page for each buffer.
+// Each buffer at every offset from the end of its page.
 template <class Kernel>
 std::string firstDifferenceOverPlaces(Kernel* kernel, int num_out, int num_taps) {
     uint32_t seed = 0;

@@ -1,4 +1,4 @@
-// Which build the pointers hold. Each test starts with the pointers as the library was loaded.
+// Which build the pointers hold. Each test starts with the pointers as they are after loading.
 #include <gtest/gtest.h>
 
 #include <initializer_list>
@@ -9,7 +9,7 @@
 namespace quill::media::se_wrapper {
 namespace {
 
-// It has SSSE3 and these features, and nothing else that matters.
+// A processor with SSSE3 and these features, and no other relevant ones.
 CPUInfo processor(std::initializer_list<bool CPUInfo::*> features) {
     CPUInfo cpu;
     for (const ConvolveVariant& variant : kConvolveVariants) cpu.*variant.feature = false;
@@ -30,11 +30,11 @@ class ConvolveSelection : public ::testing::Test {
     }
 };
 
-// Taken while this program's own static objects are made, before main.
+// Read while this program's own static objects are initialised, before main.
 ConvolveI16I16* const initial_i16_i16 = g_convolve_i16_i16;
 ConvolveI16I32* const initial_i16_i32 = g_convolve_i16_i32;
 
-// What the AVX entry points run before a selection. Taken before main, too.
+// What the AVX entry points run before a selection. Read before main, too.
 const std::string initial_avx_body = [] {
     g_convolve_i16_i16 = convolve_i16_i16_AVX;
     g_convolve_i16_i32 = convolve_i16_i32_AVX;
@@ -65,7 +65,7 @@ TEST_F(ConvolveSelection, KeepsTheSsse3BuildsWhenTheProcessorHasNoAvx) {
     EXPECT_EQ(g_convolve_i16_i32, convolve_i16_i32_SSSE3);
 }
 
-TEST_F(ConvolveSelection, IsNeverTakenBack) {
+TEST_F(ConvolveSelection, IsNeverReversed) {
     selectConvolveKernels(processor(true));
     selectConvolveKernels(processor(false));
     EXPECT_EQ(g_convolve_i16_i16, convolve_i16_i16_AVX);

@@ -1,4 +1,4 @@
-// The two bypass switches that every applying pass hands over.
+// The two bypass switches that every applying pass sets.
 #include "tests/webrtc_common/diags/bridge.h"
 
 using namespace quill::test;
@@ -10,14 +10,14 @@ class ApplyBypass : public Bridge {
     void turn(const char* name, bool on) { root->getNode(name, true)->set<bool>(on); }
 };
 
-TEST_F(ApplyBypass, HandsBothOverAfterTheDiagnostics) {
+TEST_F(ApplyBypass, SetsBothAfterTheDiagnostics) {
     turn("aec_bypass", true);
     turn("noise_reduction_bypass", true);
     EXPECT_EQ((Lines{"SEDiagGetNumDiags()", "MMIfSetAecBypass(1)", "MMIfSetNoiseReductionBypass(1)"}),
               callsOf([&] { apply(); }));
 }
 
-TEST_F(ApplyBypass, HandsTrueOverAsOneOnEveryPass) {
+TEST_F(ApplyBypass, SetsOneForTrueOnEveryPass) {
     turn("aec_bypass", true);
     turn("noise_reduction_bypass", false);
     apply();
@@ -27,7 +27,7 @@ TEST_F(ApplyBypass, HandsTrueOverAsOneOnEveryPass) {
               engine.calls("MMIfSetNoiseReductionBypass"));
 }
 
-TEST_F(ApplyBypass, MakesMissingNodesAndHandsFalseOver) {
+TEST_F(ApplyBypass, MakesMissingNodesAndSetsFalse) {
     engine->set_aec_bypass(1);
     apply();
     EXPECT_EQ((Lines{"MMIfSetAecBypass(0)"}), engine.calls("MMIfSetAecBypass"));
@@ -36,7 +36,7 @@ TEST_F(ApplyBypass, MakesMissingNodesAndHandsFalseOver) {
     expected_assertions = {kReadOfNothing, kReadOfNothing};
 }
 
-// Unlike a diagnostic: the tree's position counts, not who moved last.
+// Unlike a diagnostic: the value in the tree is always set, even when the engine has changed its own.
 TEST_F(ApplyBypass, OverridesTheEnginesOwnPosition) {
     publish();
     engine->set_aec_bypass(1);
@@ -64,7 +64,7 @@ class ApplyWithoutNoiseReductionBypass : public Bridge {
     ApplyWithoutNoiseReductionBypass() : Bridge("test_engines/without_MMIfSetNoiseReductionBypass") {}
 };
 
-TEST_F(ApplyWithoutNoiseReductionBypass, HandsTheEchoBypassAloneOver) {
+TEST_F(ApplyWithoutNoiseReductionBypass, SetsTheEchoBypassOnly) {
     root->getNode("aec_bypass", true)->set<bool>(true);
     EXPECT_EQ((Lines{"SEDiagGetNumDiags()", "MMIfSetAecBypass(1)"}), callsOf([&] { apply(); }));
     EXPECT_EQ((Lines{"SEDiagGetNumDiags()", "MMIfSetAecBypass(1)"}), callsOf([&] { apply(); }));

@@ -1,4 +1,4 @@
-// Floats on their way to the engine: NaN, both zeros, infinity.
+// Applying floats: NaN, both zeros, infinity.
 #include <cmath>
 
 #include "tests/webrtc_common/diags/bridge.h"
@@ -53,7 +53,7 @@ TEST_F(ApplyFloat, AsksTheEngineAboutANaNInTheNode) {
     EXPECT_EQ(2, engine.count("SEDiagGetFloat32"));  // once by each pass
 }
 
-TEST_F(ApplyFloat, DoesNotTellTheZerosApart) {
+TEST_F(ApplyFloat, TreatsBothZerosAsEqual) {
     const int index = addAt(0.0f);
     node()->set<float>(-0.0f);
     EXPECT_EQ(Lines{}, applied());

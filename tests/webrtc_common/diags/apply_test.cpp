@@ -1,4 +1,4 @@
-// A user's edits on their way to the engine: who wins, and what is left alone.
+// Applying a user's edits: which value is kept, and what is left alone.
 #include <cmath>
 
 #include "tests/webrtc_common/diags/bridge.h"
@@ -10,7 +10,7 @@ namespace {
 
 class Apply : public Bridge {
   protected:
-    // A writable Int32 that both sides know as 5.
+    // A writable Int32 with the value 5 in node, mark and engine.
     int addAgreed() {
         const int index = add(kInt32);
         engine->set_integer(index, 5);
@@ -20,7 +20,7 @@ class Apply : public Bridge {
     Lines settings() { return engine.calls("SEDiagSetInt32"); }
 };
 
-TEST_F(Apply, SendsAnEditWhileTheEngineStandsStill) {
+TEST_F(Apply, SendsAnEditWhileTheEngineValueIsUnchanged) {
     addAgreed();
     node()->set<int>(7);
     EXPECT_EQ((Lines{"User changed x to 7"}), recordsOf([&] { apply(); }));
@@ -78,7 +78,7 @@ TEST_F(Apply, SendsAnEditThatAPublishingPassHasSeenFirst) {
     EXPECT_EQ((Lines{"SEDiagSetInt32(0, 7)"}), settings());
 }
 
-TEST_F(Apply, DoesNotSendAnEditThatWasTakenBack) {
+TEST_F(Apply, DoesNotSendAnEditThatWasUndone) {
     addAgreed();
     node()->set<int>(7);
     node()->set<int>(5);
@@ -86,7 +86,7 @@ TEST_F(Apply, DoesNotSendAnEditThatWasTakenBack) {
     EXPECT_EQ(Lines{}, settings());
 }
 
-TEST_F(Apply, IsSeenByThePublishingPassAsAgreed) {
+TEST_F(Apply, LeavesNothingForThePublishingPassToChange) {
     addAgreed();
     node()->set<int>(7);
     apply();
@@ -119,7 +119,7 @@ TEST_F(Apply, NeverSendsAnEditOfAReadOnlyDiagnostic) {
     EXPECT_EQ("int32 6", value());
 }
 
-TEST_F(Apply, LooksAtTheBitForWritingAlone) {
+TEST_F(Apply, TestsTheWriteBitOnly) {
     for (const int rw : {1, 2, 4, 7}) add(kInt32, ("rw_" + std::to_string(rw)).c_str(), rw);
     publish();
     for (const int rw : {1, 2, 4, 7}) node("rw_" + std::to_string(rw))->set<int>(9);

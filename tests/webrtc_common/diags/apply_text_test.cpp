@@ -1,4 +1,4 @@
-// Texts on their way to the engine, those of enumerations above all.
+// Applying texts, mainly those of enumerations.
 #include "tests/webrtc_common/diags/bridge.h"
 
 using namespace quill::test;
@@ -29,7 +29,7 @@ TEST_F(ApplyText, IgnoresWhatFollowsTheNumberInAText) {
     EXPECT_EQ((Lines{"SEDiagSetInt32(0, 12)"}), applied());
 }
 
-TEST_F(ApplyText, CutsAFloatOffForAnInteger) {
+TEST_F(ApplyText, TruncatesAFloatForAnInteger) {
     addPublished(kInt32);
     node()->set<float>(7.75f);
     EXPECT_EQ((Lines{"SEDiagSetInt32(0, 7)"}), applied());

@@ -1,4 +1,4 @@
-// What reaches the engine of an edit, type by type: reading, comparing, cutting, widening.
+// Applying an edit for each type: reading, comparing, truncating, widening.
 #include <ostream>
 
 #include "tests/webrtc_common/diags/bridge.h"
@@ -7,7 +7,7 @@ using namespace quill::test;
 
 namespace {
 
-// 2147483647 and 705032704: what the smaller types make of it.
+// The smaller types read it as 2147483647 or 705032704.
 constexpr long kBeyond32Bits = 5'000'000'000;
 
 struct EditCase {
@@ -120,7 +120,7 @@ INSTANTIATE_TEST_SUITE_P(EachType, ApplyToEveryType, testing::Range(1, 9));
 
 class ApplyTypes : public Bridge {};
 
-TEST_F(ApplyTypes, GoTheWholeWayThereAndBack) {
+TEST_F(ApplyTypes, MakeTheRoundTrip) {
     const int index = addPublished(kInt16);
     node()->set<int>(65536 + 5);
     apply();

@@ -5,7 +5,7 @@ using namespace quill::test;
 
 namespace {
 
-// 2147483647 and 705032704: what the smaller types make of it.
+// The smaller types read it as 2147483647 or 705032704.
 constexpr long kBeyond32Bits = 5'000'000'000;
 
 class ApplyWideValues : public Bridge {};

@@ -1,5 +1,5 @@
-// A scriptable engine, a property tree and both passes between them. A soft assertion that a test did not
-// announce fails it.
+// A scriptable engine, a property tree, and both passes between them. A soft assertion that a test did not
+// expect fails it.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -31,7 +31,7 @@ enum DiagNumber : int {
     kEnum,
 };
 
-// The access bits that engines combine with the one for writing mean nothing to the bridge.
+// Engines combine other access bits with the write bit; the bridge ignores them.
 inline constexpr int kReadOnly = 1;
 inline constexpr int kReadWrite = 3;
 
@@ -59,7 +59,7 @@ class Bridge : public testing::Test {
         return engine->add_diag(name, type, length, rw, 0, "what it does");
     }
 
-    // The same at this value, as far as its type holds it, and published.
+    // The same with this value, converted to its type, and published.
     int addPublished(int type, long long in_engine = 0) {
         const int index = add(type);
         engine->set_integer(index, in_engine);

@@ -1,5 +1,5 @@
-// What node, mark and engine must hold after any sequence of passes, engine moves and edits: a small model of
-// one diagnostic, written apart from the bridge.
+// A small model of one diagnostic: what node, mark and engine must hold after any sequence of passes, engine
+// changes and edits. It shares no code with the bridge.
 #pragma once
 
 #include <algorithm>
@@ -95,7 +95,7 @@ class IntegerModel : public DiagModel {
     std::optional<long long> mark_;
 };
 
-// The zeros are one number here: which of them stands in a node that held the other is the tree's matter.
+// Both zeros are equal here. Whether a node that holds one takes the other is decided by the tree.
 class FloatModel : public DiagModel {
   public:
     static std::string text(float number) {

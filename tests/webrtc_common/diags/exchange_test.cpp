@@ -1,4 +1,4 @@
-// Who wins between node, mark and engine: the whole table.
+// Which of node, mark and engine wins: the whole table.
 #include "webrtc_common/se_wrapper/diags/exchange.h"
 
 #include <gtest/gtest.h>
@@ -62,7 +62,7 @@ TEST(NodeValue, CountsBothZerosAsTheSame) {
     EXPECT_TRUE(applied(1.0f, 0.0f, -0.0f));
 }
 
-TEST(NodeValue, IsAllThatIsLookedAtWhileItEqualsTheMark) {
+TEST(NodeValue, IsAllThatIsReadWhileItEqualsTheMark) {
     int questions = 0;
     const auto engine = [&questions] { return ++questions; };
     EXPECT_FALSE(isToBeApplied(5, 5, engine));

@@ -1,5 +1,5 @@
-// Random sequences of engine moves, edits and passes, compared with a small model after each step. The first
-// sequence to fail is printed; short ones are tried first.
+// Random sequences of engine changes, edits and passes, compared with a small model after each step. The
+// first failing sequence is printed. Short ones are tried first.
 #include <memory>
 #include <random>
 
@@ -32,7 +32,7 @@ constexpr const char* kFloats[] = {"0.000000", "-0.000000", "1.000000", "0.50000
 constexpr IntegerRange kInt{32, true};
 constexpr IntegerRange kLong{64, true};
 
-// What the engine holds of an integer.
+// An integer as the engine's type stores it.
 IntegerRange rangeOf(int type) {
     switch (type) {
         case kInt16:
@@ -60,7 +60,7 @@ class RandomSequence : public Bridge {
         engine->set_recording(false);
         for (int type = kInt16; type <= kEnum; ++type) add(type, nameOf(type).c_str());
     }
-    // Edits at random meet conversions that fail; other tests look at those.
+    // Random edits cause failed conversions; other tests cover those.
     void TearDown() override {}
 
     static std::string nameOf(int type) { return "type_" + std::to_string(type); }
@@ -139,7 +139,7 @@ class RandomSequence : public Bridge {
 
     static std::string sameZero(const std::string& text) { return text == "-0.000000" ? "0.000000" : text; }
 
-    // As a text or as a number, which must make no difference.
+    // Sets a text or a number; the result must be the same.
     void edit(const Step& step) {
         const auto edited = node(nameOf(step.type));
         if (step.pick % 2 == 0) {
@@ -187,7 +187,7 @@ TEST_F(RandomSequence, AgreesWithTheModel) {
     }
 }
 
-// One diagnostic at a time, few values: node, mark and engine meet in all ways.
+// One diagnostic and few values: all combinations of node, mark and engine occur.
 TEST_F(RandomSequence, OfOneDiagnosticAgreesWithTheModel) {
     std::mt19937 random(2);
     for (int type = kInt16; type <= kEnum; ++type) {

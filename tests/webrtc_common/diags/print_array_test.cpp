@@ -69,7 +69,7 @@ TEST(PrintArray, HoldsALongArray) {
     EXPECT_EQ("1, 1 ]", text.substr(text.size() - 6));
 }
 
-// Digits in groups and a comma for the point.
+// Grouped digits, and a comma as decimal point.
 struct OtherPunctuation : std::numpunct<char> {
     char do_thousands_sep() const override { return '.'; }
     std::string do_grouping() const override { return "\3"; }

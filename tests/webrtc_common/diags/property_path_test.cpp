@@ -1,4 +1,4 @@
-// Where a diagnostic stands in the property tree.
+// The path of a diagnostic in the property tree.
 #include <gtest/gtest.h>
 
 #include "tests/engines/test_engine.h"

@@ -1,5 +1,5 @@
-// What a publishing pass over unchanged scalars takes from the heap. The interface table is filled with functions
-// of this file, so that only the wrapper's own allocations are counted.
+// Heap allocations of a publishing pass over unchanged scalars. The interface table holds functions of this
+// file, so that only the wrapper's own allocations are counted.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -47,8 +47,8 @@ class PublishAllocations : public testing::Test {
         MMIfSetNoiseReductionBypass_Optional = nullptr;
     }
 
-    // A tree that a pass over so many diagnostics has filled. All names are of one length and too long to lie in
-    // a string itself.
+    // A tree that a pass over so many diagnostics has filled. All names have one length and are too long for
+    // the buffer inside a string.
     static quill::PropertyNodePtr published(size_t count) {
         g_names.clear();
         for (size_t i = 0; i < count; ++i) {

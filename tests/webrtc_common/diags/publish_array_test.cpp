@@ -1,4 +1,4 @@
-// Array diagnostics on their way to the tree, and which of them are passed over for their size.
+// Publishing arrays, and which of them are left out because of their size.
 #include <ostream>
 
 #include "tests/webrtc_common/diags/bridge.h"

@@ -1,4 +1,4 @@
-// Enumerated diagnostics on their way to the tree.
+// Publishing enumerations.
 #include "tests/webrtc_common/diags/bridge.h"
 
 using namespace quill::test;

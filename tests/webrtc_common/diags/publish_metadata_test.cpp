@@ -1,4 +1,4 @@
-// Help text, read-only mark and place of the nodes that a publishing pass finds or makes.
+// Help text, read-only mark and path of the nodes that a publishing pass finds or makes.
 #include "tests/webrtc_common/diags/bridge.h"
 
 using namespace quill::test;
@@ -69,7 +69,7 @@ TEST_F(PublishMetadata, SetsNoReadOnlyMarkOnAWritableDiagnostic) {
     EXPECT_EQ("nothing", meta("read_only"));
 }
 
-TEST_F(PublishMetadata, LooksAtTheBitForWritingAlone) {
+TEST_F(PublishMetadata, TestsTheWriteBitOnly) {
     for (const int rw : {0, 1, 4, 5, ~2}) add(kInt32, ("read_only_" + std::to_string(rw)).c_str(), rw);
     for (const int rw : {2, 3, 6, 7, -1}) add(kInt32, ("writable_" + std::to_string(rw)).c_str(), rw);
     publish();

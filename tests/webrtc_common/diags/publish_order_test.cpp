@@ -1,4 +1,4 @@
-// What a publishing pass asks of the engine, in which order, and what it logs.
+// The queries of a publishing pass, their order, and the records.
 #include <ostream>
 
 #include "tests/webrtc_common/diags/bridge.h"
@@ -10,7 +10,7 @@ namespace {
 
 class PublishOrder : public Bridge {
   protected:
-    // The calls of a pass between the count and what follows the catalogue.
+    // The calls of a pass after the count query and before the values that follow the catalogue.
     Lines callsAboutDiags() {
         Lines calls = callsOf([&] { publish(); });
         EXPECT_EQ("SEDiagGetNumDiags()", calls.front());
@@ -71,7 +71,7 @@ TEST_F(PublishOrder, AsksForTheNameAgainOnlyToLogANewValue) {
     });
 }
 
-TEST_F(PublishOrder, BelievesTheReportedCount) {
+TEST_F(PublishOrder, UsesTheReportedCount) {
     add(kInt32, "a");
     add(kInt32, "b");
     engine->set_reported_count(1);
@@ -142,7 +142,7 @@ class PublishRecord : public Bridge {
     }
 };
 
-TEST_F(PublishRecord, BearsTheWrappersTagAndSource) {
+TEST_F(PublishRecord, HasTheWrappersTagAndSource) {
     add(kInt32);
     const ScopedLogCapture log(5);
     publish();

@@ -1,4 +1,4 @@
-// The values of the engine as a whole that follow the catalogue.
+// The values that belong to no diagnostic and are published after the catalogue.
 #include "tests/webrtc_common/diags/bridge.h"
 #include "tests/webrtc_common/diags/tree_watch.h"
 
@@ -37,7 +37,7 @@ TEST_F(PublishOthers, TakeAnyOtherBypassThanZeroForTrue) {
     EXPECT_EQ("bool 1", top("noise_reduction_bypass"));
 }
 
-TEST_F(PublishOthers, LookAtTheLowSixteenBitsOfTheNoiseReductionBypass) {
+TEST_F(PublishOthers, ReadTheLowSixteenBitsOfTheNoiseReductionBypass) {
     engine->set_noise_reduction_bypass(0xFFFF0000u);
     publish();
     EXPECT_EQ("bool 0", top("noise_reduction_bypass"));

@@ -1,4 +1,4 @@
-// Scalars of each type on their way to the tree, and when they are written.
+// Publishing scalars of each type, and when they are written.
 #include <cmath>
 #include <ostream>
 
@@ -115,7 +115,7 @@ TEST_F(PublishScalar, TakesALengthOfZeroOrLessForASingleValue) {
     EXPECT_EQ("int32 6", value("negative"));
 }
 
-TEST_F(PublishScalar, KeepsAUsersEditWhileTheEngineStandsStill) {
+TEST_F(PublishScalar, KeepsAUsersEditWhileTheEngineValueIsUnchanged) {
     engine->set_integer(add(kInt32), 5);
     publish();
     node()->set<int>(7);
@@ -152,7 +152,7 @@ TEST_F(PublishScalar, ComparesWithAMarkOfAnotherType) {
     EXPECT_EQ("int32 8", value());
 }
 
-// A mark that cannot be read counts as what its conversion left.
+// A mark that does not convert counts as the value that the conversion left.
 TEST_F(PublishScalar, TakesAnUnreadableMarkForZero) {
     engine->set_integer(add(kInt32, "moved"), 5);
     add(kInt32, "at_zero");
@@ -183,7 +183,7 @@ TEST_F(PublishScalar, RepublishesNaNOnEveryPassWithoutAChange) {
     EXPECT_EQ(0, changes);
 }
 
-TEST_F(PublishScalar, OverwritesAUsersEditByNaN) {
+TEST_F(PublishScalar, OverwritesAUsersEditWithNaN) {
     engine->set_real(add(kFloat32), NAN);
     publish();
     node()->set<float>(1.0f);
@@ -191,7 +191,7 @@ TEST_F(PublishScalar, OverwritesAUsersEditByNaN) {
     EXPECT_TRUE(std::isnan(node()->get<float>()));
 }
 
-TEST_F(PublishScalar, DoesNotTellTheZerosApart) {
+TEST_F(PublishScalar, TreatsBothZerosAsEqual) {
     const int index = add(kFloat32);
     engine->set_real(index, 0.0f);
     publish();

@@ -1,4 +1,4 @@
-// What stands in for the level and help queries that an engine lacks: its record of the diagnostic.
+// An engine without the level and help queries: its record of the diagnostic is read instead.
 #include <gtest/gtest.h>
 
 #include "tests/engines/test_engine.h"

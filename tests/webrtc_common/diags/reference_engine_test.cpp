@@ -1,4 +1,4 @@
-// Both passes with an engine that does its job: the builds in selibs/.
+// Both passes with a real engine: the builds in selibs/.
 #include "common/properties.h"
 #include "tests/support/log_capture.h"
 #include "webrtc_common/se_wrapper.h"

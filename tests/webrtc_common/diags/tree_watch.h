@@ -1,4 +1,4 @@
-// A listener on every node of a tree that counts what it is told.
+// A listener on every node of a tree. It counts the notifications.
 #pragma once
 
 #include "common/property_node.h"

@@ -1,4 +1,4 @@
-// A listener that is told of a diagnostic's mark finds the value that belongs to it.
+// A listener that is notified of a diagnostic's mark finds the matching value.
 #include "tests/webrtc_common/diags/bridge.h"
 
 using namespace quill::test;

@@ -1,4 +1,4 @@
-// The echo canceller's convolution forwards to whatever kernel is selected.
+// The echo canceller's convolution calls the selected kernel.
 #include "webrtc_common/se_wrapper/dsp/aec_convolution.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
-// Where memory comes from: the set-up alone, and what happens when there is none. The allocator of this
-// program is its own; it counts, and fails when told to.
+// Only the set-up allocates, and what happens when it fails. This program replaces the allocator: it counts,
+// and fails on request.
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -20,7 +20,7 @@ int allocations_left = -1;  // none fails while this is negative
 
 constexpr int kAllocationsOfAContext = 4;  // itself and three arrays
 
-// The latest blocks, as many as a context takes.
+// The latest blocks, as many as a context allocates.
 struct Block {
     std::uintptr_t address;
     std::size_t size;
@@ -126,7 +126,7 @@ TEST(DspAllocation, AContextReleasesWhatItTookInReverse) {
     for (int i = 0; i < kAllocationsOfAContext; ++i) EXPECT_EQ(released[i], last_first[i]) << i;
 }
 
-TEST(DspAllocation, TheSpectrumGivesItsTablesBack) {
+TEST(DspAllocation, TheSpectrumReleasesItsTables) {
     const std::vector<int16_t> samples(64, 100);
     std::vector<float> spectrum(32);
     const int alive = blocks_alive;
@@ -134,11 +134,11 @@ TEST(DspAllocation, TheSpectrumGivesItsTablesBack) {
     EXPECT_EQ(blocks_alive, alive);
 }
 
-TEST(DspAllocation, ASpectrumThatCannotGrowGivesThemBackToo) {
+TEST(DspAllocation, ASpectrumThatCannotGrowReleasesThemToo) {
     const std::vector<int16_t> samples(64, 100);
     std::vector<float> spectrum;
     const int alive = blocks_alive;
-    allocations_left = kAllocationsOfAContext - 1;  // the context itself stands on the stack
+    allocations_left = kAllocationsOfAContext - 1;  // the context itself is on the stack
     EXPECT_THROW(simpleFFT(samples.data(), 64, &spectrum), std::bad_alloc);
     allocations_left = -1;
     EXPECT_EQ(blocks_alive, alive);

@@ -1,4 +1,4 @@
-// The complex multiply against its reference: values of four at a time, then one by one.
+// The complex multiply against its reference: four values at a time, then one by one.
 #include "webrtc_common/se_wrapper/dsp/complex_multiply.h"
 
 #include <gtest/gtest.h>
@@ -84,7 +84,7 @@ TEST_P(ComplexMultiply, AnImaginaryPartOfMinusOneKeepsItsSignInFoursOnly) {
     EXPECT_EQ(multiplyValues(4, 0, -32768, 0, 16384), (Samples{-16384, 0, -16384, 0, -16384, 0, -16384, 0}));
     EXPECT_EQ(multiplyValues(1, 0, -32768, 0, 16384), (Samples{16384, 0}));
     for (const size_t n :
-         {5u, 7u, 8u, 12u, 13u, 15u, 23u}) {  // whole vectors of either width and what is left of them
+         {5u, 7u, 8u, 12u, 13u, 15u, 23u}) {  // whole vectors of either width, with and without a remainder
         const Samples product = multiplyValues(n, 0, -32768, 0, 16384);
         for (size_t k = 0; k < n; ++k)
             EXPECT_EQ(product[2 * k], k < n / 4 * 4 ? -16384 : 16384) << k << " of " << n;

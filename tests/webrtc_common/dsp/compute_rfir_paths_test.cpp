@@ -1,4 +1,4 @@
-// Which path the FIR filter takes, what it hands to the kernel, and which samples it reads.
+// Which path the FIR filter takes, what it passes to the kernel, and which samples it reads.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -95,7 +95,7 @@ TEST(ComputeRFirExtent, TheDirectPathReadsNoMoreThanTheLastSpan) {
     }
 }
 
-// The spans of 9 outputs 3 apart, without the 10 zeros in front and the 20 behind.
+// The samples of 9 outputs 3 apart, without those of the 10 leading and 20 trailing zeros.
 TEST(ComputeRFirExtent, TheDirectPathSkipsTheZerosAroundTheCoefficients) {
     const GuardedBuffer<int16_t> from_first(8 * 3 + 25, GuardedBytes::Edge::kBegin);
     const GuardedBuffer<int16_t> to_last(8 * 3 + 10 + 25);

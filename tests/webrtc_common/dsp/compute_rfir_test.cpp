@@ -1,4 +1,4 @@
-// The FIR filter's results on every path against a reference, and its corners.
+// The FIR filter's results on every path against a reference, and its edge cases.
 #include "webrtc_common/se_wrapper/dsp/compute_rfir.h"
 
 #include <gtest/gtest.h>
@@ -76,7 +76,7 @@ TEST(ComputeRFir, MatchesTheReferenceOnEveryPathAndFiller) {
     }
 }
 
-// Zeros in front and behind are skipped in different ways on the different paths.
+// The paths skip leading and trailing zeros in different ways.
 TEST(ComputeRFir, MatchesTheReferenceWithZerosAroundTheCoefficients) {
     for (const Case& c : cases()) {
         const Samples signal = filled(c.extent(), kUniform, 1);

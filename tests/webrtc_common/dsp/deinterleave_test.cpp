@@ -1,4 +1,4 @@
-// Interleaved capture audio into microphone rows: every sample where it belongs, and nothing else touched.
+// Interleaved capture audio to microphone rows: every sample in its place, and no other memory touched.
 #include "webrtc_common/se_wrapper/dsp/deinterleave.h"
 
 #include <gtest/gtest.h>
@@ -31,7 +31,7 @@ void fillWithNoise(int16_t* data, size_t count, size_t seed = 1) {
     for (size_t i = 0; i < count; ++i) data[i] = static_cast<int16_t>(random() & 0xffffu);
 }
 
-// Where the rows first differ from the input's channels; empty when nowhere.
+// The first difference between the rows and the input's channels; empty when there is none.
 std::string misplaced(const int16_t* interleaved, size_t channels, const int16_t* rows) {
     std::vector<int16_t> expected(kRowSamples);
     test::referenceDeinterleave(interleaved, channels, expected.data());
@@ -93,7 +93,7 @@ TEST_P(Deinterleave, WritesTheRowsAndNothingElse) {
 }
 
 // The extent ends at a page without access; with odd channel counts it begins at every alignment.
-TEST_P(Deinterleave, ReadsNothingBehindChannelSevenOfTheLastFrame) {
+TEST_P(Deinterleave, ReadsNothingAfterChannelSevenOfTheLastFrame) {
     for (size_t channels = 8; channels <= 80; ++channels) {
         const GuardedBuffer<int16_t> interleaved(inputExtent(channels), Edge::kEnd);
         fillWithNoise(interleaved.data(), interleaved.size());
@@ -114,7 +114,7 @@ TEST_P(Deinterleave, ReadsNothingBeforeTheFirstFrame) {
 }
 
 // Each frame's first eight channels end where a page without access begins.
-TEST_P(Deinterleave, ReadsNothingOfTheChannelsBehindTheEighth) {
+TEST_P(Deinterleave, ReadsNothingOfTheChannelsAfterTheEighth) {
     const auto page = static_cast<size_t>(::sysconf(_SC_PAGESIZE));
     const size_t size = 2 * page * BLOCK_SIZE;
     void* const mapping = ::mmap(nullptr, size, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);

@@ -1,4 +1,4 @@
-// DFT objects as an engine keeps them: they live to the end of the process, and so do their contexts.
+// DFT objects as an engine keeps them: they and their contexts exist until the process ends.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +9,7 @@
 
 namespace quill::test {
 
-// An object that keeps a context within the reach of a leak checker.
+// An object that keeps its context reachable, so that a leak checker does not report it.
 inline DftObj_t* keptObject(void* context) {
     static auto* const objects = new std::deque<DftObj_t>;
     objects->push_back({context});
@@ -30,7 +30,7 @@ inline const media::se_wrapper::FFTContext& contextOf(const DftObj_t* object) {
     return *static_cast<const media::se_wrapper::FFTContext*>(object->context);
 }
 
-// Lengths with every remainder of eight that an even length leaves, and those that engines ask for.
+// Even lengths with every remainder modulo 8, and the lengths that engines use.
 inline constexpr int kDftSizes[] = {2,  4,  6,  8,   10,  12,  14,  16,  18,
                                     26, 60, 64, 160, 256, 320, 480, 512, 1024};
 

@@ -1,4 +1,4 @@
-// A fixture that runs its tests once with each build of the routines around 16-bit samples selected.
+// A fixture that runs its tests once for each build of the 16-bit routines.
 #pragma once
 
 #include "tests/webrtc_common/each_variant.h"

@@ -1,4 +1,4 @@
-// Which samples the FFT hooks touch: pages without access behind or before every buffer, every alignment, and
+// Which samples the FFT hooks touch: pages without access after or before every buffer, every alignment, and
 // one buffer for both sides.
 #include <gtest/gtest.h>
 
@@ -88,7 +88,7 @@ TEST(FftBuffers, MayOverlapInAnyWay) {
     }
 }
 
-TEST(FftBuffers, OfDifferentObjectsDoNotMeet) {
+TEST(FftBuffers, OfDifferentObjectsDoNotInterfere) {
     DftObj_t* const first = newDftObject(64);
     DftObj_t* const second = newDftObject(64);
     Samples a = uniform(64), b(64), spectrum(66), other(66);

@@ -1,4 +1,4 @@
-// What initFFT makes and where it leaves it.
+// What initFFT creates, and where it is stored.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -29,7 +29,7 @@ TEST(FFTContextFields, AreTwoSizesAndThreeOwnedArrays) {
     EXPECT_EQ(sizeof(FFTContext), 8 + 3 * sizeof(void*));
 }
 
-TEST(FFTContextFields, StandInOrder) {
+TEST(FFTContextFields, AreInOrder) {
     const FFTContext context(8, 5);
     const auto at = [&context](const auto& field) {
         return reinterpret_cast<const char*>(&field) - reinterpret_cast<const char*>(&context);

@@ -1,4 +1,4 @@
-// The FIR filter between filtered and dry, sample by sample.
+// The FIR filter's crossfade between filtered and dry, sample by sample.
 #include <gtest/gtest.h>
 
 #include <cmath>

@@ -1,5 +1,5 @@
-// What the FIR filter remembers, and where. The allocator of this program is its own: when told to, it puts a page
-// without access right behind what it gives.
+// The FIR filter's history, and where it is stored. This program replaces the allocator: on request, a block
+// ends at a page without access.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -103,8 +103,8 @@ TEST(FilterHistory, IsKeptUpWhileBypassedWithoutTheKernel) {
     EXPECT_EQ(Samples(KernelSpy::signal, KernelSpy::signal + 55), Samples(second.end() - 55, second.end()));
 }
 
-// The storage ends where the page without access begins: one sample further and the test dies.
-TEST(FilterHistory, HasRoomBehindItForWhatTheKernelReadsAndForNoMore) {
+// The storage ends at a page without access: a read of one more sample ends the test.
+TEST(FilterHistory, HasRoomAfterItForTheReadsOfTheKernelAndNoMore) {
     for (size_t taps = 1; taps <= 65; taps += 2) {
         const Samples coeffs(taps, 100);
         const Filter::FilterParams params{coeffs.data(), static_cast<int32_t>(taps)};

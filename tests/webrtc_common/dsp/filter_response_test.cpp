@@ -21,7 +21,7 @@ double phase(double hertz, size_t sample) {
     return 2 * kPi * hertz * static_cast<double>(sample) / 16000;
 }
 
-// A cosine, so that there is something at half the sampling rate too.
+// A cosine, so that it is not zero at half the sampling rate.
 Samples tone(double hertz) {
     Samples samples(kSettled + kMeasured);
     for (size_t i = 0; i < samples.size(); ++i) {

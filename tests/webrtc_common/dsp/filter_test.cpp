@@ -1,4 +1,4 @@
-// The FIR filter at gain 1.0 and 0.0: what comes out, and when.
+// The FIR filter at gain 1.0 and 0.0: its output and its delay.
 #include "webrtc_common/se_wrapper/dsp/filter.h"
 
 #include <gtest/gtest.h>
@@ -31,7 +31,7 @@ Samples impulse(size_t place, int16_t value) {
     return block;
 }
 
-// The blocks of a list in a row.
+// The blocks of a list, one after the other.
 Samples joined(const std::vector<Samples>& blocks) {
     Samples all;
     for (const Samples& block : blocks) all.insert(all.end(), block.begin(), block.end());
@@ -58,7 +58,8 @@ TEST(Filter, TurnsAConstantIntoTheDcLeakOfTheTableOnce56SamplesHaveEntered) {
     EXPECT_EQ(filtered(filter, constantBlock(1000), 1.0F), constantBlock(-8));
 }
 
-// Of the first 55 samples that the taps meet all are silence; then one sample of the block enters after the other.
+// At the first output the taps cover 55 samples of silence; then one sample of the block enters with each
+// output.
 TEST(Filter, SeesInItsFirstBlock55ZeroSamplesOfHistory) {
     Filter filter(kHighPass600Hz);
     const Samples coeffs = coeffsOf(kHighPass600Hz);

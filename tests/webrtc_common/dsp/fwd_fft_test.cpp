@@ -1,4 +1,4 @@
-// The forward transform against its reference, and the corners of its arithmetic.
+// The forward transform against its reference, and the edge cases of its arithmetic.
 #include <gtest/gtest.h>
 
 #include <algorithm>

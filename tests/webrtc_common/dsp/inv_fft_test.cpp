@@ -1,4 +1,4 @@
-// The inverse transform against its reference, and the corners of its arithmetic.
+// The inverse transform against its reference, and the edge cases of its arithmetic.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -119,8 +119,8 @@ TEST(InvFFT, AtTwiceUnitySaturatesInsteadOfWrapping) {
 }
 
 // A DC of full scale at the highest gain: 2^32 in each sample, in the eight that are converted together and
-// in the two behind them.
-TEST(InvFFT, WhatExceeds32BitsLeavesAsTheLowestValueWhateverItsSign) {
+// in the two after them.
+TEST(InvFFT, WhatExceeds32BitsBecomesTheLowestValueForEitherSign) {
     Samples dc(12);
     dc[0] = 32767;
     EXPECT_EQ(inverse(newDftObject(10), dc, 65535), Samples(10, -32768));

@@ -1,4 +1,4 @@
-// Stands in for the selected 16-bit correlation kernel, counts its calls and keeps the last one's arguments
+// Replaces the selected 16-bit correlation kernel, counts the calls, and keeps the last call's arguments
 // and coefficients.
 #pragma once
 

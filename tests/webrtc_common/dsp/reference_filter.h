@@ -1,4 +1,5 @@
-// What Filter must compute, from the whole input at once: no history is moved, each sample is looked up in it.
+// What Filter must compute, from the whole input at once: there is no history, each sample is looked up in
+// the input.
 #pragma once
 
 #include <cmath>

@@ -1,4 +1,5 @@
-// What each processor gets of each family of kernels. Each test starts as the library was loaded.
+// Which build of each kernel family each processor gets. Each test starts with the selection as it is after
+// loading.
 #include "webrtc_common/se_wrapper/dsp/select_kernels.h"
 
 #include <gtest/gtest.h>
@@ -79,7 +80,7 @@ TEST_F(KernelSelection, GivesEachFamilyTheWidestBuildThatTheProcessorRuns) {
               "convolution avx512-vnni, real_fft avx2, dsp avx2");
 }
 
-TEST_F(KernelSelection, IsNeverTakenBack) {
+TEST_F(KernelSelection, IsNeverReversed) {
     selectKernels(processor({kSsse3, kSse41, kAvx, kAvx2}));
     selectKernels(processor({kSsse3, kSse41}));
     EXPECT_EQ(selected(), "convolution avx2, real_fft avx2, dsp avx2");
@@ -101,7 +102,7 @@ TEST_F(KernelSelection, ARowNeedsTheFeatureThatItIsNamedAfter) {
     for (const DspVariant& row : kDspVariants) check(row);
 }
 
-TEST_F(KernelSelection, HasNoNameForFunctionsThatStandInNoTable) {
+TEST_F(KernelSelection, HasNoNameForFunctionsThatAreInNoTable) {
     g_convolve_i16_i32 = [](const int16_t*, const int16_t*, int32_t*, int, int, int, int) {};
     EXPECT_EQ(selected(), "convolution ?, real_fft sse41, dsp sse41");
 }

@@ -1,5 +1,4 @@
-// A locale whose decimal point is a comma, made on the spot: no machine is sure to have one.
-// Threads: that of the test.
+// A locale whose decimal point is a comma. It is built by the test, because not every machine has one.
 #pragma once
 
 #include <clocale>
@@ -23,7 +22,7 @@ class CommaLocale {
                                              "thousands_sep \".\"\n"
                                              "grouping 3;3\n"
                                              "END LC_NUMERIC\n";
-        // It misses the other categories, and makes them all the same.
+        // localedef reports the other categories as missing, and still writes the locale.
         const std::string command =
             "localedef -c --quiet -i " + folder + "/source " + folder + "/comma >" + folder + "/said 2>&1";
         [[maybe_unused]] const int warnings = std::system(command.c_str());

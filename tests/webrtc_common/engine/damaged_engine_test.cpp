@@ -1,5 +1,5 @@
-// Engine builds that an interrupted update has left behind: each ends in the fatal record, never in a signal.
-// The engines are the real ones, cut; they stand in a folder of their own, named relative to "selibs".
+// Engine builds as an interrupted update leaves them: each ends in the fatal record, never in a signal. They
+// are truncated copies of the real engines, in a folder of their own, named relative to "selibs".
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
@@ -52,7 +52,7 @@ std::string missingLibraryPattern(const std::string& path) {
                               "Check failed se_lib Could not open shared library at " + path);
 }
 
-// In a death test: the records, all of them, are the fatal one.
+// In a death test: the fatal record is the only one.
 void expectTheFatalRecordAlone(const EngineFile& engine) {
     EXPECT_DEATH(
         {
@@ -62,7 +62,7 @@ void expectTheFatalRecordAlone(const EngineFile& engine) {
         testing::MatchesRegex(missingLibraryPattern(engine.path()) + "\n"));
 }
 
-// The same with trace records: before the fatal record one says why.
+// The same with trace records: one before the fatal record states the reason.
 void expectReason(const EngineFile& engine, const std::string& reason_pattern) {
     const std::string reason = "<record level=5 tag=se_wrapper source=webrtc_common/se_wrapper line=[0-9]+>" +
                                reason_pattern + "</record>\n";

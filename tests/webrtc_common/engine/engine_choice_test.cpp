@@ -1,5 +1,5 @@
-// Which build a start loads. This program stands in a folder of its own, whose "selibs" holds a scriptable
-// engine under each of the names that matter.
+// Which build a start loads. This program is in a folder of its own, whose "selibs" holds a scriptable engine
+// under each relevant name.
 #include <gtest/gtest.h>
 
 #include "common/config.h"

@@ -26,7 +26,7 @@ TEST(LibraryProperty, IsEmptyByDefault) {
     EXPECT_EQ("", default_value);
 }
 
-TEST(LibraryProperty, IsReadOnlyForPeople) {
+TEST(LibraryProperty, IsReadOnlyForTypedTexts) {
     const BoundProperties properties;
     bool read_only = false;
     EXPECT_TRUE(p_signal_essence_library.node()->getMeta("read_only", read_only));
@@ -43,7 +43,7 @@ TEST(LibraryProperty, NamesTheSourceFileThatDeclaresIt) {
     EXPECT_EQ(expected, file.substr(file.size() - expected.size()));
 }
 
-TEST(LibraryProperty, KeepsAValueThatStoodThereBefore) {
+TEST(LibraryProperty, KeepsAnEarlierValue) {
     const auto root = quill::PropertyNode::createRoot();
     root->getNode(kPath, true)->set<std::string>("my_build");
     quill::initStaticProperties(root);

@@ -22,7 +22,7 @@ TEST(LookDirection, IsSearchedByAnEngineWithoutBeamForming) {
     EXPECT_EQ(1, started.engine.count("MMIfSetAutoLocationSearch"));
 }
 
-// The entry point itself decides, whatever the flag says of its group.
+// The entry point itself decides, not the flag of its group.
 TEST(LookDirection, GoesByTheEntryPointAlone) {
     const StartableEngine started;
     initSignalEssence();

@@ -1,4 +1,4 @@
-// An engine that lacks something that every build must have stops the process, and the record says what.
+// An engine without a mandatory symbol stops the process, and the record names the symbol.
 #include <gtest/gtest.h>
 
 #include "tests/support/log_capture.h"

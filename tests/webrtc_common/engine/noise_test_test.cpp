@@ -198,7 +198,7 @@ TEST_F(NoiseTest, WithoutARecordHasNoResults) {
     EXPECT_TRUE(isUntouched(results));
 }
 
-TEST_F(NoiseTest, WithoutARecordLeavesAnOlderFileAndSaysNothing) {
+TEST_F(NoiseTest, WithoutARecordLeavesAnOlderFileAndLogsNothing) {
     load();
     const std::string before = saved();
     engine_->set_null_answers(true);

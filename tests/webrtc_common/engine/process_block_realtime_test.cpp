@@ -1,5 +1,6 @@
-// processBlock on the audio thread: no allocation, no lock, no system call. The allocator and the mutex of
-// this program are its own, and count; the kernel kills the child that makes a system call.
+// processBlock on the audio thread: no allocation, no lock, no system call. This program replaces the
+// allocator and the mutex functions and counts their calls; the kernel kills a child that makes a system
+// call.
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 #include <linux/seccomp.h>
@@ -82,7 +83,7 @@ class ProcessBlockInRealTime : public ::testing::Test {
         GTEST_SKIP() << "the sanitizer has an allocator and locks of its own";
 #endif
         MMIfProcessMicrophones = processMicrophones;
-        processSomeBlocks();  // what the dynamic linker does at a first call is not the wrapper's
+        processSomeBlocks();  // the dynamic linker's work at a first call is not counted
     }
 };
 

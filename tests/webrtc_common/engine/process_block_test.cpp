@@ -1,4 +1,4 @@
-// One capture block through the engine, or past it; a function of this file stands in for the engine.
+// One capture block with the engine or bypassed; a function of this file replaces the engine.
 #include "webrtc_common/se_wrapper/engine/process_block.h"
 
 #include <gtest/gtest.h>
@@ -14,7 +14,7 @@
 namespace quill::media::se_wrapper {
 namespace {
 
-// What the engine was given, and what it answers.
+// The engine's input, and its output.
 struct Engine {
     int calls = 0;
     int16_t rows[7][160] = {};
@@ -72,7 +72,7 @@ TEST_F(ProcessBlock, OfTenChannelsIgnoresChannelsEightAndNine) {
     expectMicrophonesOfTheBlock();
 }
 
-TEST_F(ProcessBlock, HandsOverOneRowThenTheSixBehindIt) {
+TEST_F(ProcessBlock, PassesOneRowThenTheSixAfterIt) {
     processBlock(8, block(8).data(), 160, output_, true);
     EXPECT_TRUE(engine.rows_are_contiguous);
 }
@@ -151,7 +151,7 @@ TEST_F(ProcessBlockDeathTest, RefusesNoChannels) {
                         "Check failed: skipChannels > -1 (-8 vs. -1) ");
 }
 
-// The number of channels behind the eight is a signed 32-bit one.
+// The number of channels after the eighth is a signed 32-bit number.
 TEST_F(ProcessBlockDeathTest, RefusesMoreChannelsThanASignedNumberHolds) {
     EXPECT_FATAL_RECORD(processBlock(0x80000008u, nullptr, 160, output_, true), "check",
                         (RecordSite{"webrtc_common/se_wrapper", 646}),

@@ -1,4 +1,4 @@
-// The engine's own routines, kept aside before others replace them.
+// The engine's own routines, saved before others replace them.
 #include "webrtc_common/se_wrapper/engine/saved_routines.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// The order in which the engine is brought up.
+// The order of the start-up.
 #include <gtest/gtest.h>
 
 #include "tests/support/log_capture.h"

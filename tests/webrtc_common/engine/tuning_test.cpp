@@ -70,7 +70,7 @@ TEST(OtherDevices, SearchTheirLocationWithAnyVersion) {
     EXPECT_TRUE(Locations(false, "harbor_003.1").untouched());
 }
 
-TEST(DeviceModel, WithoutTheLocationDiagsStartsAllTheSameAndSaysWhatIsMissing) {
+TEST(DeviceModel, WithoutTheLocationDiagsStartsAndReportsWhatIsMissing) {
     const StartableEngine started;
     started.engine->set_version("harbor_003.1");
     quill::p_config_is_harbor.node()->set<bool>(true);
@@ -82,7 +82,7 @@ TEST(DeviceModel, WithoutTheLocationDiagsStartsAllTheSameAndSaysWhatIsMissing) {
     EXPECT_EQ(expected, log.texts(2));
 }
 
-// The calls that versionSpecificSettings makes of an engine of this version.
+// The engine calls of versionSpecificSettings with an engine of this version.
 std::vector<std::string> settingCalls(const char* version) {
     StartableEngine started;
     const int fullband = started.add("senr_nf_fullband_weight_factor_q10", kInt16);

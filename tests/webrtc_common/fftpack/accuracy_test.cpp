@@ -8,7 +8,7 @@
 namespace quill::test {
 namespace {
 
-// Noise has everything in it; a constant and the last of all impulses show each twiddle factor alone.
+// Noise contains all frequencies; a constant and the last of all impulses show each twiddle factor by itself.
 std::vector<Floats> inputs(int n) {
     Floats constant(static_cast<size_t>(n), 1.0f);
     Floats impulse(static_cast<size_t>(n));
@@ -49,7 +49,7 @@ TEST(RealFftAccuracy, BackwardIsTheDirectTransformAtLargeAndPrimeLengths) {
     }
 }
 
-// The bound of the general pass is wide; lengths without large factors must not hide behind it.
+// The bound of the general pass is wide; lengths without large factors have a tighter one.
 TEST(RealFftAccuracy, LengthsWithoutAGeneralFactorLoseAFewUnitsInTheLastPlace) {
     for (const int n : {64, 128, 256, 512, 1024}) {
         RealFft fft(n);

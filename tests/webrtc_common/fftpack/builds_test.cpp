@@ -1,4 +1,4 @@
-// Each build of the real FFT beside an independent scalar implementation: the same bits, whatever it is given.
+// Each build of the real FFT against an independent scalar implementation: the same bits for every input.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -54,7 +54,7 @@ float anyExtreme(std::mt19937& random) {
     const float values[] = {Limits::max(), -Limits::max(), 1.0f, -0.0f, 1e30f};
     return values[random() % 5];
 }
-// Few enough for some results to stay finite.
+// Few enough that some results stay finite.
 float rarelyInfinite(std::mt19937& random) {
     return random() % 97 == 0 ? Limits::infinity() : static_cast<float>(random() % 8) - 4.0f;
 }

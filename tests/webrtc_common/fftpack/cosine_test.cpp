@@ -8,7 +8,7 @@
 namespace quill::test {
 namespace {
 
-// Two rotations by the table of cosines count like another two factors of 4.
+// Two rotations by the table of cosines count as two more factors of 4.
 double bound(const CosineTransform& transform, const Floats& x) {
     return 2 * kEpsilon * std::sqrt(transform.n) * norm(x) * (8 + errorFactor(transform.ifac));
 }

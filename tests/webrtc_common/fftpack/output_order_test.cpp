@@ -1,4 +1,4 @@
-// Where each bin stands, told by signals of one bin.
+// The position of each bin, shown by signals of one bin.
 #include <gtest/gtest.h>
 
 #include <cmath>

@@ -1,5 +1,5 @@
-// Transforms between 16-bit values, with scales that no hook uses: what leaves must be the same wherever it stands,
-// in vectors and by itself, at the limits of 16 and 32 bits and beyond.
+// Transforms between 16-bit values, with scales that no hook uses. A result must not depend on its position,
+// in a vector or by itself, at the limits of 16 and 32 bits and beyond.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -18,10 +18,11 @@ namespace {
 
 using test::Samples;
 
-// Of one pass and of several, of vectors and of single values, and of a factor that only floats pass through.
+// Lengths with one pass and with several, with vectors and single values, and with a factor of the general
+// pass.
 constexpr int kLengths[] = {1, 2, 4, 5, 7, 8, 9, 10, 14, 16, 32, 60, 64, 128, 256, 320};
 
-// Both sides of each limit: 16 bits, 32 bits, the fractions of a float, and what is no number.
+// Both sides of each limit: 16 bits, 32 bits, the fractions of a float, and NaN.
 std::vector<float> values() {
     std::vector<float> all;
     for (const float limit : {0.0f, 1.0f, 32767.0f, 32768.0f, 65535.0f, 65536.0f, 8388608.0f, 33554432.0f,

@@ -1,4 +1,5 @@
-// Which build of the real FFT the entry points run. Each test starts as the library was loaded.
+// Which build of the real FFT the entry points run. Each test starts with the selection as it is after
+// loading.
 #include <gtest/gtest.h>
 
 #include "webrtc_common/fftpack/fftpack.h"
@@ -14,7 +15,7 @@ CPUInfo processor(bool avx, bool avx2 = false) {
     return cpu;
 }
 
-// Taken while this program's own static objects are made, before main.
+// Read while this program's own static objects are initialised, before main.
 const RealFftVariant* const initial = g_real_fft;
 
 class RealFftSelection : public ::testing::Test {
@@ -41,7 +42,7 @@ TEST_F(RealFftSelection, KeepsTheBuildForSse41WhenTheProcessorHasNoAvx) {
     EXPECT_STREQ(g_real_fft->name, "sse41");
 }
 
-TEST_F(RealFftSelection, IsNeverTakenBack) {
+TEST_F(RealFftSelection, IsNeverReversed) {
     selectRealFft(processor(true));
     selectRealFft(processor(false));
     EXPECT_STREQ(g_real_fft->name, "avx");

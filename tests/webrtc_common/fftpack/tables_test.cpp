@@ -1,4 +1,4 @@
-// What set-up puts into the caller's arrays, and what it leaves alone.
+// What set-up writes into the caller's arrays, and what it leaves unchanged.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -41,7 +41,7 @@ TEST(Factors, PutASingleTwoInFront) {
     EXPECT_EQ(factors(2), (std::vector<int>{2, 1, 2}));
 }
 
-TEST(Factors, TakeOddNumbersThatAreNoPrimesInPassing) {
+TEST(Factors, SkipOddNumbersThatAreNotPrime) {
     EXPECT_EQ(factors(9 * 49), (std::vector<int>{441, 4, 3, 3, 7, 7}));
 }
 
@@ -55,8 +55,8 @@ TEST(Factors, OfOneAreNotWritten) {
     EXPECT_EQ(std::count(wsave, wsave + 17, kPoison), 17);
 }
 
-// 60 = 4 * 3 * 5: three rows of width 15, then two of width 5; behind the last factor no pair is left.
-TEST(Twiddles, StandInRowsOfPairsForEachFactorButTheLast) {
+// 60 = 4 * 3 * 5: three rows of width 15, then two of width 5; the last factor has no pair.
+TEST(Twiddles, AreInRowsOfPairsForEachFactorButTheLast) {
     Floats wsave(2 * 60 + 15, kPoison);
     int ifac[20];
     __ogg_fdrffti(60, wsave.data(), ifac);
@@ -74,10 +74,10 @@ TEST(Twiddles, StandInRowsOfPairsForEachFactorButTheLast) {
             }
         }
     }
-    EXPECT_EQ(wsave, expected);  // the scratch in front and everything else as it was
+    EXPECT_EQ(wsave, expected);  // the scratch in front and the rest unchanged
 }
 
-TEST(Twiddles, OfACosineTransformStandBehindTheCosinesAndTheScratch) {
+TEST(Twiddles, OfACosineTransformFollowTheCosinesAndTheScratch) {
     const CosineTransform cosine(60);
     const RealFft fft(60);
     EXPECT_TRUE(std::equal(fft.wsave.begin() + 60, fft.wsave.begin() + 120, cosine.wsave.begin() + 120));
@@ -97,7 +97,7 @@ TEST(Cosines, OfLengthOneAreOneValue) {
     EXPECT_NEAR(transform.wsave[0], 0.0f, 1e-7f);
 }
 
-// Set-up keeps nothing between calls, so a thread sanitizer finds nothing here.
+// Set-up keeps nothing between calls; a thread sanitizer confirms it here.
 TEST(Cosines, MayBeSetUpByTwoThreadsAtOnce) {
     Floats other;
     std::thread thread([&other] { other = CosineTransform(599).wsave; });

@@ -80,7 +80,7 @@ constexpr EngineRow kExpected[] = {
 
 class EngineTableRow : public testing::TestWithParam<std::size_t> {};
 
-TEST_P(EngineTableRow, StandsInItsPlaceWithItsNamesAndItsKind) {
+TEST_P(EngineTableRow, HasItsPlaceItsNamesAndItsKind) {
     const EngineRow& expected = kExpected[GetParam()];
     const EngineRow& row = kEngineRows[GetParam()];
     EXPECT_STREQ(expected.variable, row.variable);

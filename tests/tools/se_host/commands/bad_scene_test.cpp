@@ -1,4 +1,4 @@
-// `se_host scene` with what cannot be: refused in one line that names the option, and nothing is written.
+// `se_host scene` with invalid options: refused in one line that names the option, and nothing is written.
 #include "tests/tools/se_host/host_test.h"
 
 namespace se_host_test {

@@ -1,4 +1,4 @@
-// Command lines that ask for what cannot be.
+// Invalid command lines.
 #include "tests/tools/se_host/host_test.h"
 
 namespace se_host_test {

@@ -38,12 +38,12 @@ TEST_F(CheckEngine, ShowsEveryEntryPointInTheOrderOfLookingUp) {
     EXPECT_EQ(rows[58]["name"], "SEDiagGetName");
 }
 
-TEST_F(CheckEngine, TellsUnderWhichNameAnEntryPointIsThere) {
+TEST_F(CheckEngine, ShowsUnderWhichNameAnEntryPointIsExported) {
     EXPECT_EQ(answer("test_engines/full")["entry_points"][23]["found_as"], "SEDiagGetInt40");
     EXPECT_EQ(answer("test_engines/with_SEDiagGetInt64")["entry_points"][23]["found_as"], "SEDiagGetInt64");
 }
 
-TEST_F(CheckEngine, TellsWhichCapabilitiesFollow) {
+TEST_F(CheckEngine, ShowsTheResultingCapabilities) {
     const auto all = answer("test_engines/full")["capabilities"];
     EXPECT_TRUE(all["beam_forming"]);
     EXPECT_TRUE(all["noise_tests"]);

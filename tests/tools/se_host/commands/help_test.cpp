@@ -1,4 +1,4 @@
-// The help texts teach every command and option.
+// The help texts describe every command and option.
 #include <sstream>
 
 #include "tests/tools/se_host/host_test.h"

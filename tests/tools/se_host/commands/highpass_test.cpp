@@ -1,4 +1,4 @@
-// `se_host highpass`: what it does to a sound, and what it refuses.
+// `se_host highpass`: its output, and what it refuses.
 #include <algorithm>
 
 #include "tests/tools/se_host/host_test.h"
@@ -21,20 +21,20 @@ class Highpass : public HostTest {
     }
 };
 
-TEST_F(Highpass, LeavesOfAConstantTheLeakOfItsTaps) {
+TEST_F(Highpass, ReducesAConstantToTheDcLeakOfItsTaps) {
     const Sound out = filtered(Sound{16000, 1, std::vector<int16_t>(1000, 1000)});
     ASSERT_EQ(out.frames(), 1000u);
     for (size_t i = 27; i < 973; ++i) EXPECT_EQ(out.samples[i], -8) << i;
 }
 
-TEST_F(Highpass, AtGainZeroGivesTheSoundAsItIsFromItsFirstSampleToItsLast) {
+TEST_F(Highpass, AtGainZeroGivesEverySampleUnchanged) {
     for (const size_t frames : {1u, 27u, 28u, 132u, 133u, 160u, 1000u}) {
         const Sound in = patternedSound(frames, 1);
         EXPECT_EQ(filtered(in, {"--gain", "0"}).samples, in.samples) << frames;
     }
 }
 
-TEST_F(Highpass, KeepsAClickInItsPlace) {
+TEST_F(Highpass, KeepsAClickAtItsTime) {
     for (const size_t place : {0u, 500u, 999u}) {
         Sound in{16000, 1, std::vector<int16_t>(1000)};
         in.samples[place] = 30000;
@@ -48,7 +48,7 @@ TEST_F(Highpass, AtGainOneHalfLeavesHalfOfAConstant) {
     for (size_t i = 27; i < 973; ++i) EXPECT_EQ(out.samples[i], 496) << i;
 }
 
-TEST_F(Highpass, KeepsTheChannelsApart) {
+TEST_F(Highpass, FiltersEachChannelByItself) {
     const Sound in = patternedSound(777, 3);
     const Sound all = filtered(in);
     EXPECT_EQ(all.channels, 3);
@@ -66,7 +66,7 @@ TEST_F(Highpass, WorksAtSixteenKilohertzForEveryFile) {
     EXPECT_EQ(out.samples[800], -8);
 }
 
-TEST_F(Highpass, TellsWhatItDid) {
+TEST_F(Highpass, ReportsWhatItDid) {
     writeSound(path("in.wav"), Sound{16000, 1, std::vector<int16_t>(1600, 3277)});
     const HostRun result = highpass();
     expectDone(result);

@@ -15,7 +15,7 @@ class Info : public HostTest {
         return nlohmann::json::parse(result.out);
     }
 
-    // Of an engine that has all of the optional entry points, or none.
+    // For an engine with all optional entry points, or with none.
     void expectAllOptional(const std::string& build, bool present) {
         const nlohmann::json engine = json({"--engine", build})["engine"];
         EXPECT_EQ(engine["optional_entry_points"].size(), 14u);

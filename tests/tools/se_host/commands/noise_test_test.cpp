@@ -10,7 +10,7 @@
 namespace se_host_test {
 namespace {
 
-constexpr size_t kEnough = 160 * 203;  // what the reference engine's test takes
+constexpr size_t kEnough = 160 * 203;  // the length of the reference engine's test
 
 class NoiseTestCommand : public HostTest {
   protected:
@@ -68,7 +68,7 @@ TEST_F(NoiseTestCommand, HasNoTalkerUnlessAskedFor) {
     EXPECT_GT(rowsOf(talking)[2][0], -60);
 }
 
-TEST_F(NoiseTestCommand, TellsTheMicrophonesOfARecordingApart) {
+TEST_F(NoiseTestCommand, DistinguishesTheMicrophonesOfARecording) {
     Sound recording = patternedSound(kEnough);
     for (size_t i = 3; i < recording.samples.size(); i += 8) {
         recording.samples[i] = static_cast<int16_t>(recording.samples[i] / 10);  // channel 3: microphone 0
@@ -99,7 +99,7 @@ TEST_F(NoiseTestCommand, WritesOneMicrophoneAfterTheOther) {
     EXPECT_EQ(files(), (std::vector<std::string>{"in.wav", "out.txt"}));
 }
 
-TEST_F(NoiseTestCommand, EndsAsSoonAsTheEngineHasHeardEnough) {
+TEST_F(NoiseTestCommand, EndsWhenTheTestIsComplete) {
     const HostRun result = testOf(patternedSound(3 * kEnough), {"--json"});
     expectDone(result);
     const nlohmann::json report = nlohmann::json::parse(result.out);

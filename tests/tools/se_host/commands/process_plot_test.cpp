@@ -1,4 +1,4 @@
-// The picture of a run.
+// `se_host process --plot`.
 #include <fstream>
 #include <iterator>
 

@@ -66,7 +66,7 @@ TEST_F(SceneCommand, TheDiffuseNoiseHasTheColourAskedFor) {
     EXPECT_EQ(written("out.wav").samples, first.samples);
 }
 
-TEST_F(SceneCommand, EveryOptionOfTheTalkerAndTheRoomIsHeard) {
+TEST_F(SceneCommand, EveryOptionOfTheTalkerAndTheRoomHasAnEffect) {
     expectDone(scene());
     const Sound plain = written("out.wav");
     const std::vector<std::vector<std::string>> changes = {
@@ -93,7 +93,7 @@ TEST_F(SceneCommand, TheLoopbackIsTheFarEnd) {
     EXPECT_EQ(channelOf(written("out.wav"), 0), far_end.samples);
 }
 
-TEST_F(SceneCommand, EveryOptionOfTheLoudspeakerIsHeard) {
+TEST_F(SceneCommand, EveryOptionOfTheLoudspeakerHasAnEffect) {
     expectDone(scene({"--echo", "-30"}));
     const Sound plain = written("out.wav");
     const std::vector<std::vector<std::string>> changes = {{"--far-end-level", "-20"},
@@ -150,7 +150,7 @@ TEST_F(SceneCommand, TheFarEndComesFromAFile) {
     EXPECT_EQ(loopback, std::vector<int16_t>(16000, loopback[0]));
 }
 
-TEST_F(SceneCommand, TellsWhatItWrote) {
+TEST_F(SceneCommand, ReportsWhatItWrote) {
     const HostRun result = scene({"--azimuth", "75"});
     expectDone(result);
     EXPECT_EQ(result.out, "wrote " + path("out.wav") +
@@ -160,7 +160,7 @@ TEST_F(SceneCommand, TellsWhatItWrote) {
                               "  echo      none\n");
 }
 
-TEST_F(SceneCommand, QuietTellsNothing) {
+TEST_F(SceneCommand, QuietPrintsNothing) {
     const HostRun result = scene({"--quiet"});
     expectDone(result);
     EXPECT_EQ(result.out, "");

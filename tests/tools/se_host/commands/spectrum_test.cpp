@@ -52,7 +52,7 @@ TEST_F(SpectrumCommand, HalfTheAmplitudeIsSixDecibelsLess) {
     EXPECT_NEAR(json()["dbfs"][64], -6.02, 0.01);
 }
 
-TEST_F(SpectrumCommand, AConstantStandsAtZeroHertz) {
+TEST_F(SpectrumCommand, AConstantIsAtZeroHertz) {
     writeSound(path("in.wav"), Sound{16000, 1, std::vector<int16_t>(16000, -16384)});
     const nlohmann::json levels = json()["dbfs"];
     EXPECT_NEAR(levels[0], -6.02, 0.01);

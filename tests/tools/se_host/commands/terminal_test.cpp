@@ -1,4 +1,4 @@
-// The progress bar: on a terminal only, and not when it is unwanted.
+// The progress bar: on a terminal only, and not with --quiet.
 #include "tests/tools/se_host/host_test.h"
 
 namespace se_host_test {

@@ -1,4 +1,4 @@
-// Where two tunings differ, by `se_host diags diff`.
+// `se_host diags diff`: the differences between two tunings.
 #include "tests/tools/se_host/diags/diags_test.h"
 
 namespace se_host_test {

@@ -1,4 +1,4 @@
-// A whole tuning as JSON, by `se_host diags dump`.
+// `se_host diags dump`: a whole tuning as JSON.
 #include "tests/tools/se_host/diags/diags_test.h"
 
 namespace se_host_test {

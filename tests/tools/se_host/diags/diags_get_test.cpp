@@ -1,4 +1,4 @@
-// Single values, by `se_host diags get`.
+// `se_host diags get`: single values.
 #include "tests/tools/se_host/diags/diags_test.h"
 
 namespace se_host_test {
@@ -24,7 +24,7 @@ TEST_F(DiagsGet, TakesPathsToo) {
     EXPECT_EQ(printed({"get", "diags/basic/sesys_blocks"}), "diags/basic/sesys_blocks: 0\n");
 }
 
-TEST_F(DiagsGet, TellsTheValuesAfterARecording) {
+TEST_F(DiagsGet, PrintsTheValuesAfterARecording) {
     makeRecording(12);
     EXPECT_EQ(printed({"get", "sesys_blocks", "sesys_sample_clock", "--recording", path("in.wav")}),
               "sesys_blocks: 12\nsesys_sample_clock: 1920\n");
@@ -39,7 +39,7 @@ TEST_F(DiagsGet, ProcessesTheFarEndOfTheRecording) {
         "sercv_far_end_energy: 0\n");
 }
 
-TEST_F(DiagsGet, TellsWhatHasNoValue) {
+TEST_F(DiagsGet, ReportsWhatHasNoValue) {
     EXPECT_EQ(printed({"get", "not_a_number", "large", "noise_reduction_bypass", "--engine", kOddEngine}),
               "not_a_number: none\nlarge: 5000000000\nnoise_reduction_bypass: none\n");
 }

@@ -1,4 +1,4 @@
-// An engine's diagnostics, as `se_host diags list` shows them.
+// `se_host diags list`: an engine's diagnostics.
 #include <algorithm>
 
 #include "tests/tools/se_host/diags/diags_test.h"

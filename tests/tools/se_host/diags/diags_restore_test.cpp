@@ -1,4 +1,4 @@
-// A tuning tried on an engine, by `se_host diags restore`.
+// `se_host diags restore`: a tuning tried on an engine.
 #include "tests/tools/se_host/diags/diags_test.h"
 
 namespace se_host_test {
@@ -13,7 +13,7 @@ class DiagsRestore : public DiagsTest {
         return diags(more);
     }
 
-    // It goes on, prints these lines and the counts, and warns of this.
+    // The command succeeds, prints these lines and the counts, and warns of this.
     void expectRestored(const HostRun& result, const std::string& out, const std::string& warnings) const {
         EXPECT_EQ(result.exit_code, 0);
         EXPECT_EQ(result.out, out);
@@ -32,7 +32,7 @@ TEST_F(DiagsRestore, OfWhatTheEngineHoldsChangesNothing) {
     expectRestored(restore(), kNothing, "");
 }
 
-// Not even where no edit could bring the value there.
+// Not even for values that no edit could set.
 TEST_F(DiagsRestore, OfOddValuesChangesNothing) {
     dump("a.json", {"--engine", kOddEngine});
     EXPECT_EQ(restore({"--engine", kOddEngine}).out,
@@ -57,7 +57,7 @@ TEST_F(DiagsRestore, KeepsWhatCannotBeWrittenForTheRecord) {
     expectRestored(restore(), kNothing, "");
 }
 
-// What the file says about access is for the record as well.
+// The file's "writable" is for the record only, too.
 TEST_F(DiagsRestore, ShowsChangesOfWhatTheFileCallsReadOnly) {
     writeText("a.json", R"({"engine": {"build": "b", "version": "beam_1.14|reference"}, "diagnostics":
                             {"seout_gain_q10": {"writable": false, "value": 900}}})");

@@ -1,4 +1,4 @@
-// Edits of diagnostics, by `se_host diags set`.
+// `se_host diags set`: edits of diagnostics.
 #include "tests/tools/se_host/diags/diags_test.h"
 
 namespace se_host_test {
@@ -73,7 +73,7 @@ TEST_F(DiagsSet, ARefusalLeavesTheTuningThatWasToBeUpdated) {
     EXPECT_EQ(readText("a.json"), before);
 }
 
-TEST_F(DiagsSet, TellsWhereTheEngineMadeSomethingElseOfIt) {
+TEST_F(DiagsSet, ReportsWhereTheEngineHoldsAnotherValue) {
     const HostRun result = diags({"set", "seout_gain_q10=-1", "mmfx_look_mode=7", "sent_blocks=300"});
     EXPECT_EQ(result.exit_code, 0);
     EXPECT_EQ(result.out,
@@ -105,7 +105,7 @@ void PrintTo(const Refused& refused, std::ostream* out) {
 
 class DiagsSetRefuses : public DiagsTest, public ::testing::WithParamInterface<Refused> {};
 
-// All or none: the edit in front of it is not saved either.
+// All or none: the edit before it is not saved either.
 TEST_P(DiagsSetRefuses, WithAReasonAndWritesNothing) {
     expectRefused(diags({"set", "seout_gain_q10=900", GetParam().assignment, "--save", path("a.json")}),
                   kWrongUsage, GetParam().why);

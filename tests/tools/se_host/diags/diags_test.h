@@ -9,7 +9,7 @@
 
 namespace se_host_test {
 
-// An engine whose catalogue holds what no ordinary one does.
+// An engine with unusual values in its catalogue.
 inline const std::string kOddEngine = "test_engines/host_probe";
 
 class DiagsTest : public HostTest {
@@ -18,20 +18,20 @@ class DiagsTest : public HostTest {
 
     // `se_host diags` with these words.
     HostRun diags(Words words) const;
-    // The same, which must do what it is asked for; what it printed.
+    // The same, and it must succeed. result: its output.
     std::string printed(const Words& words) const;
     nlohmann::ordered_json printedJson(const Words& words) const;
 
     // "in.wav": sound of this many blocks.
     void makeRecording(size_t blocks) const;
 
-    // Writes what an engine holds from the start to `name`.
+    // Writes the engine's initial values to `name`.
     void dump(const std::string& name, const Words& more = {}) const;
 
     nlohmann::ordered_json readJson(const std::string& name) const;
     void writeJson(const std::string& name, const nlohmann::ordered_json& json) const;
 
-    // A dump with other values, by diagnostic; those that are not there are made.
+    // A dump with other values, by diagnostic; missing ones are added.
     void writeTuning(const std::string& name, const nlohmann::ordered_json& values) const;
 
     std::string readText(const std::string& name) const;

@@ -1,4 +1,4 @@
-// What changes along a recording, by `se_host diags watch`.
+// `se_host diags watch`: changes along a recording.
 #include "tests/tools/se_host/diags/diags_test.h"
 
 namespace se_host_test {

@@ -1,4 +1,4 @@
-// Diagnostics along a run, as a table.
+// `se_host process --trace-diags`: a table of diagnostics along a run.
 #include "tests/tools/se_host/diags/diags_test.h"
 
 namespace se_host_test {

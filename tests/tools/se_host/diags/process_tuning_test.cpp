@@ -1,4 +1,4 @@
-// A run with a tuning.
+// `se_host process --tuning`.
 #include "tests/tools/se_host/diags/diags_test.h"
 
 namespace se_host_test {

@@ -1,4 +1,4 @@
-// Engines that cannot be used: the user reads the wrapper's own reason.
+// Engines that cannot be used: the user gets the wrapper's own reason.
 #include <sys/stat.h>
 
 #include <filesystem>

@@ -1,4 +1,4 @@
-// Where the cycles of a block go: the shares are shown for either run, and they add up.
+// How the cycles of a block are divided: the parts are shown for each run, and they add up.
 #include <nlohmann/json.hpp>
 
 #include "tests/tools/se_host/host_test.h"
@@ -38,7 +38,7 @@ TEST_P(Cycles, AddUpToTheBlocks) {
     expectSharesOf(json({"--cycles"})["cycles"], 10);
 }
 
-// Seven signals are interpolated, and a spectrum goes there and back again in each block.
+// In each block seven signals are interpolated, and one spectrum is transformed forward and back.
 TEST_P(Cycles, CountTheCallsOfEachHook) {
     const Json hooks = json({"--cycles"})["cycles"]["hooks"];
     ASSERT_EQ(hooks.size(), 6u);
@@ -69,7 +69,7 @@ TEST_P(Cycles, DoNotChangeTheOutput) {
     EXPECT_EQ(readSound(path("out.wav")).samples, untimed);
 }
 
-TEST_P(Cycles, StandInATable) {
+TEST_P(Cycles, AreShownInATable) {
     const HostRun result = processWith({"--cycles", "--compare-routines"});
     expectDone(result);
     for (const char* text :

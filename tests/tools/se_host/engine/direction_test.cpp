@@ -1,4 +1,4 @@
-// From a simulated room to the talker's direction, by the commands that a user would type.
+// From a simulated room to the talker's direction, with the commands of a user.
 #include <nlohmann/json.hpp>
 
 #include "tests/tools/se_host/host_test.h"

@@ -1,4 +1,4 @@
-// What the engine answers is what the summary shows.
+// The summary shows what the engine answers.
 #include <nlohmann/json.hpp>
 
 #include "tests/tools/se_host/host_test.h"
@@ -6,12 +6,12 @@
 namespace se_host_test {
 namespace {
 
-class WhatTheEngineSays : public HostTest {
+class EngineAnswers : public HostTest {
   protected:
-    WhatTheEngineSays() { writeSound(path("in.wav"), patternedSound(1000)); }
+    EngineAnswers() { writeSound(path("in.wav"), patternedSound(1000)); }
 };
 
-TEST_F(WhatTheEngineSays, DirectionsAreThoseOfTheEngineBlockByBlock) {
+TEST_F(EngineAnswers, DirectionsAreThoseOfTheEngineBlockByBlock) {
     const HostRun result = process({"--engine", "test_engines/host_probe", "--json"});
     const nlohmann::json summary = nlohmann::json::parse(result.out);
     ASSERT_EQ(summary["directions"].size(), 7u);
@@ -20,7 +20,7 @@ TEST_F(WhatTheEngineSays, DirectionsAreThoseOfTheEngineBlockByBlock) {
     EXPECT_EQ(summary["talker"]["azimuth_degrees"], 210);
 }
 
-TEST_F(WhatTheEngineSays, ACapabilityThatTheEngineLacksIsNotClaimed) {
+TEST_F(EngineAnswers, ACapabilityThatTheEngineLacksIsNotClaimed) {
     const HostRun result = process({"--engine", "test_engines/host_probe", "--json"});
     const nlohmann::json engine = nlohmann::json::parse(result.out)["engine"];
     EXPECT_EQ(engine["capabilities"], (nlohmann::json{{"beam_forming", false}, {"noise_tests", false}}));

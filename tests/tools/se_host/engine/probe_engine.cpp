@@ -1,6 +1,6 @@
-// An engine that shows what the host does with it: its output is the far-end block that it was given for the
-// same 10 ms, times the receive gain that was set, plus the echo safety factor. Its catalogue holds what no
-// ordinary engine does: values that are not finite, and one beyond 32 bits. It knows nothing of the wrapper.
+// An engine whose output shows what the host passes to it: the far-end block of the same 10 ms, times the
+// receive gain, plus the echo safety factor. Its catalogue has unusual values: some are not finite, and one
+// is beyond 32 bits. It does not depend on the wrapper.
 #include <signal.h>
 
 #include <algorithm>
@@ -57,8 +57,8 @@ EXPORT void RcvIfProcessReceivePath(const int16_t* in, int16_t* out) {
     g_far_end_is_fresh = true;
 }
 
-// Constant 1: no far-end block came for this one; constant 2: the engine was not started. A recording asks for
-// an interruption by a certain first sample of the centre microphone.
+// Constant 1: there was no far-end block for this one; constant 2: the engine was not started. A certain
+// first sample of the centre microphone causes an interruption.
 EXPORT void MMIfProcessMicrophones(int16_t* centre, int16_t*, int16_t* out) {
     if (centre[0] == kInterruptSample) raise(centre[1]);
     for (int i = 0; i < kBlock; ++i) {
@@ -141,7 +141,7 @@ EXPORT void MMIfSetAecBypass(uint16_t bypass) {
     g_aec_bypass = bypass;
 }
 
-// What the wrapper must find, and neither it nor the host calls at present.
+// Entry points that the wrapper must find, and that neither it nor the host calls at present.
 #define UNUSED_FUNCTION(name) \
     EXPORT void name() {}
 #define UNUSED_VALUE(type)           \

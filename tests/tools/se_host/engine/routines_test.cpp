@@ -1,5 +1,5 @@
-// Whose routines stand in the engine's hooks makes no difference that could be heard, and none at all but
-// for the Fourier transform.
+// The routines in the engine's hooks do not change the output audibly. Only another Fourier transform changes
+// it at all.
 #include <nlohmann/json.hpp>
 
 #include "tests/tools/se_host/host_test.h"
@@ -30,7 +30,8 @@ TEST_P(Routines, TheExactOnesDoNotChangeABit) {
     EXPECT_EQ(outputWith("--engine-dft"), outputWith("--engine-routines"));
 }
 
-// Last places of spectra are cut off, not rounded: few steps of 16 bits, 60 dB below the output.
+// Spectra are truncated, not rounded, so the outputs differ by a few steps of 16 bits, 60 dB below the
+// output.
 TEST_P(Routines, AnotherFourierTransformChangesTheOutputByLittle) {
     const HostRun result = processEcho({"--compare-routines", "--json"});
     expectDone(result);

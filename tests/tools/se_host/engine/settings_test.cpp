@@ -30,7 +30,7 @@ TEST_F(Settings, ANamedBuildRuns) {
     EXPECT_EQ(build({"--engine", "se_lib_harborv006"}), "se_lib_harborv006");
 }
 
-TEST_F(Settings, ANamedBuildGoesBeforeTheDeviceModel) {
+TEST_F(Settings, ANamedBuildHasPriorityOverTheDeviceModel) {
     EXPECT_EQ(build({"--device-model", "--engine", "se_lib_beamv1.14"}), "se_lib_beamv1.14");
 }
 
@@ -46,7 +46,7 @@ TEST_F(Settings, TheEnginesOwnRoutinesRunToo) {
     EXPECT_EQ(build({"--engine-routines"}), "se_lib_beamv1.14");
 }
 
-// The probe engine gives back the far end times the gain, plus the factor.
+// The probe engine returns the far end times the gain, plus the factor.
 TEST_F(Settings, GainAndEchoSafetyFactorReachTheEngine) {
     writeSound(path("far.wav"), Sound{16000, 1, std::vector<int16_t>(320, 8000)});
     expectDone(process({"--engine", "test_engines/host_probe", "--far-end", path("far.wav"), "--gain", "512",

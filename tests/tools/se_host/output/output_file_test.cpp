@@ -1,4 +1,4 @@
-// The output file appears complete or not at all.
+// The output file is complete or absent.
 #include <sys/stat.h>
 
 #include <filesystem>

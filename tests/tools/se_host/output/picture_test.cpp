@@ -1,4 +1,4 @@
-// The pictures of --plot: they are what their names say, and appear complete or not at all.
+// The pictures of --plot: their format follows from the name, and they are complete or absent.
 #include <sys/stat.h>
 
 #include <cstdlib>
@@ -38,7 +38,7 @@ class PictureTest : public HostTest {
     }
 };
 
-// Width and height stand behind the name of a PNG's first chunk.
+// Width and height follow the name of a PNG's first chunk.
 void expectPng(const std::string& content, unsigned width, unsigned height) {
     ASSERT_GT(content.size(), 24u);
     EXPECT_EQ(content.substr(0, 8), "\x89PNG\r\n\x1a\n");
@@ -92,7 +92,7 @@ TEST_F(PictureTest, OfSilenceIsDrawnToo) {
     expectPng(content("out.png"), 1000, 600);
 }
 
-// None of these may reach gnuplot as more than a text, or a shell at all.
+// gnuplot must take each of these as a text. None may reach a shell.
 TEST_F(PictureTest, TakesAnyFileNameAsItIs) {
     const std::string name = "it's \"a\" $(touch x) `touch x` \\n {b} a_b^c; & <d> #\xc3\xa4.wav";
     std::filesystem::rename(path("in.wav"), path(name));
@@ -109,7 +109,7 @@ TEST_F(PictureTest, OfANameThatIsNoUtf8CanBeOpened) {
     EXPECT_EQ(content("out.svg").find('\xff'), std::string::npos);
 }
 
-TEST_F(PictureTest, KeepsOutOfTheUsersOwnStartUpFile) {
+TEST_F(PictureTest, IgnoresTheUsersStartUpFile) {
     writeText(".gnuplot", "exit error 'mine'\n");
     setenv("HOME", path("").c_str(), 1);
     expectDone(spectrum("out.png"));
@@ -157,14 +157,14 @@ TEST_F(PictureTest, OfAGnuplotThatDiesIsNotLeftBehind) {
     expectRefused(spectrum("out.png"), kFailure, "gnuplot gave up without a word\n");
 }
 
-TEST_F(PictureTest, TakesTheOtherOutputsAlongWhenItFails) {
+TEST_F(PictureTest, RemovesTheOtherOutputsWhenItFails) {
     pretendGnuplot("exit 1");
     expectRefused(run({"highpass", path("in.wav"), path("out.wav"), "--plot", path("out.png")}), kFailure,
                   "cannot draw");
     expectRefused(run({"noise-test", path("out.txt"), "--plot", path("out.png")}), kFailure, "cannot draw");
 }
 
-TEST_F(PictureTest, ThatWasThereStaysWhenItFails) {
+TEST_F(PictureTest, ThatExistedStaysWhenItFails) {
     writeText("out.png", "older");
     pretendGnuplot("exit 1");
     EXPECT_EQ(spectrum("out.png").exit_code, kFailure);

@@ -1,4 +1,4 @@
-// Far ends that do not fit the recording.
+// Far ends that do not match the recording.
 #include "tests/tools/se_host/host_test.h"
 
 namespace se_host_test {

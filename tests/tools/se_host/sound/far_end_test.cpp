@@ -1,5 +1,5 @@
-// What the loudspeaker played reaches the engine, block for block and before the microphones. The probe
-// engine gives back the far-end block as its output.
+// The far end reaches the engine block by block, each before the microphones of the same time. The probe
+// engine returns the far-end block as its output.
 #include "tests/tools/se_host/host_test.h"
 
 namespace se_host_test {

@@ -1,5 +1,5 @@
-// Sample formats of the recording. With the engine bypassed the output is channel 7, so that it shows what
-// became of each sample.
+// Sample formats of the recording. With the engine bypassed the output is channel 7, so it shows how each
+// sample was converted.
 #include <sndfile.h>
 
 #include <cmath>
@@ -12,13 +12,13 @@ namespace {
 
 class Formats : public HostTest {
   protected:
-    // Channel 7 of what the host read.
+    // Channel 7 of the recording as the host read it.
     std::vector<int16_t> bypassed() {
         expectDone(process({"--bypass"}));
         return readSound(path("out.wav")).samples;
     }
 
-    // Writes a constant full-scale value to all channels; what arrives of it.
+    // Writes a constant value to all channels. result: the output.
     int16_t arrives(double value, int format) {
         writeSound(path("in.wav"), std::vector<double>(8 * 160, value), 8, format);
         return bypassed().at(0);

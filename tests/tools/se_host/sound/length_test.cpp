@@ -1,4 +1,4 @@
-// Lengths, rates and channel counts: what goes in in time comes out in time.
+// Lengths, rates and channel counts: the output has the duration of the input.
 #include <algorithm>
 #include <cmath>
 
@@ -44,7 +44,7 @@ TEST_F(Length, OneFrameIsEnough) {
     EXPECT_EQ(bypassed(sound), channelOf(sound, 7));
 }
 
-TEST_F(Length, MoreThanEightChannelsAreFine) {
+TEST_F(Length, MoreThanEightChannelsAreAccepted) {
     const Sound sound = patternedSound(320, 11);
     EXPECT_EQ(bypassed(sound), channelOf(sound, 7));
 }
@@ -73,7 +73,7 @@ TEST_F(Length, ARecordingAt8KHzKeepsItsDuration) {
     EXPECT_EQ(bypassed(tone(1001, 8000)).size(), 2002u);
 }
 
-TEST_F(Length, ResamplingIsSaid) {
+TEST_F(Length, ResamplingIsReported) {
     writeSound(path("in.wav"), tone(4800, 48000));
     const HostRun result = process();
     expectDone(result);

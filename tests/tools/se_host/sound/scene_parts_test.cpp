@@ -1,4 +1,4 @@
-// With a simulated recording's parts at hand the summary shows what became of each.
+// With the parts of a simulated recording the summary shows how each was changed.
 #include <nlohmann/json.hpp>
 
 #include "tests/tools/se_host/host_test.h"
@@ -8,7 +8,7 @@ namespace {
 
 class SceneParts : public HostTest {
   protected:
-    // The far end speaks all the time, the talker from the sixth second on or as `more` says.
+    // The far end is active all the time, the talker from the sixth second on unless `more` says otherwise.
     void makeCall(std::vector<std::string> more) {
         more.insert(more.begin(), {"scene", path("in.wav"), "--quiet", "--parts", path("in")});
         expectDone(run(more));
@@ -22,19 +22,19 @@ class SceneParts : public HostTest {
     }
 };
 
-TEST_F(SceneParts, TellHowMuchOfTheEchoIsGone) {
+TEST_F(SceneParts, ReportTheEchoAttenuation) {
     makeCall({"--seconds", "6", "--echo", "-30", "--reverberation", "0.2", "--talker-start", "5"});
     EXPECT_GT(effect({"--far-end-channel", "0"})["echo_return_loss_enhancement_db"], 25);
 }
 
-TEST_F(SceneParts, TellThatABypassedEngineLeavesTheEcho) {
+TEST_F(SceneParts, ReportThatABypassedEngineLeavesTheEcho) {
     makeCall({"--seconds", "4", "--echo", "-30", "--level", "none"});
     const auto shown = effect({"--far-end-channel", "0", "--bypass"});
     EXPECT_NEAR(shown["echo_return_loss_enhancement_db"], 0, 2);
     EXPECT_TRUE(shown["talker_change_db"].is_null());
 }
 
-TEST_F(SceneParts, TellHowMuchOfTheNoiseIsGoneAndThatTheVoiceIsNot) {
+TEST_F(SceneParts, ReportTheNoiseAttenuationAndThatTheVoiceIsKept) {
     makeCall({"--seconds", "6", "--talker-start", "4", "--sensor-noise", "-55"});
     const auto shown = effect({});
     EXPECT_TRUE(shown["echo_return_loss_enhancement_db"].is_null());
