@@ -20,18 +20,15 @@ namespace quill {
 namespace check_internal {
 
 template <class T>
-inline constexpr bool kIsText = false;
-template <>
-inline constexpr bool kIsText<const char*> = true;
-template <>
-inline constexpr bool kIsText<char*> = true;
+inline constexpr bool kIsCharacter =
+    std::is_same_v<T, char> || std::is_same_v<T, signed char> || std::is_same_v<T, unsigned char>;
 
-// An operand as the message shows it. A null pointer to text would end the message; it is shown as every
-// other null pointer is.
+// An operand as the message shows it. A stream takes a pointer to characters for text, and a null one would end
+// the message; it is shown as every other null pointer is.
 template <class T>
 decltype(auto) shown(const T& operand) {
-    if constexpr (kIsText<T>) {
-        return operand != nullptr ? operand : "0";
+    if constexpr (std::is_pointer_v<T> && kIsCharacter<std::remove_const_t<std::remove_pointer_t<T>>>) {
+        return operand != nullptr ? reinterpret_cast<const char*>(operand) : "0";
     } else {
         return (operand);
     }
@@ -58,6 +55,7 @@ namespace check_internal {
 
 // The operand literals 0 and NULL where the other operand takes a null pointer and no number.
 struct NullLiteral {
+    // NOLINTNEXTLINE(google-explicit-constructor): the literals are to be converted
     NullLiteral(std::nullptr_t) {}
 };
 

@@ -14,6 +14,7 @@
 namespace quill {
 namespace {
 
+constexpr const char* kUnreadable = "cannot be read";
 constexpr const char* kProbablyCut = "; it was probably cut short while being copied";
 
 // A file that is open as long as this object lives.
@@ -83,18 +84,27 @@ std::string objectionToSegments(const std::vector<Elf64_Phdr>& segments, uint64_
         if (segment.p_type == PT_LOAD && !isInFile(segment, file_size))
             return std::string("ends before its loadable segments do") + kProbablyCut;
     }
+    return {};
+}
+
+// A file of full length may still end in zeros that were never overwritten. The loader takes a dynamic section that
+// is present for one that has entries.
+std::string objectionToDynamicSection(const OpenFile& file, const std::vector<Elf64_Phdr>& segments) {
     for (const Elf64_Phdr& part : segments) {
         if (part.p_type != PT_DYNAMIC) continue;
-        const bool is_loaded = std::any_of(segments.begin(), segments.end(), [&](const Elf64_Phdr& segment) {
-            return segment.p_type == PT_LOAD && contains(segment, part);
+        const auto segment = std::find_if(segments.begin(), segments.end(), [&](const Elf64_Phdr& each) {
+            return each.p_type == PT_LOAD && contains(each, part);
         });
-        if (!is_loaded) return "has its dynamic section outside of what is loaded";
+        if (segment == segments.end()) return "has its dynamic section outside of what is loaded";
+        Elf64_Sxword first_tag = DT_NULL;
+        if (!file.read(segment->p_offset + (part.p_vaddr - segment->p_vaddr), &first_tag, sizeof(first_tag)))
+            return kUnreadable;
+        if (first_tag == DT_NULL) return std::string("has an empty dynamic section") + kProbablyCut;
     }
     return {};
 }
 
 std::string objectionToContents(const OpenFile& file, uint64_t size) {
-    constexpr const char* kUnreadable = "cannot be read";
     if (size == 0) return std::string("is empty") + kProbablyCut;
     Elf64_Ehdr header{};
     if (!file.read(0, &header, std::min<uint64_t>(size, sizeof(header)))) return kUnreadable;
@@ -107,7 +117,8 @@ std::string objectionToContents(const OpenFile& file, uint64_t size) {
     if (!isInside(header.e_phoff, table_size, size))
         return std::string("ends before its program headers do") + kProbablyCut;
     if (!file.read(header.e_phoff, segments.data(), table_size)) return kUnreadable;
-    return objectionToSegments(segments, size);
+    if (std::string objection = objectionToSegments(segments, size); !objection.empty()) return objection;
+    return objectionToDynamicSection(file, segments);
 }
 
 std::string objectionTo(const std::string& path) {

@@ -116,8 +116,8 @@ class QUILL_COMMON_EXPORT PropertyNode : public std::enable_shared_from_this<Pro
 
     // [any] Once this has returned the listener is not called again, and what it captured is destroyed. Waits
     // for a call of this listener on another thread, for no other listener. A listener may remove itself: its
-    // call finishes normally, and what it captured is destroyed after the call. 0 and unknown numbers are
-    // ignored.
+    // call finishes normally, and what it captured is destroyed after the call. If several threads remove it
+    // together, what it captured is destroyed when the last of them returns. 0 and unknown numbers are ignored.
     void removeListener(uint64_t id);
 
     // [any] Tells the listeners of a change that was made under `lock`. While a change of this node is being

@@ -21,7 +21,7 @@ class KernelVariants {
     using value_type = Variant;
 
     template <std::size_t kCount>
-    constexpr KernelVariants(const Variant (&rows)[kCount]) : rows_(rows), count_(kCount) {}
+    constexpr explicit KernelVariants(const Variant (&rows)[kCount]) : rows_(rows), count_(kCount) {}
 
     constexpr const Variant* begin() const { return rows_; }
     constexpr const Variant* end() const { return rows_ + count_; }

@@ -21,7 +21,7 @@ const ConvolveVariant* g_avx_body = kNarrowestAvx;
 
 }  // namespace
 
-const KernelVariants<ConvolveVariant> kConvolveVariants = kRows;
+const KernelVariants<ConvolveVariant> kConvolveVariants(kRows);
 
 void selectConvolveKernels(const CPUInfo& cpu) {
     if (!cpu.has_avx) return;

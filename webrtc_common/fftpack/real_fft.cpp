@@ -65,7 +65,7 @@ constexpr RealFftVariant kRows[] = {
 
 }  // namespace
 
-const KernelVariants<RealFftVariant> kRealFftVariants = kRows;
+const KernelVariants<RealFftVariant> kRealFftVariants(kRows);
 
 const RealFftVariant* g_real_fft = &kRows[0];
 

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -83,6 +84,12 @@ TEST(CheckOperandsDeathTest, ANullPointerIsShownAsZero) {
                                  "Check failed: 0 != text (0 vs. 0) ");
     EXPECT_FATAL_RECORD_ANY_LINE(QUILL_CHECK_NE(text, nullptr), "check", __FILE__,
                                  "Check failed: text != nullptr (0 vs. nullptr) ");
+    const uint8_t* const bytes = nullptr;
+    EXPECT_FATAL_RECORD_ANY_LINE(QUILL_CHECK_NE(bytes, 0), "check", __FILE__,
+                                 "Check failed: bytes != 0 (0 vs. 0) ");
+    int8_t* const signed_bytes = nullptr;
+    EXPECT_FATAL_RECORD_ANY_LINE(QUILL_CHECK_NE(nullptr, signed_bytes), "check", __FILE__,
+                                 "Check failed: nullptr != signed_bytes (nullptr vs. 0) ");
 }
 
 TEST(CheckOperandsDeathTest, AreShownAsTheyAreNotAsTheyAreConverted) {

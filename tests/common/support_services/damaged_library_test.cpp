@@ -5,6 +5,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -61,7 +63,7 @@ class DamagedLibrary : public testing::Test {
         return *last;
     }
 
-    // Makes another header that of a segment behind the last one, all of which the loader fills with zeros from
+    // Makes another header that of a segment after the last one, all of which the loader fills with zeros from
     // the byte `into_page` of its first page on.
     void addZeros(uint64_t offset, uint64_t into_page) {
         const uint64_t end = lastLoaded().p_vaddr + lastLoaded().p_memsz;
@@ -70,7 +72,7 @@ class DamagedLibrary : public testing::Test {
                                     kPage,   kPage};
     }
 
-    // The first page behind the end of the file.
+    // The first page after the end of the file.
     uint64_t pageBehind() const { return (bytes_.size() / kPage + 1) * kPage; }
 
     void expectRefused(const std::string& reason) const {
@@ -219,6 +221,16 @@ TEST_F(DamagedLibrary, IsRefusedWhenItsDynamicSectionIsNotLoaded) {
     segment(PT_DYNAMIC).p_memsz = uint64_t{1} << 40;
     write();
     expectRefused("has its dynamic section outside of what is loaded");
+}
+
+// The file has its length before all of its bytes: a copy into reserved space was interrupted.
+TEST_F(DamagedLibrary, IsRefusedWhenItsEndWasNeverWritten) {
+    const uint64_t dynamic = segment(PT_DYNAMIC).p_offset;
+    for (const uint64_t written : {dynamic, dynamic / 2, dynamic / 10}) {
+        std::fill(bytes_.begin() + static_cast<std::ptrdiff_t>(written), bytes_.end(), char{0});
+        write();
+        expectRefused(std::string("has an empty dynamic section") + kCut);
+    }
 }
 
 // After the bytes of the file the loader fills a segment with zeros.

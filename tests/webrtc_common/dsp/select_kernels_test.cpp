@@ -113,7 +113,7 @@ struct Row : KernelVariant {
 constexpr Row kThreeRows[] = {{{"floor", kSsse3}, 0}, {{"middle", kAvx}, 1}, {{"widest", kAvx512}, 2}};
 
 TEST(WidestVariant, IsTheLastRowThatRunsOfAnyNumberOfRows) {
-    const KernelVariants<Row> rows = kThreeRows;
+    const KernelVariants<Row> rows(kThreeRows);
     EXPECT_EQ(rows.size(), 3u);
     EXPECT_EQ(widestAboveFloor(rows, processor({kSsse3, kAvx, kAvx512}))->number, 2);
     EXPECT_EQ(widestAboveFloor(rows, processor({kSsse3, kAvx}))->number, 1);

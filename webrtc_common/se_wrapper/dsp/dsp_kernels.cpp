@@ -15,7 +15,7 @@ constexpr DspVariant kRows[] = {
 
 }  // namespace
 
-const KernelVariants<DspVariant> kDspVariants = kRows;
+const KernelVariants<DspVariant> kDspVariants(kRows);
 
 const DspVariant* g_dsp_kernels = &kRows[0];
 
