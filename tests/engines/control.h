@@ -5,6 +5,9 @@
 
 #include <cstdint>
 
+// Samples of a channel in a block of audio.
+inline constexpr int kTestEngineBlock = 160;
+
 // Called with the line of each recorded call, before the engine answers it.
 using TestEngineCallback = void (*)(const char* call, void* context);
 
@@ -31,8 +34,8 @@ struct TestEngineControl {
     void (*set_noise_result)(int element, float value);  // one of 180
     void (*set_noise_test_running)(bool running);
 
-    // Blocks. The microphones: seven rows of 160 samples as they came in the last call, row 0 from the first
-    // argument; the distance: from the first argument to the second, in samples. The output: 160 samples,
+    // Blocks. The microphones: seven rows of a block as they came in the last call, row 0 from the first
+    // argument; the distance: from the first argument to the second, in samples. The output: a block,
     // returned by every MMIfProcessMicrophones.
     const int16_t* (*microphones)();
     int64_t (*microphone_distance)();

@@ -1,5 +1,6 @@
 // The scriptable engine's diagnostic catalogue.
 #include <cstring>
+#include <type_traits>
 
 #include "tests/engines/engine_state.h"
 
@@ -22,7 +23,7 @@ T* handOut(Diag& diag) {
             if (position < length) elements[position] = static_cast<T>(value);
         }
     };
-    if constexpr (std::is_same_v<T, float>) {
+    if constexpr (std::is_floating_point_v<T>) {
         fill(diag.reals);
     } else {
         fill(diag.integers);
@@ -32,44 +33,30 @@ T* handOut(Diag& diag) {
 
 }  // namespace
 
-// The three entry points of an integer type.
-#define INTEGER_TYPE(Type, T)                                         \
-    TEST_ENGINE_EXPORT T SEDiagGet##Type(int32_t index) {             \
-        record("SEDiagGet" #Type, index);                             \
-        return static_cast<T>(state().diag(index).integer);           \
-    }                                                                 \
-    TEST_ENGINE_EXPORT void SEDiagSet##Type(int32_t index, T value) { \
-        record("SEDiagSet" #Type, index, value);                      \
-        state().diag(index).integer = static_cast<long long>(value);  \
-    }                                                                 \
-    TEST_ENGINE_EXPORT T* SEDiagGet##Type##Array(int32_t index) {     \
-        record("SEDiagGet" #Type "Array", index);                     \
-        return orNull(handOut<T>(state().diag(index)));               \
+// The three entry points of a type; `field` holds its value.
+#define DIAG_TYPE(Type, T, field)                                              \
+    TEST_ENGINE_EXPORT T SEDiagGet##Type(int32_t index) {                      \
+        record("SEDiagGet" #Type, index);                                      \
+        return static_cast<T>(state().diag(index).field);                      \
+    }                                                                          \
+    TEST_ENGINE_EXPORT void SEDiagSet##Type(int32_t index, T value) {          \
+        record("SEDiagSet" #Type, index, value);                               \
+        state().diag(index).field = static_cast<decltype(Diag::field)>(value); \
+    }                                                                          \
+    TEST_ENGINE_EXPORT T* SEDiagGet##Type##Array(int32_t index) {              \
+        record("SEDiagGet" #Type "Array", index);                              \
+        return orNull(handOut<T>(state().diag(index)));                        \
     }
 
-INTEGER_TYPE(Int16, int16_t)
-INTEGER_TYPE(UInt16, uint16_t)
-INTEGER_TYPE(Int32, int32_t)
-INTEGER_TYPE(UInt32, uint32_t)
-INTEGER_TYPE(Int40, long long)
-INTEGER_TYPE(UInt40, unsigned long long)
-INTEGER_TYPE(Int64, long long)
-INTEGER_TYPE(UInt64, unsigned long long)
-
-TEST_ENGINE_EXPORT float SEDiagGetFloat32(int32_t index) {
-    record("SEDiagGetFloat32", index);
-    return state().diag(index).real;
-}
-
-TEST_ENGINE_EXPORT void SEDiagSetFloat32(int32_t index, float value) {
-    record("SEDiagSetFloat32", index, value);
-    state().diag(index).real = value;
-}
-
-TEST_ENGINE_EXPORT float* SEDiagGetFloat32Array(int32_t index) {
-    record("SEDiagGetFloat32Array", index);
-    return orNull(handOut<float>(state().diag(index)));
-}
+DIAG_TYPE(Int16, int16_t, integer)
+DIAG_TYPE(UInt16, uint16_t, integer)
+DIAG_TYPE(Int32, int32_t, integer)
+DIAG_TYPE(UInt32, uint32_t, integer)
+DIAG_TYPE(Int40, long long, integer)
+DIAG_TYPE(UInt40, unsigned long long, integer)
+DIAG_TYPE(Int64, long long, integer)
+DIAG_TYPE(UInt64, unsigned long long, integer)
+DIAG_TYPE(Float32, float, real)
 
 TEST_ENGINE_EXPORT int32_t SEDiagGetEnumAsInt(int32_t index) {
     record("SEDiagGetEnumAsInt", index);

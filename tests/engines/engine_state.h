@@ -27,7 +27,7 @@ static_assert(offsetof(SEDiag_t, level) == 112 && offsetof(SEDiag_t, help) == 12
 
 namespace test_engine {
 
-constexpr int kBlock = 160;
+constexpr int kBlock = kTestEngineBlock;
 constexpr int kMicrophones = 7;
 constexpr int kNoiseResults = 180;
 

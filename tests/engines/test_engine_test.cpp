@@ -110,13 +110,14 @@ TEST_F(ScriptableEngine, NotesWhatItsHooksHoldWhenItIsInitialised) {
 }
 
 TEST_F(ScriptableEngine, KeepsTheMicrophonesOfABlockAndGivesTheOutputThatWasSet) {
-    std::vector<int16_t> rows(7 * 160), output(160), result(160);
+    std::vector<int16_t> rows(7 * kTestEngineBlock), output(kTestEngineBlock), result(kTestEngineBlock);
     for (std::size_t i = 0; i < rows.size(); ++i) rows[i] = static_cast<int16_t>(i);
-    output[159] = 42;
+    output.back() = 42;
     engine_->set_output(output.data());
-    MMIfProcessMicrophones(rows.data(), rows.data() + 160, result.data());
-    EXPECT_EQ(rows, std::vector<int16_t>(engine_->microphones(), engine_->microphones() + 7 * 160));
-    EXPECT_EQ(160, engine_->microphone_distance());
+    MMIfProcessMicrophones(rows.data(), rows.data() + kTestEngineBlock, result.data());
+    EXPECT_EQ(rows,
+              std::vector<int16_t>(engine_->microphones(), engine_->microphones() + 7 * kTestEngineBlock));
+    EXPECT_EQ(kTestEngineBlock, engine_->microphone_distance());
     EXPECT_EQ(output, result);
 }
 

@@ -8,11 +8,12 @@
 #include <vector>
 
 #include "reference_engine/engine_interface.h"
+#include "reference_engine/format.h"
 #include "tools/scene/scene.h"
 
 namespace reference_engine_test {
 
-inline constexpr size_t kBlock = 160;
+inline constexpr size_t kBlock = reference_engine::kBlock;
 inline constexpr size_t kMicrophones = 7;
 inline constexpr int kLocations = 12;
 inline constexpr size_t kReductionDelay = 320;          // samples, of the noise reduction

@@ -37,7 +37,7 @@ std::string misplaced(const int16_t* interleaved, size_t channels, const int16_t
     test::referenceDeinterleave(interleaved, channels, expected.data());
     for (size_t i = 0; i < kRowSamples; ++i) {
         if (rows[i] == expected[i]) continue;
-        return "row " + std::to_string(i / 160) + ", frame " + std::to_string(i % 160) + ", " +
+        return "row " + std::to_string(i / BLOCK_SIZE) + ", frame " + std::to_string(i % BLOCK_SIZE) + ", " +
                std::to_string(channels) + " channels";
     }
     return {};
@@ -47,19 +47,20 @@ class Deinterleave : public test::EachDspBuild {};
 INSTANTIATE_FOR_EACH_DSP_BUILD(Deinterleave);
 
 TEST_P(Deinterleave, CrossesChannelsTwoAndThreeAndPutsFourLast) {
-    int16_t interleaved[160 * 8];
-    for (size_t i = 0; i < 160 * 8; ++i) interleaved[i] = static_cast<int16_t>(1000 * (i % 8) + i / 8);
-    int16_t rows[7 * 160];
+    int16_t interleaved[BLOCK_SIZE * 8];
+    for (size_t i = 0; i < BLOCK_SIZE * 8; ++i) interleaved[i] = static_cast<int16_t>(1000 * (i % 8) + i / 8);
+    int16_t rows[7 * BLOCK_SIZE];
     deinterleaveMicrophones(interleaved, 8, rows);
     const int channels[7] = {1, 3, 2, 5, 6, 7, 4};
-    for (int r = 0; r < 7; ++r) {
-        for (int f = 0; f < 160; ++f) ASSERT_EQ(rows[r * 160 + f], 1000 * channels[r] + f) << r << " " << f;
+    for (size_t r = 0; r < 7; ++r) {
+        for (size_t f = 0; f < BLOCK_SIZE; ++f)
+            ASSERT_EQ(rows[r * BLOCK_SIZE + f], 1000 * channels[r] + static_cast<int>(f)) << r << " " << f;
     }
 }
 
 TEST_P(Deinterleave, WorksForAnyNumberOfChannelsFromEight) {
     for (size_t channels = 8; channels <= 80; ++channels) {
-        std::vector<int16_t> interleaved(160 * channels);
+        std::vector<int16_t> interleaved(BLOCK_SIZE * channels);
         fillWithNoise(interleaved.data(), interleaved.size());
         std::vector<int16_t> rows(kRowSamples);
         deinterleaveMicrophones(interleaved.data(), channels, rows.data());
@@ -71,7 +72,7 @@ TEST_P(Deinterleave, WorksFromAndToEveryAlignment) {
     constexpr size_t kChannels = 9;
     for (size_t from = 0; from < 8; ++from) {
         for (size_t to = 0; to < 8; ++to) {
-            std::vector<int16_t> interleaved(160 * kChannels + 8);
+            std::vector<int16_t> interleaved(BLOCK_SIZE * kChannels + 8);
             fillWithNoise(interleaved.data(), interleaved.size());
             std::vector<int16_t> rows(kRowSamples + 8);
             deinterleaveMicrophones(interleaved.data() + from, kChannels, rows.data() + to);
@@ -81,7 +82,7 @@ TEST_P(Deinterleave, WorksFromAndToEveryAlignment) {
 }
 
 TEST_P(Deinterleave, WritesTheRowsAndNothingElse) {
-    std::vector<int16_t> interleaved(160 * 8);
+    std::vector<int16_t> interleaved(BLOCK_SIZE * 8);
     fillWithNoise(interleaved.data(), interleaved.size());
     std::vector<int16_t> rows(kRowSamples + 64, 0x5a5a);
     deinterleaveMicrophones(interleaved.data(), 8, rows.data() + 32);

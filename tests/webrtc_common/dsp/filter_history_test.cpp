@@ -69,12 +69,12 @@ TEST(FilterHistory, IsTheTapsAndOneBlockLongWithTheNewestSampleLast) {
     filtered(filter, first, 1.0F);
     Samples expected(55);
     expected.insert(expected.end(), first.begin(), first.end());
-    EXPECT_EQ(Samples(KernelSpy::signal, KernelSpy::signal + 55 + 160), expected);
+    EXPECT_EQ(Samples(KernelSpy::signal, KernelSpy::signal + 55 + kFilterBlock), expected);
 
     filtered(filter, second, 1.0F);
     expected.assign(first.end() - 55, first.end());
     expected.insert(expected.end(), second.begin(), second.end());
-    EXPECT_EQ(Samples(KernelSpy::signal, KernelSpy::signal + 55 + 160), expected);
+    EXPECT_EQ(Samples(KernelSpy::signal, KernelSpy::signal + 55 + kFilterBlock), expected);
 }
 
 TEST(FilterHistory, GoesToTheCorrelationKernelWithTheTapsPaddedTo56) {
@@ -82,7 +82,7 @@ TEST(FilterHistory, GoesToTheCorrelationKernelWithTheTapsPaddedTo56) {
     Filter filter(kHighPass600Hz);
     filtered(filter, Samples(kFilterBlock), 1.0F);
     EXPECT_EQ(KernelSpy::calls, 1);
-    EXPECT_EQ(KernelSpy::num_out, 160);
+    EXPECT_EQ(KernelSpy::num_out, kFilterBlock);
     EXPECT_EQ(KernelSpy::num_taps, 56);
     Samples padded = coeffsOf(kHighPass600Hz);
     padded.push_back(0);
@@ -111,7 +111,7 @@ TEST(FilterHistory, HasRoomAfterItForTheReadsOfTheKernelAndNoMore) {
         guard_the_next = true;
         std::optional<Filter> filter(std::in_place, params);
         ASSERT_NE(guarded, nullptr);
-        EXPECT_EQ(guarded_size, (160 + wholeEights(taps)) * sizeof(int16_t)) << taps;
+        EXPECT_EQ(guarded_size, (kFilterBlock + wholeEights(taps)) * sizeof(int16_t)) << taps;
         for (const float gain : {1.0F, 0.5F, 0.0F, 0.0F, 1.0F})
             filtered(*filter, Samples(kFilterBlock), gain);
         filter.reset();

@@ -84,7 +84,7 @@ TEST(Filter, LeavesTheNewestSampleToTheNextBlock) {
     const int16_t identity = 32767;
     const Filter::FilterParams params{&identity, 1};
     Filter filter(params);
-    EXPECT_EQ(filtered(filter, impulse(159, 16384), 1.0F), constantBlock(0));
+    EXPECT_EQ(filtered(filter, impulse(kFilterBlock - 1, 16384), 1.0F), constantBlock(0));
     EXPECT_EQ(filtered(filter, constantBlock(0), 1.0F), impulse(0, 16384));
 }
 
@@ -105,8 +105,12 @@ TEST(Filter, FadesAtGainZeroToDryOverOneBlockAndThenCopiesTheInput28SamplesLate)
     const Samples first = noise.next(), second = noise.next(), third = noise.next();
     EXPECT_EQ(filtered(filter, first, 0.0F), reference.block(first, 0.0F));
     const Samples in = joined({first, second, third});
-    EXPECT_EQ(filtered(filter, second, 0.0F), Samples(in.begin() + 160 - 28, in.begin() + 320 - 28));
-    EXPECT_EQ(filtered(filter, third, 0.0F), Samples(in.begin() + 320 - 28, in.begin() + 480 - 28));
+    const auto late = [&](size_t from) {
+        const auto begin = in.begin() + static_cast<std::ptrdiff_t>(from) - 28;
+        return Samples(begin, begin + kFilterBlock);
+    };
+    EXPECT_EQ(filtered(filter, second, 0.0F), late(kFilterBlock));
+    EXPECT_EQ(filtered(filter, third, 0.0F), late(2 * kFilterBlock));
 }
 
 TEST(Filter, SkipsTheCrossfadeAtGainOneAfterGainOne) {

@@ -6,11 +6,12 @@
 #include <vector>
 
 #include "kernel_check/references/dsp.h"
+#include "webrtc_common/se_wrapper/dsp/block_size.h"
 #include "webrtc_common/se_wrapper/dsp/filter.h"
 
 namespace quill::test {
 
-inline constexpr size_t kFilterBlock = 160;
+inline constexpr size_t kFilterBlock = media::se_wrapper::BLOCK_SIZE;
 
 class ReferenceFilter {
   public:
@@ -27,7 +28,7 @@ class ReferenceFilter {
         std::vector<int16_t> out(kFilterBlock);
         referenceRFir(past.data(), coeffs_.data(), out.data(), static_cast<uint16_t>(coeffs_.size() - 1),
                       kFilterBlock, 1);
-        const float step = static_cast<float>(static_cast<double>(gain - previous) / 160.0);
+        const float step = static_cast<float>(static_cast<double>(gain - previous) / kFilterBlock);
         double share = static_cast<double>(previous);
         for (size_t i = 0; i < kFilterBlock; ++i) {
             const double wet = out[i] * share;

@@ -62,17 +62,17 @@ int pthread_mutex_lock(pthread_mutex_t* mutex) {
 namespace quill::media::se_wrapper {
 namespace {
 
-int16_t interleaved[160 * 16];
-int16_t output[160];
+int16_t interleaved[BLOCK_SIZE * 16];
+int16_t output[BLOCK_SIZE];
 
 void processMicrophones(int16_t* first, int16_t* others, int16_t* out) {
-    for (int i = 0; i < 160; ++i) out[i] = static_cast<int16_t>(first[i] ^ others[i]);
+    for (uint32_t i = 0; i < BLOCK_SIZE; ++i) out[i] = static_cast<int16_t>(first[i] ^ others[i]);
 }
 
 void processSomeBlocks() {
     for (uint32_t channels = 8; channels <= 16; ++channels) {
-        processBlock(channels, interleaved, 160, output, true);
-        processBlock(channels, interleaved, 160, output, false);
+        processBlock(channels, interleaved, BLOCK_SIZE, output, true);
+        processBlock(channels, interleaved, BLOCK_SIZE, output, false);
     }
 }
 

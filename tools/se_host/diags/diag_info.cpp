@@ -16,7 +16,8 @@ namespace se = quill::media::se_wrapper;
 
 template <class T>
 constexpr DiagKind integerKind(SEDiagType_t type, const char* name, T lowest) {
-    return {type, name, static_cast<double>(lowest), static_cast<double>(std::numeric_limits<T>::max())};
+    return {type, name, static_cast<double>(lowest), static_cast<double>(std::numeric_limits<T>::max()),
+            false};
 }
 
 // 40-bit diagnostics are edited as 32-bit numbers.
@@ -27,11 +28,12 @@ constexpr DiagKind kKinds[] = {
     integerKind<uint32_t>(SE_DIAG_TYPE_UINT32, "UInt32", 0),
     integerKind<int32_t>(SE_DIAG_TYPE_INT40, "Int40", std::numeric_limits<int32_t>::min()),
     integerKind<int32_t>(SE_DIAG_TYPE_UINT40, "UInt40", 0),
-    {SE_DIAG_TYPE_FLOAT32, "Float32", -std::numeric_limits<float>::max(), std::numeric_limits<float>::max()},
+    {SE_DIAG_TYPE_FLOAT32, "Float32", -std::numeric_limits<float>::max(), std::numeric_limits<float>::max(),
+     true},
     integerKind<int32_t>(SE_DIAG_TYPE_ENUM, "Enum", std::numeric_limits<int32_t>::min()),
 };
 
-constexpr DiagKind kUnknownKind = {SE_DIAG_TYPE_NONE, "none", 0, 0};
+constexpr DiagKind kUnknownKind = {SE_DIAG_TYPE_NONE, "none", 0, 0, false};
 
 const DiagKind* kindOf(SEDiagType_t type) {
     const auto* const kind = std::find_if(std::begin(kKinds), std::end(kKinds),

@@ -14,6 +14,7 @@ struct DiagKind {
     const char* name;
     double lowest;
     double highest;
+    bool is_real;  // takes numbers with a fraction
 };
 
 struct DiagInfo {

@@ -31,7 +31,7 @@ std::optional<double> numberIn(const std::string& text, const DiagKind& kind) {
     const char* const end = text.data() + text.size();
     const auto result = std::from_chars(text.data(), end, number);
     if (result.ec != std::errc{} || result.ptr != end || !std::isfinite(number)) return std::nullopt;
-    if (kind.type != SE_DIAG_TYPE_FLOAT32 && number != std::floor(number)) return std::nullopt;
+    if (!kind.is_real && number != std::floor(number)) return std::nullopt;
     return number;
 }
 
@@ -52,7 +52,7 @@ std::string numberText(const DiagInfo& diag, const std::string& text) {
 // As the tree takes it: a whole number in digits alone.
 std::string treeText(const DiagInfo& diag, const std::string& text) {
     const std::string number = numberText(diag, text);
-    if (diag.kind->type == SE_DIAG_TYPE_FLOAT32) return number;
+    if (diag.kind->is_real) return number;
     return quill::stringPrintf("%.0f", numberIn(number, *diag.kind).value_or(0));
 }
 
@@ -80,7 +80,7 @@ std::optional<std::string> objectionTo(const DiagInfo& diag, const std::string& 
     const auto number = numberIn(numberText(diag, text), *diag.kind);
     if (!number) {
         return "'" + text + "' is not a value for '" + diag.name + "', which takes " +
-               (diag.kind->type == SE_DIAG_TYPE_FLOAT32 ? "a number" : "a whole number");
+               (diag.kind->is_real ? "a number" : "a whole number");
     }
     if (*number < diag.kind->lowest || *number > diag.kind->highest) {
         return quill::stringPrintf("'%s' is out of range for '%s', which takes %.10g to %.10g", text.c_str(),
@@ -175,7 +175,7 @@ Json DiagTree::value(const DiagInfo& diag) const {
     if (!node || node->value().empty()) return nullptr;
     if (diag.isArray()) return elementsIn(node->get<std::string>());
     if (diag.isEnum()) return node->get<std::string>();
-    if (diag.kind->type == SE_DIAG_TYPE_FLOAT32) return shortest(node->get<float>());
+    if (diag.kind->is_real) return shortest(node->get<float>());
     return node->get<long>();
 }
 

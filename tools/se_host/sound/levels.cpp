@@ -4,10 +4,12 @@
 #include <cmath>
 #include <numeric>
 
+#include "webrtc_common/se_wrapper/dsp/block_size.h"
+
 namespace se_host {
 namespace {
 
-constexpr size_t kBlock = 160;
+constexpr size_t kBlock = quill::media::se_wrapper::BLOCK_SIZE;
 constexpr size_t kPauseShare = 10;  // one block in this many
 
 double meanSquare(const int16_t* begin, const int16_t* end) {

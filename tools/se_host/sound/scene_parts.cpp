@@ -7,6 +7,7 @@
 #include "tools/output/errors.h"
 #include "tools/se_host/sound/audio_file.h"
 #include "tools/se_host/sound/resample.h"
+#include "webrtc_common/se_wrapper/dsp/block_size.h"
 
 namespace se_host {
 namespace {
@@ -14,7 +15,7 @@ namespace {
 using Samples = std::vector<int16_t>;
 using Blocks = std::vector<bool>;
 
-constexpr size_t kBlock = 160;
+constexpr size_t kBlock = quill::media::se_wrapper::BLOCK_SIZE;
 constexpr size_t kConvergence = 200;    // blocks in which an engine adapts to the room
 constexpr std::ptrdiff_t kMargin = 10;  // blocks: longer than the output's lag
 constexpr double kPresent = 1e-3;       // of the power of the loudest block

@@ -64,7 +64,6 @@ inline constexpr EngineRow kEngineRows[] = {
 #include "webrtc_common/se_wrapper/table/engine_table_rows.h"
 };
 inline constexpr std::size_t kNumEngineRows = sizeof(kEngineRows) / sizeof(kEngineRows[0]);
-static_assert(kNumEngineRows == 59);
 
 // [control] Whether the slot of kEngineRows[row] is filled. needs: row < kNumEngineRows.
 SE_WRAPPER_EXPORT bool isEngineRowPresent(std::size_t row);

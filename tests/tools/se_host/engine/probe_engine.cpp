@@ -9,11 +9,13 @@
 #include <iterator>
 #include <limits>
 
+#include "tests/engines/control.h"
+
 #define EXPORT extern "C" __attribute__((visibility("default")))
 
 namespace {
 
-constexpr int kBlock = 160;
+constexpr int kBlock = kTestEngineBlock;
 constexpr int16_t kInterruptSample = 32123;
 
 int16_t g_far_end[kBlock];
