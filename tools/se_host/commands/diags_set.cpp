@@ -1,4 +1,4 @@
-// `se_host diags set`: edits that go to the engine together, and into a tuning if they are to stay.
+// `se_host diags set`: edits that are applied together and can be saved in a tuning.
 #include <iostream>
 #include <memory>
 #include <optional>

@@ -1,4 +1,4 @@
-// `se_host diags watch`: what changes while a recording is processed.
+// `se_host diags watch`: the changes while a recording is processed.
 #include <iostream>
 #include <memory>
 

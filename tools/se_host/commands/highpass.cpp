@@ -22,7 +22,7 @@ namespace se = quill::media::se_wrapper;
 using quill::stringPrintf;
 
 constexpr int kPictureSize = 1024;  // samples a piece of the spectra
-constexpr int kDelay = 28;          // samples that the filter gives back late
+constexpr int kDelay = 28;          // samples by which the filter delays
 
 constexpr const char* kExamples =
     "The output is as long as the input and in step with it: the filter's delay is taken out.\n"
@@ -35,7 +35,7 @@ struct HighpassOptions {
     std::string output;
     std::string picture;
     float gain = 1;
-    int channel = 0;  // that the levels and the picture are of
+    int channel = 0;  // of the levels and the picture
     bool quiet = false;
 };
 

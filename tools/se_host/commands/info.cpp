@@ -1,4 +1,4 @@
-// `se_host info`: which engine there is, what it can do and what runs it.
+// `se_host info`: the engine, its capabilities, and the kernels that run it.
 #include <memory>
 
 #include "tools/se_host/commands/commands.h"

@@ -37,7 +37,7 @@ struct SceneCommandOptions {
     bool quiet = false;
 };
 
-// A file to be written: which channels of sound, and how to get them from the scene.
+// A file to be written: its channels, and how they are made from the scene.
 struct Output {
     std::string path;
     int channels;
@@ -53,7 +53,7 @@ std::vector<Output> outputsOf(const SceneCommandOptions& command) {
             {command.far_end_output, 1, [](const Scene& scene) { return se_scene::toInt16(scene.far_end); }});
     }
     if (command.parts.empty()) return outputs;
-    // The far end goes with the echo, so that the parts add up to the recording in every channel.
+    // The far end is part of the echo file, so that the parts add up to the recording in every channel.
     outputs.push_back({command.parts + "-talker.wav", se_scene::kChannels,
                        [](const Scene& scene) { return se_scene::interleave(scene.talker, {}); }});
     outputs.push_back({command.parts + "-noise.wav", se_scene::kChannels,
@@ -116,7 +116,7 @@ std::string summaryOf(const SceneCommandOptions& command, const std::vector<Outp
 void run(const SceneCommandOptions& command) {
     const std::vector<Output> outputs = outputsOf(command);
     refuseClashes({command.speech, command.far_end_speech}, pathsOf(outputs));
-    std::list<se_output::TemporaryFile> files;  // before the work, so that an unwritable path is known early
+    std::list<se_output::TemporaryFile> files;  // before the work: reports an unwritable path early
     for (const Output& output : outputs) files.emplace_back(output.path);
 
     const Scene scene = simulate(command);
