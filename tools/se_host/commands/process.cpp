@@ -200,10 +200,9 @@ void addOptions(CLI::App& command, ProcessOptions& options) {
                   "output differs; not with --tuning")
         ->excludes(tuning);
     command
-        .add_flag(
-            "--cycles", options.cycles,
-            "Show where the processor's cycles of a block go: de-interleaving, the engine, its hooks by "
-            "kind; with --compare-routines for both runs; not with --bypass")
+        .add_flag("--cycles", options.cycles,
+                  "Show how the cycles of a block are divided: de-interleaving, the engine, its hooks by "
+                  "kind; with --compare-routines for both runs; not with --bypass")
         ->excludes(bypass);
     addEngineChoice(command, options.engine);
     addEngineSettings(command, options.engine);
