@@ -17,8 +17,8 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
 if(SE_WRAPPER_SANITIZE)
   add_compile_options(-fsanitize=${SE_WRAPPER_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
-  # AddressSanitizer stops at the accesses that the first two find, and at most that follow from the third; they
-  # are a third of a build's time.
+  # AddressSanitizer finds the accesses that the first two checks find, and most of those of the third. These
+  # checks take a third of the build time.
   add_compile_options(-fno-sanitize=null,object-size,pointer-overflow)
   add_link_options(-fsanitize=${SE_WRAPPER_SANITIZE})
 endif()
@@ -29,8 +29,8 @@ set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
 set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
 set(SE_ENGINE_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin/selibs)
 
-# Libraries are found relative to the file that needs them, in the build tree as installed: a file that is installed
-# keeps its runpath. CMake's own runpath for the build tree ends in an empty entry, which means the current folder.
+# Libraries are found relative to the file that needs them, in the build tree and in an installation: an installed
+# file keeps its runpath. CMake's own runpath for the build tree ends in an empty entry, which means the current folder.
 set(CMAKE_BUILD_WITH_INSTALL_RPATH ON)
 set(CMAKE_INSTALL_RPATH $ORIGIN/../lib)
 
@@ -43,12 +43,11 @@ target_compile_options(se_build_flags INTERFACE
   $<$<BOOL:${SE_WRAPPER_WERROR}>:-Werror>)
 target_include_directories(se_build_flags INTERFACE ${PROJECT_SOURCE_DIR})
 
-# Calls between the libraries are bound when a file is loaded, and the tables that are used for it are read-only
-# from then on.
+# Calls between the libraries are bound when a file is loaded; the tables for them are read-only after that.
 target_link_options(se_build_flags INTERFACE -Wl,-z,relro -Wl,-z,now)
 
-# The same for a library that is installed: it names every library that it takes symbols from. Sanitizers leave theirs
-# to the program.
+# The same for an installed library, which also names every library from which it takes symbols. With sanitizers this
+# is not possible: the program provides their symbols.
 add_library(se_library_flags INTERFACE)
 target_link_libraries(se_library_flags INTERFACE se_build_flags)
 if(NOT SE_WRAPPER_SANITIZE)

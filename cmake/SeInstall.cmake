@@ -1,7 +1,7 @@
-# What an installation holds: headers, both libraries, the engine builds beside the programs, a CMake
+# The contents of an installation: headers, both libraries, the engine builds beside the programs, a CMake
 # package and a pkg-config file. Everything is found relative to itself, so the tree may be moved.
 #
-# Other libraries are called libcommon, too, so ours stands in a folder of its own, which the files that need it name
+# Other libraries are called libcommon, too. Ours is in a separate folder, and the files that need it name the folder
 # in their runpath.
 
 include(CMakePackageConfigHelpers)

@@ -4,14 +4,14 @@
 # of an AVX variant.
 include(GoogleTest)
 
-# With AddressSanitizer it is the tested code that is instrumented: instrumenting the tests, too, triples the time
-# of such a build. ThreadSanitizer has to see both.
+# With AddressSanitizer only the tested code is instrumented, because instrumented tests triple the build time.
+# ThreadSanitizer needs both.
 function(se_test_flags target)
-  # Their own work is small.
+  # Optimisation has little effect on them.
   target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-O1>)
   if(SE_WRAPPER_SANITIZE MATCHES "address")
     target_compile_options(${target} PRIVATE -fno-sanitize=all)
-    # They ask whether the process is instrumented, not their own code.
+    # The tests read this macro to know that the process is instrumented.
     target_compile_definitions(${target} PRIVATE __SANITIZE_ADDRESS__=1)
   endif()
 endfunction()
@@ -59,7 +59,7 @@ function(se_script_test name)
   set_tests_properties(${name} PROPERTIES LABELS "${ARG_LABELS}")
 endfunction()
 
-# se_skipped_test(<name> <reason>): stands for a test that cannot run in this build.
+# se_skipped_test(<name> <reason>): replaces a test that cannot run in this build.
 function(se_skipped_test name reason)
   add_test(NAME ${name} COMMAND ${CMAKE_COMMAND} -E echo "skipped: ${reason}")
   set_tests_properties(${name} PROPERTIES SKIP_REGULAR_EXPRESSION "skipped: ")

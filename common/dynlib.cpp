@@ -13,12 +13,12 @@ namespace {
 // Why the library must not be opened; empty when it may.
 std::string objectionTo(const std::string& path) {
     if (path.empty()) return "the path of the library is empty";  // dlopen would take it for the program
-    // The loader looks for a name without a slash in folders of its own: there is no file to look at yet.
+    // The loader searches its own folders for a name without a slash, so there is no file to check yet.
     if (path.find('/') == std::string::npos) return {};
     return whyNotLoadable(path);
 }
 
-// What the loader says about its last failure on this thread.
+// The loader's message about its last failure on this thread.
 std::string loaderError(const std::string& path) {
     const char* const text = ::dlerror();
     return text == nullptr ? path + " cannot be loaded" : text;

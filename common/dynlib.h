@@ -1,5 +1,4 @@
 // Shared libraries: opening one by path and resolving its symbols.
-// Threads: any. None of it is rt-safe.
 #pragma once
 
 #include <locale>

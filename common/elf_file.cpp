@@ -17,7 +17,7 @@ namespace {
 constexpr const char* kUnreadable = "cannot be read";
 constexpr const char* kProbablyCut = "; it was probably cut short while being copied";
 
-// A file that is open as long as this object lives.
+// A file that is open during the lifetime of this object.
 class OpenFile {
   public:
     explicit OpenFile(const std::string& path)
@@ -68,7 +68,7 @@ bool contains(const Elf64_Phdr& segment, const Elf64_Phdr& part) {
     return isInside(part.p_vaddr - segment.p_vaddr, part.p_memsz, segment.p_filesz);
 }
 
-// Each of these says what is wrong, without the file's name; nothing when nothing is.
+// Each of these returns the fault, without the file's name; empty when there is none.
 
 std::string objectionToHeader(const Elf64_Ehdr& header) {
     if (header.e_ident[EI_CLASS] != ELFCLASS64 || header.e_ident[EI_DATA] != ELFDATA2LSB ||

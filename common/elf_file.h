@@ -1,6 +1,5 @@
 // Whether a file can be given to the dynamic loader. The loader maps what the headers of a library promise,
 // whether or not the file is that long; touching a page behind its end then ends the process with SIGBUS.
-// Threads: any. None of it is rt-safe.
 #pragma once
 
 #include <string>

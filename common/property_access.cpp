@@ -1,4 +1,4 @@
-// The accessors of a node's value and metadata: each holds the node's lock for its whole run.
+// The accessors of a node's value and metadata: each holds the node's lock for its whole duration.
 #include <string>
 #include <utility>
 
@@ -19,7 +19,7 @@ std::string acceptedTexts(const PropertyValue& value) {
 
 }  // namespace
 
-// Counts a change that was made, and tells the listeners. The record is built only for a node with listeners.
+// Counts a change and notifies the listeners. The record is built only for a node with listeners.
 void PropertyNode::countChange(Lock& lock, int32_t kind, const std::string& name,
                                const PropertyValue& value) {
     ++lock->change_counter;

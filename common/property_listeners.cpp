@@ -54,7 +54,7 @@ class PropertyListeners::List::Call {
     }
     ~Call() {
         if (listener_ == nullptr) return;
-        listener_.reset();  // with the mutex free: what a removed listener captured may use the list
+        listener_.reset();  // with the mutex free: a destructor of its captures may use the list
         const std::lock_guard lock(list_.mutex);
         list_.running_id = 0;
         list_.returned.notify_all();
@@ -81,7 +81,7 @@ void PropertyListeners::List::tell(PropertyNode& node, const Change& change) {
     }
 }
 
-// What a listener captured may add another one while it is destroyed, so the list is emptied until it stays
+// A destructor of a listener's captures may add another listener, so the list is emptied until it stays
 // empty.
 PropertyListeners::~PropertyListeners() {
     List* const list = list_.load(std::memory_order_acquire);
@@ -92,7 +92,7 @@ PropertyListeners::~PropertyListeners() {
     delete list;
 }
 
-// Made by the first thread that needs it.
+// Created by the first thread that needs it.
 PropertyListeners::List& PropertyListeners::list() {
     if (List* const made = list_.load(std::memory_order_acquire)) return *made;
     auto fresh = std::make_unique<List>();

@@ -65,7 +65,7 @@ bool PropertyNode::exists(const std::string& path) {
     return find(path, false) != nullptr;
 }
 
-// Plain pointers suffice on the way: nodes are never removed from a tree that is held.
+// Plain pointers are sufficient during the search: nodes are never removed from a tree that is held.
 PropertyNode* PropertyNode::find(std::string_view path, bool create) {
     PropertyNode* node = this;
     while (node != nullptr && !path.empty()) {

@@ -76,7 +76,7 @@ void PropertyValue::set(T value) {
     ::new (static_cast<void*>(inline_)) T(value);
 }
 
-// Kept on purpose: a string never lies inline, although it might fit.
+// Kept on purpose: a string is never stored inline, although it might fit.
 template <>
 void PropertyValue::set<std::string>(std::string value) {
     destroyValue();

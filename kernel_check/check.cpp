@@ -7,7 +7,7 @@
 namespace quill::test {
 namespace {
 
-// Makes the call once; pages without access are all around.
+// Makes the call once, with pages without access around the buffers.
 class OnceOnGuardedPages : public CallRunner {
   public:
     bool timed() const override { return false; }

@@ -1,4 +1,4 @@
-// Runs a variant beside its reference on equal problems.
+// Runs a variant and its reference on equal problems.
 #pragma once
 
 #include <cstdint>
@@ -8,8 +8,8 @@
 
 namespace quill::test {
 
-// What a variant does wrong on the problem of this seed, with the problem's numbers; empty when nothing. The
-// reference itself is run alone and judged by its own judge.
+// The first fault of a variant on the problem of this seed, with the problem's numbers; empty when there is none.
+// The reference itself is checked by its own judge.
 std::string fault(const KernelFunction& function, const FunctionVariant& variant, uint32_t seed,
                   const Numbers& given = {});
 
@@ -18,7 +18,7 @@ struct Failure {
     std::string text;
 };
 
-// The first fault among `repeat` problems of adjoining seeds; an empty text when there is none.
+// The first fault among `repeat` problems of consecutive seeds; empty when there is none.
 Failure firstFault(const KernelFunction& function, const FunctionVariant& variant, uint32_t seed, int repeat);
 
 }  // namespace quill::test

@@ -1,4 +1,4 @@
-// What the two builds differ in, apart from the symbols that they export. Constants only.
+// The differences of the two builds, apart from the symbols that they export. Constants only.
 #pragma once
 
 namespace reference_engine {

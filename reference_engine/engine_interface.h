@@ -23,7 +23,7 @@
 
 #define SE_ENGINE_API __attribute__((visibility("default")))
 
-// Exported by the beam-forming build alone.
+// Exported by the beam-forming build only.
 #ifdef SE_ENGINE_DEVICE_MODEL
 #define SE_ENGINE_BEAM_API __attribute__((visibility("hidden")))
 #else

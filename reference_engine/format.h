@@ -1,4 +1,4 @@
-// The measures of the engine's audio, which its settings, stages and diagnostics share. Constants and types
+// The dimensions of the engine's audio, shared by settings, stages and diagnostics. Constants and types
 // only.
 #pragma once
 

@@ -1,4 +1,4 @@
-// diags_passes: what a publishing and an applying pass cost, by the number of diagnostics.
+// diags_passes: the cost of a publishing and of an applying pass, by the number of diagnostics.
 // The engine is a stub, so that the wrapper's part is measured alone.
 #include <benchmark/benchmark.h>
 
@@ -12,7 +12,7 @@ namespace se = quill::media::se_wrapper;
 
 namespace {
 
-// A tree that a pass over `count` diagnostics has filled, and how many changes its nodes have told of since.
+// A tree that a pass over `count` diagnostics has filled, and the number of notifications since then.
 class Tree {
   public:
     explicit Tree(int64_t count, int length = 1) : root_(quill::PropertyNode::createRoot()) {
@@ -51,7 +51,7 @@ void publishUnchangedScalars(benchmark::State& state) {
     Tree tree(state.range(0));
     for (auto _ : state) tree.publish();
     report(state, tree);
-    if (tree.changes() != 0) state.SkipWithError("an unchanged pass told of changes");
+    if (tree.changes() != 0) state.SkipWithError("an unchanged pass notified of changes");
 }
 
 void publishChangedScalars(benchmark::State& state) {

@@ -1,5 +1,5 @@
-// The plain beam former: every microphone is delayed so that a talker's sound comes to all of them at once,
-// and the mean is taken.
+// Delay-and-sum beam former: every microphone is delayed so that the talker's sound is in phase in all of them;
+// the output is their mean.
 #pragma once
 
 #include <cstdint>
@@ -13,7 +13,7 @@ inline constexpr size_t kBlock = quill::media::se_wrapper::BLOCK_SIZE;
 
 class DelayAndSum {
   public:
-    // Steers to this very point, with delays to any fraction of a sample.
+    // Steers to this point, with fractional delays.
     DelayAndSum(const se_scene::MicrophonePositions& microphones, const se_scene::Point& talker);
 
     // in: kBlock interleaved frames of se_scene::kChannels samples. out: kBlock samples, saturated; they lag
@@ -24,7 +24,7 @@ class DelayAndSum {
     static constexpr size_t kTaps = 24;
     static constexpr size_t kHistory = kTaps - 1;
 
-    float taps_[se_scene::kMicrophones][kTaps];  // the first tap meets the oldest sample
+    float taps_[se_scene::kMicrophones][kTaps];  // the first tap multiplies the oldest sample
     float samples_[se_scene::kMicrophones][kHistory + kBlock] = {};
 };
 

@@ -11,7 +11,7 @@ constexpr double kLowestHz = 300;
 constexpr double kHighestHz = 7000;
 constexpr int kLongestLag = 500;  // samples
 
-// Band-limited, and earlier by `lag` samples: the longest lag's worth of zeros keeps the ends apart.
+// Band-limited, and earlier by `lag` samples. Zeros of the longest lag keep the ends from overlapping.
 Row inBand(const Row& row, double lag) {
     const se_scene::Fft fft(se_scene::powerOfTwoFrom(row.size() + kLongestLag));
     se_scene::Spectrum spectrum(fft.size());

@@ -1,5 +1,5 @@
-// engine_vs_peer: the engine beside a well-known public library, on the same scenes.
-// Exit codes: 0 done, whichever is ahead; 1 failure, 2 wrong usage.
+// engine_vs_peer: the engine compared with a public library, on the same scenes.
+// Exit codes: 0 done, with any result; 1 failure; 2 wrong usage.
 #include <iostream>
 #include <stdexcept>
 #include <string>
@@ -15,40 +15,36 @@ namespace {
 constexpr const char* kName = "engine_vs_peer";
 
 constexpr const char* kDescription =
-    "Puts the engine, reached through the wrapper as a host reaches it, beside SpeexDSP's echo canceller "
-    "and\n"
-    "preprocessor behind a delay-and-sum of the same microphones. Both go through the same simulated "
-    "scenes,\n"
-    "block by block in turn; each figure is the mean of some seeds.\n"
+    "Compares the engine, used through the wrapper as in a host, with SpeexDSP's echo canceller and\n"
+    "preprocessor after a delay-and-sum of the same microphones. Both process the same simulated scenes,\n"
+    "block by block in turn. Each figure is the mean over the seeds.\n"
     "\n"
     "echo           a room of 0.3 s with a loudspeaker beside the array, the echo as loud as the talker:\n"
-    "               far end and talker at once, then the far end alone, whose path changes half-way\n"
-    "diffuse-noise  a talker in pink noise from all around\n"
+    "               far end and talker at once, then the far end alone, with a change of path half-way\n"
+    "diffuse-noise  a talker in diffuse pink noise\n"
     "sensor-noise   a talker in the microphones' own white noise\n"
     "\n"
-    "ERLE                 decibels by which the output is lower than the centre microphone while the far "
-    "end\n"
-    "                     speaks alone. It counts only for a system that keeps the talker within 3 dB in\n"
-    "                     double talk, for silence has the best ERLE of all.\n"
-    "SI-SDR improvement   talker over all else, at the output against the centre microphone, 300 to 7000 "
-    "Hz;\n"
-    "                     the talker is its direct sound, its reflections are among all else\n"
+    "ERLE                 decibels by which the output is lower than the centre microphone while only the\n"
+    "                     far end is active. It counts only for a system that keeps the talker within 3 dB\n"
+    "                     in double talk: silence would have the best ERLE.\n"
+    "SI-SDR improvement   talker over the rest, at the output against the centre microphone, 300 to\n"
+    "                     7000 Hz. The talker is its direct sound; its reflections belong to the rest.\n"
     "talker's level       of the part of the output that is a multiple of that direct sound, against the\n"
     "  change             centre microphone, 300 to 7000 Hz\n"
-    "time per block       median, both in one process; on a busy machine trust the ratio\n"
+    "time per block       median, both in one process; on a busy machine only the ratio is reliable\n"
     "\n"
-    "The engine cancels the echo of each microphone, then searches for the talker; the peer is given its\n"
-    "position, steers there with fractional delays, and cancels the echo once behind its beam. Its "
-    "canceller\n"
-    "has the engine's tail, its preprocessor knows the canceller and reduces noise; no gain control.";
+    "The engine cancels the echo of each microphone, then searches for the talker. The peer is given the\n"
+    "talker's position, steers there with fractional delays, and cancels the echo once, after its beam.\n"
+    "Its canceller has the engine's tail. Its preprocessor suppresses the residual echo and reduces noise;\n"
+    "gain control is off.";
 
 constexpr const char* kExamples =
     "Examples:\n"
     "  engine_vs_peer                                       everything, about a minute\n"
     "  engine_vs_peer --scene sensor-noise --snr 5          louder noise\n"
-    "  engine_vs_peer --seconds 3 --seeds 1                 a quick look\n"
+    "  engine_vs_peer --seconds 3 --seeds 1                 a quick run\n"
     "  engine_vs_peer --engine se_lib_harborv006 --array-radius 0.035\n"
-    "                                                       the build of another array\n"
+    "                                                       the build for another array\n"
     "  engine_vs_peer --json > figures.json                 with each seed's figures";
 
 struct Options {
@@ -69,16 +65,15 @@ void addOptions(CLI::App& app, Options& options) {
         ->type_name("NAME")
         ->check(CLI::IsMember(sceneNames()));
     app.add_option("--seconds", options.trial.seconds,
-                   "Length of a scene; its parts, named as they are with 12, stretch with it")
+                   "Length of a scene; its parts have their named length with 12 and scale with it")
         ->capture_default_str()
         ->check(CLI::Range(3.0, 120.0));
     app.add_option("--seed", options.trial.seed, "First seed of voices and noises")->capture_default_str();
-    app.add_option("--seeds", options.seeds, "How many seeds, one after the other")
+    app.add_option("--seeds", options.seeds, "Number of seeds, consecutive")
         ->capture_default_str()
         ->check(CLI::Range(1, 1000));
     app.add_option("--azimuth", options.trial.azimuth_deg,
-                   "Of the talker, degrees; the engine's beams stand "
-                   "30 apart")
+                   "Azimuth of the talker, degrees; the engine's beams are 30 apart")
         ->capture_default_str()
         ->check(CLI::Range(-360.0, 360.0));
     app.add_option("--snr", options.trial.snr_db, "Talker over noise in the noise scenes, dB")
@@ -86,11 +81,11 @@ void addOptions(CLI::App& app, Options& options) {
         ->check(CLI::Range(-20.0, 60.0));
     app.add_option("--engine", options.engine, "Engine build in selibs/ (default: the wrapper's choice)")
         ->type_name("NAME");
-    app.add_option("--array-radius", options.trial.array_radius_m, "Of the engine's array, metres")
+    app.add_option("--array-radius", options.trial.array_radius_m, "Radius of the engine's array, metres")
         ->capture_default_str()
         ->check(CLI::Range(0.005, 0.2));
     app.add_flag("--tell-engine", options.trial.tell_engine,
-                 "Tell the engine, too, where the talker stands: shows what its search costs");
+                 "Give the talker's position to the engine, too: shows the cost of its search");
     app.add_flag("--json", options.json, "Print JSON");
     app.footer(kExamples);
 }

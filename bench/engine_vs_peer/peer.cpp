@@ -11,7 +11,7 @@ void set(SpeexPreprocessState* state, int request, spx_int32_t value) {
 
 }  // namespace
 
-// What is not set here stays as the library's authors chose it.
+// Other parameters keep the library's default.
 Peer::Peer(const DelayAndSum& beam, int tail)
     : beam_(beam),
       echo_(speex_echo_state_init(kFrame, tail)),

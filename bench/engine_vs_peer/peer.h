@@ -1,4 +1,4 @@
-// The peer: SpeexDSP's echo canceller and preprocessor behind a delay-and-sum of the microphones.
+// The peer: SpeexDSP's echo canceller and preprocessor after a delay-and-sum of the microphones.
 #pragma once
 
 #include <speex/speex_echo.h>
@@ -15,7 +15,7 @@ class Peer {
     // `tail`: samples of echo path that the canceller covers.
     Peer(const DelayAndSum& beam, int tail);
 
-    // in: kBlock samples of what the loudspeaker plays, kBlock interleaved frames as the device records them.
+    // in: kBlock samples of the far end, kBlock interleaved frames as the device records them.
     // out: kBlock samples.
     void process(const int16_t* far_end, const int16_t* interleaved, int16_t* out);
 

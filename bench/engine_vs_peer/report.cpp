@@ -14,7 +14,7 @@ namespace {
 using quill::stringPrintf;
 using Json = nlohmann::ordered_json;
 
-constexpr double kTie = 0.05;  // dB: what the table would not show
+constexpr double kTie = 0.05;  // dB: less than the table shows
 
 double median(std::vector<double> values) {
     const auto middle = values.begin() + static_cast<ptrdiff_t>(values.size() / 2);
@@ -53,7 +53,7 @@ bool counts(const Report& report, const Figure& figure, size_t system) {
     return !figure.of_echo || report.keeps_talker[system];
 }
 
-// Above 0: the engine is ahead.
+// Above 0: the engine is better.
 double leadOf(const Report& report, const Figure& figure) {
     const bool engine = counts(report, figure, kEngine);
     const bool peer = counts(report, figure, kPeer);
@@ -147,8 +147,8 @@ std::string toText(const Report& report, const EngineText& engine, const TrialOp
     text += stringPrintf("\nThe engine takes %.2f times as long as the peer.\n", ratio);
     if (!report.keeps_talker[kEngine] || !report.keeps_talker[kPeer]) {
         text += stringPrintf(
-            "In brackets: does not count, for in double talk the talker's level changes by more than %g dB "
-            "with some seed.\n",
+            "In brackets: does not count, because with some seed the talker's level in double talk changes\n"
+            "by more than %g dB.\n",
             kMostLevelChange);
     }
     return text;

@@ -1,4 +1,4 @@
-// Both systems over one recording, block by block in turn, so that whatever else the machine does slows both.
+// Both systems over one recording, block by block in turn, so that other load on the machine slows both.
 #pragma once
 
 #include <string>
@@ -24,7 +24,7 @@ struct EngineText {
 };
 EngineText describeEngine();
 
-// Both from their first state. The peer is given the talker's position; the engine searches for the talker itself,
+// Both from their initial state. The peer is given the talker's position; the engine searches for the talker itself,
 // unless `tell_engine`.
 // needs: a loaded engine.
 Outputs runBoth(const se_scene::Scene& scene, const se_scene::SceneOptions& options, bool tell_engine);

@@ -10,9 +10,9 @@ using se_scene::Scene;
 using se_scene::SceneOptions;
 
 constexpr double kTalkerDbfs = -26;
-constexpr double kQuietDbfs = -85;  // of sensors where noise is not the question
+constexpr double kQuietDbfs = -85;  // of the sensors in scenes without noise figures
 
-// Which parts of a scene of this length are looked at.
+// The measured parts of a scene of this length.
 struct Times {
     double unit_s;  // a twelfth of the scene
 
@@ -64,8 +64,8 @@ struct Lags {
     double samples[kSystems];
 };
 
-// The talker's direct sound at the centre microphone: what a beam former should keep. Against its sound with
-// its reflections every beam would do worse the more of them it keeps out.
+// The talker's direct sound at the centre microphone: what a beam former should keep. With the reflections in the
+// reference, a beam that suppresses more of them would get a lower figure.
 Row directSound(const SceneOptions& options) {
     SceneOptions open = options;
     open.reverberation_s = 0;

@@ -1,4 +1,4 @@
-// The scenes that both systems go through, and the figures taken from each.
+// The scenes that both systems process, and the figures of each.
 #pragma once
 
 #include "bench/engine_vs_peer/systems.h"
@@ -6,12 +6,12 @@
 namespace engine_vs_peer {
 
 struct TrialOptions {
-    double seconds = 12;  // that a scene lasts
+    double seconds = 12;  // length of a scene
     uint32_t seed = 1;
     double azimuth_deg = 60;  // of the talker
     double snr_db = 14;       // of the talker while speaking over the noise, in the noise scenes
     double array_radius_m = 0.0425;
-    bool tell_engine = false;  // where the talker stands, to the nearest of its look directions
+    bool tell_engine = false;  // the talker's position, as the nearest of its look directions
 };
 
 enum class Better { kHigher, kNearerZero };
@@ -29,7 +29,7 @@ struct Trial {
     std::vector<double> microseconds[kSystems];  // one a block
 };
 
-// The talker's level change of this scene says whether figures of echo count.
+// The talker's level change of this scene decides whether echo figures count.
 inline constexpr const char* kDoubleTalk = "double talk";
 inline constexpr const char* kLevelChange = "talker's level change";
 

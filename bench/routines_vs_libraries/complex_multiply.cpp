@@ -1,5 +1,5 @@
-// Product of complex vectors in Q15. VOLK's has no Q15: it keeps the low 16 bits of each product, which is less
-// work; the same as ours only for small numbers.
+// Product of complex vectors in Q15. VOLK's product has no Q15. It keeps the low 16 bits of each product, which is
+// less work and gives the same result only for small numbers.
 #include <volk/volk.h>
 
 #include "bench/routines_vs_libraries/areas.h"

@@ -1,4 +1,4 @@
-// Calls that compute the same, to be timed in turn.
+// Calls that compute the same and are timed in turn.
 #pragma once
 
 #include <functional>
@@ -20,17 +20,17 @@ struct Contestant {
     std::string name;
     Role role;
     timing::Repeated run;
-    // Makes the call on the contest's problem and gives how far its result is from what is expected; null for
-    // what is checked elsewhere and for a limit.
+    // Makes the call on the contest's problem and returns the error of its result. Null for a call that is
+    // checked elsewhere and for a limit.
     std::function<double()> error;
     double tolerance = 0;
     double work = 0;  // of one call; 0: the contest's
 };
 
-// What a table tells of a call.
+// The figure that a table shows for a call.
 struct Figure {
     const char* unit;
-    bool is_rate;  // work a cycle, the more the better; else cycles for a unit of work
+    bool is_rate;  // work a cycle, higher is better; else cycles for a unit of work
 };
 
 // One column of one table.

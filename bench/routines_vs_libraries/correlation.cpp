@@ -1,6 +1,6 @@
 // FIR correlation of 16-bit samples: out[i] = sum over k of coeffs[k] signal[i + k].
-// VOLK and liquid-dsp have no dot product of two real 16-bit vectors, so they are given floats, whose
-// conversion is not counted. The libraries of libav keep theirs to themselves.
+// VOLK and liquid-dsp have no dot product of two real 16-bit vectors. They get floats, and the conversion is not
+// counted. The libraries of libav do not export theirs.
 #include <liquid/liquid.h>
 #include <volk/volk.h>
 

@@ -31,7 +31,7 @@ std::string today() {
     return text;
 }
 
-// Processes that wanted a processor in the last minute: one when nothing but this runs.
+// Runnable processes, averaged over the last minute: one when only this program runs.
 std::string load() {
     std::string text;
     std::ifstream("/proc/loadavg") >> text;

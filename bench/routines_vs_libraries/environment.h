@@ -1,4 +1,4 @@
-// What a run ran on and with.
+// The machine and the libraries of a run.
 #pragma once
 
 #include <string>
@@ -12,7 +12,7 @@ using Names = std::vector<std::pair<std::string, std::string>>;
 // Processor, compiler, flags, date, load.
 Names environment();
 
-// The libraries and their versions, as they say themselves where they can be asked.
+// The libraries and their versions; reported by the library where it has a function for it.
 Names libraries();
 
 }  // namespace routines_vs_libraries

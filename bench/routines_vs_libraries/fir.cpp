@@ -1,5 +1,5 @@
-// A filter of 55 taps that runs on, block by block. The libraries filter floats, whose conversion is not
-// counted; ours takes and gives 16-bit samples.
+// A filter of 55 taps with a continuous signal, block by block. The libraries filter floats, and the conversion is
+// not counted. Ours has 16-bit input and output.
 #include <fftw3.h>
 #include <liquid/liquid.h>
 #include <volk/volk.h>
@@ -24,7 +24,7 @@ namespace se = quill::media::se_wrapper;
 constexpr int kBlock = se::BLOCK_SIZE;
 constexpr int kBlocks = 8;  // of a check
 
-// What the filters are given and what comes out without delay: the newest sample counts.
+// The input of the filters, and the output without delay: the newest sample included.
 struct Problem {
     Problem() : coeffs(se::kHighPass600Hz.coeffs_, se::kHighPass600Hz.coeffs_ + taps) {
         Samples history(taps - 1);
@@ -55,7 +55,7 @@ Contestant filter(const std::string& name, Role role, const Problem& p, const Sa
     return {name, role, timing::repeated(run), error, tolerance};
 }
 
-// A block of input behind as many samples before it as the filter looks back on.
+// A block of input after the samples of the filter's history.
 template <class Sample>
 class History {
   public:
@@ -105,7 +105,7 @@ class OverlapSave {
 
   private:
     template <class T>
-    struct Allocator {  // as FFTW likes it aligned
+    struct Allocator {  // with FFTW's alignment
         using value_type = T;
         T* allocate(size_t count) { return static_cast<T*>(fftwf_malloc(count * sizeof(T))); }
         void deallocate(T* data, size_t) { fftwf_free(data); }
@@ -120,7 +120,7 @@ class OverlapSave {
 };
 
 std::vector<Contestant> ours(const Session& session, const Problem& p) {
-    // One sample later than need be, as the filter's header explains.
+    // One sample later than necessary, as the filter's header explains.
     constexpr size_t kExtraDelay = 1;
     std::vector<Contestant> all;
     for (const se::ConvolveVariant& v : se::kConvolveVariants) {

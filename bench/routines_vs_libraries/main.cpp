@@ -1,5 +1,5 @@
-// routines_vs_libraries: our routines beside those of public libraries, in one process.
-// Exit codes: 0 all right, 1 a result is wrong or a file cannot be written, 2 wrong usage.
+// routines_vs_libraries: our routines compared with those of public libraries, in one process.
+// Exit codes: 0 success, 1 a result is wrong or a file cannot be written, 2 wrong usage.
 #include <algorithm>
 #include <fstream>
 #include <iostream>
@@ -20,19 +20,19 @@ namespace routines_vs_libraries {
 namespace {
 
 constexpr const char* kDescription =
-    "Times our routines beside those of public libraries, plain loops and the limits of the machine.\n"
+    "Times our routines, those of public libraries, plain loops and the limits of the machine.\n"
     "First each of our results is compared bit by bit with a scalar reference, and those of the libraries\n"
-    "with the same within a tolerance. Then all that compute the same are timed in turn, in rounds of 60\n"
-    "microseconds. A figure is the upper limit of the fastest tenth of the rounds, in cycles of the core,\n"
-    "whose clock is measured before and after each round.";
+    "with the same reference within a tolerance. Then all that compute the same are timed in turn, in\n"
+    "rounds of 60 microseconds. A figure is the upper limit of the fastest tenth of the rounds, in core\n"
+    "cycles. The core's clock is measured before and after each round.";
 
 constexpr const char* kExamples =
     "Examples:\n"
     "  routines_vs_libraries                       everything, as tables (two minutes)\n"
-    "  routines_vs_libraries --quick --area fir    a first look at one area; the figures are rough\n"
+    "  routines_vs_libraries --quick --area fir    a quick run of one area; the figures are rough\n"
     "  routines_vs_libraries --json figures.json   the same figures for programs\n"
-    "Run it on an idle machine. Other load on the same core, that of another virtual machine too, makes\n"
-    "everything up to 1.6 times as slow at the same clock; --repeat keeps the better figures.";
+    "Run it on an idle machine. Other load on the same core, also that of another virtual machine, makes\n"
+    "everything up to 1.6 times as slow at the same clock. --repeat keeps the better figures.";
 
 struct Options {
     bool quick = false, markdown = false;
@@ -49,7 +49,7 @@ std::string areaNames() {
 void addOptions(CLI::App& app, Options& options) {
     app.add_option("--area", options.area, "Only this area: " + areaNames())->type_name("NAME");
     app.add_flag("--quick", options.quick, "Few and short rounds");
-    app.add_option("--repeat", options.repeat, "Do it all as often and keep the best times")
+    app.add_option("--repeat", options.repeat, "Number of runs; the best times are kept")
         ->capture_default_str()
         ->check(CLI::PositiveNumber);
     app.add_flag("--markdown", options.markdown, "Print the tables as Markdown");
@@ -67,7 +67,7 @@ void compare(Session& session, const std::string& only) {
         session.begin(area.name);
         area.run(session);
     }
-    if (!found) throw std::invalid_argument("no area '" + only + "'; there are " + areaNames());
+    if (!found) throw std::invalid_argument("no area '" + only + "'; use one of " + areaNames());
 }
 
 void write(se_output::TemporaryFile& file, const std::string& content) {
@@ -78,7 +78,7 @@ void write(se_output::TemporaryFile& file, const std::string& content) {
 }
 
 void run(const Options& options) {
-    // Whether they can be written is to be known before the work is done.
+    // A file that cannot be written is reported before the measurement.
     std::optional<se_output::TemporaryFile> json;
     if (!options.json.empty()) json.emplace(options.json);
     std::optional<Plots> plots;

@@ -1,5 +1,5 @@
-// Loops without intrinsics, compiled twice: for the floor processor (as the rest of this project is)
-// and for the processor that builds.
+// Loops without intrinsics, compiled twice: for the floor processor, as the rest of this project, and for the
+// processor of the build machine.
 // needs: sums that fit in 32 bits.
 #pragma once
 

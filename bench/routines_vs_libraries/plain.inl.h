@@ -1,6 +1,6 @@
-// Plain loops, for the compiler to vectorise. Compiled for the floor processor and, by plain_native.cpp, for the
-// one that builds: the including file defines PLAIN, the namespace. No templates of the library and nothing else
-// that the linker could share between the two.
+// Plain loops, vectorised by the compiler. Compiled for the floor processor and, by plain_native.cpp, for the
+// processor of the build machine. The including file defines PLAIN, the namespace. No templates of the standard
+// library and nothing else that the linker could share between the two.
 #include <cstddef>
 #include <cstdint>
 

@@ -41,7 +41,7 @@ constexpr Chart kCharts[] = {
      "set xtics ('100' 100, '1,000' 1000, '10,000' 10000, '100,000' 100000)\n"},
 };
 
-// A line for each contestant; what is ours is solid and strong.
+// A line for each contestant; ours are solid and thicker.
 struct Curve {
     std::string name;
     Role role;
@@ -63,7 +63,7 @@ std::vector<Curve> curvesOf(const Chart& chart, const std::vector<Result>& resul
     return curves;
 }
 
-// A line across, with a name behind its end.
+// A horizontal line, with a name after its end.
 struct Limit {
     std::string name;
     double value;
@@ -77,7 +77,7 @@ double highestOf(const std::vector<Curve>& curves) {
     return highest;
 }
 
-// A limit is the same everywhere. Those that lie too close for two names share a line.
+// A limit is constant. Limits that are too close for two names share a line.
 std::vector<Limit> limitsOf(const std::vector<Curve>& curves) {
     const double close = highestOf(curves) / 30;
     std::vector<Limit> limits;

@@ -12,15 +12,15 @@ namespace routines_vs_libraries {
 
 class Plots {
   public:
-    // Make it before the work, so that what is wrong with the folder or gnuplot is known early.
+    // Construct it before the measurement, so that an error of the folder or of gnuplot is reported early.
     // fails: se_output::Failure.
     explicit Plots(const std::string& folder);
 
-    // Draws what there are results for, as SVG. fails: se_output::Failure.
+    // Draws the charts that have results, as SVG. fails: se_output::Failure.
     void draw(const std::vector<Result>& results);
 
   private:
-    std::vector<std::unique_ptr<se_output::Picture>> pictures_;  // that appear once they are drawn
+    std::vector<std::unique_ptr<se_output::Picture>> pictures_;  // written when they are complete
 };
 
 }  // namespace routines_vs_libraries

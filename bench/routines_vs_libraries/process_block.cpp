@@ -1,4 +1,4 @@
-// The wrapper's own share of a block, with an engine that does nothing, beside a copy of the rows that it fills.
+// The wrapper's own share of a block, with an engine that does nothing, compared with a copy of the rows that it fills.
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -21,7 +21,7 @@ namespace se = quill::media::se_wrapper;
 constexpr size_t kRows = se::kNumMicrophones * se::BLOCK_SIZE;
 constexpr const char* kCopy = "memcpy of the rows";
 
-// What the engine was given last: the centre microphone, and the others behind it.
+// The engine's last input: the centre microphone, and the others after it.
 int16_t g_centre[se::BLOCK_SIZE], g_others[kRows - se::BLOCK_SIZE];
 
 void keepRows(int16_t* centre, int16_t* others, int16_t*) {
@@ -35,7 +35,7 @@ struct Problem {
     }
     const size_t channels;
     const Samples interleaved = noise(se::BLOCK_SIZE * channels, 32767, 1);
-    // Where a copy is fastest.
+    // Aligned for the fastest copy.
     alignas(64) int16_t expected[kRows] = {};
     alignas(64) int16_t rows[kRows] = {};
     int16_t output[se::BLOCK_SIZE] = {};
@@ -66,7 +66,7 @@ Contestant rowsOf(const char* name, Role role, Problem& p, const Call& call) {
     return {name, role, timing::repeated(call), error};
 }
 
-// Gives all channels, in their own order.
+// Outputs all channels, in their own order.
 Contestant swresample(Problem& p) {
     const Swr made = makeSwr(static_cast<int>(p.channels), AV_SAMPLE_FMT_S16P, 16000, 16000);
     const auto rows = std::make_shared<Samples>(p.channels * se::BLOCK_SIZE);

@@ -1,5 +1,5 @@
-// The property tree beside documents of boost::property_tree and nlohmann::json. These have neither locks nor
-// listeners nor metadata: what they are asked for is what they share with ours.
+// The property tree compared with documents of boost::property_tree and nlohmann::json. These have no locks,
+// listeners or metadata. The operations are those that all have.
 #include <algorithm>
 #include <boost/property_tree/ptree.hpp>
 #include <nlohmann/json.hpp>
@@ -22,7 +22,7 @@ using boost::property_tree::ptree;
 using nlohmann::json;
 
 constexpr int kValue = 1234;
-constexpr size_t kStride = 7919;  // a prime: paths are asked for out of order
+constexpr size_t kStride = 7919;  // a prime: paths are used out of order
 
 ptree::path_type boostPath(const std::string& path) {
     return {path, '/'};
@@ -47,7 +47,7 @@ struct Trees {
         }
     }
 
-    // Counts what our nodes tell of.
+    // Counts the notifications of our nodes.
     void watch(quill::PropertyNode& node) {
         node.addListener([this](quill::PropertyNode&, const quill::PropertyChangeInfo&) { ++changes; });
         for (const quill::PropertyNodePtr& child : node.children()) watch(*child);
@@ -65,7 +65,7 @@ struct Trees {
     size_t at = 0;
 };
 
-// `is_right` looks at what the call left.
+// `is_right` checks the result of the call.
 template <class Call, class IsRight>
 Contestant checked(const std::string& name, Role role, const Call& call, const IsRight& is_right) {
     const auto error = [call, is_right] {
@@ -130,7 +130,7 @@ void lookUp(Session& session, int count) {
          });
 }
 
-// What a host would write with the other trees: the path, the node, the value where it differs.
+// A host's code with the other trees: path, node, and a write where the value differs.
 template <class Publish>
 void eachDiag(const Publish& publish) {
     for (int i = 0; i < se::SEDiagGetNumDiags(); ++i) {

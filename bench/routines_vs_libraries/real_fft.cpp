@@ -1,6 +1,6 @@
-// The real FFT in single precision, and the hooks around it beside their own transform.
-// libavcodec's takes powers of two only; SpeexDSP's is scalar and stands in its static archive alone. Left out: PFFFT, of
-// which Debian has no package, and the transform of Opus, which its library does not export.
+// The real FFT in single precision, and the hooks compared with their own transform.
+// libavcodec's transform takes powers of two only. SpeexDSP's is scalar, and only the static archive exports it.
+// Left out: PFFFT, which is not packaged by Debian, and the transform of Opus, which its library does not export.
 #include <fftw3.h>
 #include <kiss_fftr.h>
 
@@ -43,7 +43,7 @@ Aligned aligned(int count) {
     return {floats, std::free};
 }
 
-// How half a spectrum lies in memory.
+// The memory layout of half a spectrum.
 enum class Layout {
     fftpack,  // DC, then re, im of each bin, Nyquist last: n floats
     complex,  // n / 2 + 1 complex values
@@ -63,7 +63,7 @@ Floats laidOut(const Floats& spectrum, Layout layout) {
     return out;
 }
 
-// A transform and what the published one makes of the same values.
+// A transform and the published one's result for the same values.
 struct Problem {
     Problem(int length, bool is_forward)
         : n(length),
@@ -83,7 +83,7 @@ struct Problem {
     Floats spectrum, back;
 };
 
-// Zeros are transformed when timed, so that nothing grows where it is done in place.
+// When timed, zeros are transformed, so that values do not grow in place.
 template <class Call>
 Contestant inPlace(const std::string& name, Role role, const Problem& p, Layout layout, const Aligned& data,
                    const Call& call, double gain = 1, double tolerance = 0) {
@@ -132,7 +132,7 @@ Contestant speex(const Problem& p) {
 
 Contestant fftw(const Problem& p, unsigned flag, const std::string& name) {
     const Aligned in = aligned(p.n + 2), out = aligned(p.n + 2);
-    fftwf_forget_wisdom();  // or an estimate would know what was measured before
+    fftwf_forget_wisdom();  // else an estimate would use earlier measurements
     auto* const bins = reinterpret_cast<fftwf_complex*>(p.forward ? out.get() : in.get());
     const auto plan =
         std::shared_ptr<fftwf_plan_s>(p.forward ? fftwf_plan_dft_r2c_1d(p.n, in.get(), bins, flag)
@@ -176,7 +176,7 @@ std::optional<Contestant> libavcodec(const Problem& p) {
     const Aligned data = aligned(p.n);
     const auto made =
         std::shared_ptr<RDFTContext>(av_rdft_init(bits, p.forward ? DFT_R2C : IDFT_C2R), av_rdft_end);
-    // Its inverse gives half of the others'.
+    // Its inverse has half the scale of the others.
     return inPlace(
         "libavcodec, av_rdft", Role::peer, p, Layout::packed, data,
         [made, data] { av_rdft_calc(made.get(), data.get()); }, p.forward ? 1 : 0.5, kTolerance);
@@ -248,7 +248,7 @@ Contestant wholeHook(HookProblem& p, const Hook& hook) {
         call();
         const bool is_equal = std::equal(expected.begin(), expected.begin() + p.n, p.out.begin());
         std::fill(p.in.begin(), p.in.end(), int16_t{0});
-        call();  // leaves zeros for the bare transform
+        call();  // the bare transform then gets zeros
         return is_equal ? 0.0 : 1.0;
     };
     return {std::string("ours, ") + hook.name, Role::ours, timing::repeated(call), error};

@@ -31,7 +31,7 @@ std::string number(double value, int decimals) {
     return text;
 }
 
-// A result's time divided by that of whom it stands beside; 0 when there is none.
+// A result's time divided by that of the contestant it is compared with; 0 when there is none.
 double timesBeside(const Result& r, const std::vector<Result>& all) {
     for (const Result& other : all) {
         if (other.subject == r.subject && other.value == r.value && other.name == r.beside) {
@@ -68,7 +68,7 @@ std::vector<Result> only(const std::vector<Result>& results, const std::string R
     return some;
 }
 
-// The fewest cycles of a role in a column; 0 when it does not take part.
+// The fewest cycles of a role in a column; 0 when the role does not occur.
 double fastest(const std::vector<Result>& results, Role role, int value) {
     double cycles = 0;
     for (const Result& r : results) {

@@ -1,4 +1,4 @@
-// What has been found, for people and for programs.
+// The results, as tables and as JSON.
 #pragma once
 
 #include <string>

@@ -1,6 +1,6 @@
 // From 16 to 48 kHz in blocks of 80 samples: three phases of 24 taps.
-// libswresample and SpeexDSP take 16-bit samples and make filters of their own, so they are judged by a tone.
-// liquid-dsp and VOLK are given ours, and floats, whose conversion is not counted.
+// libswresample and SpeexDSP take 16-bit samples and design their own filters, so they are checked with a tone.
+// liquid-dsp and VOLK get our filter and floats; the conversion is not counted.
 #include <liquid/liquid.h>
 #include <samplerate.h>
 #include <speex/speex_resampler.h>
@@ -29,7 +29,7 @@ constexpr double kFrequency = 1000.0 / 48000;  // of the tone, cycles an output 
 constexpr double kAmplitude = 8000;
 constexpr double kToneTolerance = 0.02;
 
-// A windowed sinc at a third of the output rate, each phase of unity gain: phase p, tap t stand at p * kTaps + t.
+// A windowed sinc at a third of the output rate, each phase with unity gain. Index of phase p, tap t: p * kTaps + t.
 Samples designedCoeffs() {
     Samples coeffs;
     for (int p = 0; p < kFactor; ++p) {
@@ -92,7 +92,7 @@ Contestant inFloats(const std::string& name, Problem& p, const Call& call, const
     return {name, Role::peer, timing::repeated(call), error, 1};
 }
 
-// `block(in, out)` takes kIn samples that run on and returns how many came out.
+// `block(in, out)` takes the next kIn samples and returns the number of output samples.
 template <class Sample, class Block>
 Contestant resampler(const std::string& name, const std::vector<Sample>& in, const Block& block) {
     const auto error = [&in, block] {

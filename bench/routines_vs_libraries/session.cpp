@@ -27,7 +27,7 @@ double allocationsOf(const Contestant& contestant) {
     return static_cast<double>(quill::test::allocationsOf([&] { contestant.run(1); }));
 }
 
-// A line that the next one overwrites, on a terminal alone.
+// A line that the next one overwrites, on a terminal only.
 void showProgress(const std::string& text) {
     if (::isatty(STDERR_FILENO) != 0) std::fprintf(stderr, "\r\033[K%s", text.c_str());
 }

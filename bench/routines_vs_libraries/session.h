@@ -1,4 +1,4 @@
-// A run of the program: what was asked for and what has been found.
+// A run of the program: its options and its results.
 #pragma once
 
 #include <cstdint>
@@ -20,18 +20,18 @@ class Session {
   public:
     explicit Session(bool quick) : quick_(quick) {}
 
-    // What follows belongs to this area.
+    // Later results belong to this area.
     void begin(const std::string& area) { area_ = area; }
 
     bool quick() const { return quick_; }
     const quill::test::Machine& machine() const { return machine_; }
 
-    // Checks every variant of a kernel that runs here against its scalar reference, on problems that look for
-    // the ends of the range and stand beside pages without access. fails: Mismatch.
+    // Checks every variant of a kernel that runs here against its scalar reference, on problems with extreme
+    // values and with pages without access around the buffers. fails: Mismatch.
     void requireRight(const std::string& kernel);
 
-    // Checks every contestant, then times all of them in turn. Held again, each keeps its better time: a
-    // neighbour on the same core slows down seconds on end. fails: Mismatch.
+    // Checks every contestant, then times all of them in turn. In a repetition each keeps its better time:
+    // other load on the same core may last for seconds. fails: Mismatch.
     void hold(const Contest& contest);
 
     const std::vector<Result>& results() const { return results_; }

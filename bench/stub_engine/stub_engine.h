@@ -11,7 +11,7 @@ namespace bench {
 
 inline constexpr int kStubLevels = 4;
 
-// What it answers: writable diagnostics of type Int32, spread over the levels, all of one value or one array.
+// Its diagnostics: writable, type Int32, spread over the levels, all scalars or all arrays.
 struct StubEngine {
     std::vector<std::string> names;
     int length = 1;

@@ -1,5 +1,5 @@
 // kernel_harness: checks and times every variant of every kernel.
-// Exit codes: 0 all right, 1 something is wrong, 2 wrong usage.
+// Exit codes: 0 success, 1 a variant is wrong or another failure, 2 wrong usage.
 #include <random>
 #include <string>
 
@@ -21,11 +21,10 @@ constexpr const char* kName = "kernel_harness";
 
 constexpr const char* kDescription =
     "Checks each variant of each kernel against a reference that states what it must compute, on problems\n"
-    "drawn from a seed: lengths around whole eights, any alignment, contents at the ends of the range, "
-    "pages\n"
-    "without access around every buffer, outputs compared with all that stands around them.\n"
-    "With --bench it then times them in cycles of the core, whose clock is measured beside each case,\n"
-    "after the machine's own limit: multiplications with addition that touch nothing but registers.";
+    "drawn from a seed: lengths around multiples of eight, any alignment, extreme values, pages without\n"
+    "access around every buffer. Outputs and the memory around them are compared.\n"
+    "With --bench it then times the variants in core cycles; the core's clock is measured with each case.\n"
+    "The first line is the machine's own limit: multiply-accumulates that use registers only.";
 
 constexpr const char* kExamples =
     "Examples:\n"
@@ -33,7 +32,7 @@ constexpr const char* kExamples =
     "  kernel_harness --engine se_lib_beamv1.14                the engine's own routines as well\n"
     "  kernel_harness --bench --function convolve_i16_i16      times one kernel's variants\n"
     "  kernel_harness --function widen --variant sse41 --seed 7 --repeat 1\n"
-    "                                                          one problem again";
+    "                                                          repeats one problem";
 
 struct Options {
     bool list = false, bench = false, json = false, self_test = false;
@@ -47,10 +46,10 @@ void addOptions(CLI::App& app, Options& options) {
     app.add_option("--function", options.function, "Only this function")->type_name("NAME");
     app.add_option("--variant", options.variant, "Only this variant of each function")->type_name("NAME");
     app.add_option("--seed", options.seed, "Seed of the first problem (default: another one each time)");
-    app.add_option("--repeat", options.repeat, "Problems for each variant, of adjoining seeds")
+    app.add_option("--repeat", options.repeat, "Problems for each variant, of consecutive seeds")
         ->capture_default_str()
         ->check(CLI::PositiveNumber);
-    app.add_flag("--bench", options.bench, "Time the variants once they are all found right");
+    app.add_flag("--bench", options.bench, "Time the variants if all are correct");
     app.add_flag("--json", options.json, "Print JSON");
     app.add_option("--engine", options.engine, "Engine build in selibs/ whose own routines take part")
         ->type_name("NAME");
@@ -64,7 +63,7 @@ std::string repeatCommand(const Options& options, const Selected& row, uint32_t 
            (options.engine.empty() ? "" : " --engine " + options.engine);
 }
 
-// True when the variant is right, or not of this machine.
+// True when the variant is correct, or cannot run on this machine.
 bool check(const Options& options, const Selected& row, Report& report) {
     if (!row.runs) {
         report.skipped(row);
@@ -95,7 +94,7 @@ void timeAll(const Options& options, const std::vector<Selected>& rows, Report& 
     }
 }
 
-// As a function that is only timed; there is no reference.
+// A function that is only timed; there is no reference.
 KernelFunction machineLimits() {
     KernelFunction function{"multiply_add_limit", {}, {{}}};
     for (const timing::MultiplyAddLimit& limit : timing::multiplyAddLimits()) {

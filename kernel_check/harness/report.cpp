@@ -67,7 +67,7 @@ void Report::timed(const Selected& row, const quill::test::Numbers& numbers, con
     for (const auto& [name, value] : numbers) numbers_given[name] = value;
     const Json per_sample = m.samples > 0 ? Json(m.cycles / m.samples) : Json();
     const double per_cycle = m.multiply_adds / m.cycles;
-    // The first variant timed is the reference, where it takes part.
+    // The first variant that is timed is the reference, if it is selected.
     const double first =
         first_cycles_.emplace(row.function->name + described(numbers), m.cycles).first->second;
     const double times_as_fast = first / m.cycles;

@@ -1,4 +1,4 @@
-// What the harness found, as text line by line or as JSON at the end.
+// The harness's results, as text line by line or as JSON at the end.
 #pragma once
 
 #include <cstdint>
@@ -16,12 +16,12 @@ class Report {
   public:
     Report(uint32_t seed, bool json);
 
-    // What this machine runs when no variant is asked for.
+    // The variants that this machine runs by default.
     void selected(const std::vector<quill::media::se_wrapper::SelectedKernels>& families);
     void listed(const Selected& row);
     void skipped(const Selected& row);
     void passed(const Selected& row, int problems);
-    // `repeat_command` makes the same failure again.
+    // `repeat_command` repeats the failure.
     void failed(const Selected& row, const std::string& text, const std::string& repeat_command);
     void timed(const Selected& row, const quill::test::Numbers& numbers, const timing::Measurement& m);
     // Prints the JSON.

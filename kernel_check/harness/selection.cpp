@@ -28,9 +28,9 @@ std::vector<Selected> select(const std::vector<KernelFunction>& functions, const
     }
     if (!selected.empty()) return selected;
     if (variant_names.empty()) {
-        throw std::invalid_argument("no function '" + function + "'; there are " + joined(function_names));
+        throw std::invalid_argument("no function '" + function + "'; use one of " + joined(function_names));
     }
-    throw std::invalid_argument("no variant '" + variant + "'; there are " + joined(variant_names));
+    throw std::invalid_argument("no variant '" + variant + "'; use one of " + joined(variant_names));
 }
 
 std::string missing(const FunctionVariant& variant) {

@@ -16,14 +16,14 @@ using quill::test::Machine;
 struct Selected {
     const KernelFunction* function;
     const FunctionVariant* variant;
-    bool runs;  // this machine offers what it needs
+    bool runs;  // this machine has what it needs
 };
 
-// Empty names mean all. fails: std::invalid_argument, naming what there is, when nothing fits.
+// Empty names select all. fails: std::invalid_argument, with the existing names, when nothing matches.
 std::vector<Selected> select(const std::vector<KernelFunction>& functions, const Machine& machine,
                              const std::string& function, const std::string& variant);
 
-// "avx" or whatever a variant needs and `machine` lacks.
+// What a variant needs and `machine` lacks, such as "avx".
 std::string missing(const FunctionVariant& variant);
 
 }  // namespace kernel_harness

@@ -1,4 +1,4 @@
-// Runs a call and comes back when it touches memory that it may not.
+// Runs a call and returns when it accesses memory without permission.
 // Threads: one; the signal handler is the process's. The call must own nothing that a destructor releases,
 // since it is left by a jump.
 #pragma once

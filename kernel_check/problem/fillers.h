@@ -1,5 +1,5 @@
-// Contents for test buffers. Mistakes of fixed-point kernels hide from moderate noise; they show at the ends
-// of the range, at -32768 above all.
+// Contents for test buffers. Moderate noise does not show the errors of fixed-point kernels. They occur at the
+// ends of the range, mainly at -32768.
 #pragma once
 
 #include <cstddef>
@@ -16,12 +16,12 @@ struct Filler {
 inline constexpr size_t kNumFillers = 8;
 extern const Filler kFillers[kNumFillers];
 
-// Anything in the range of int16, each value equally likely.
+// Uniform over the range of int16.
 extern const Filler& kUniform;
 
 using FloatFiller = void (*)(float* data, size_t count, std::mt19937& random);
 
-// Whole numbers of 16 bits, as transforms are given them; all zero, extreme or uniform.
+// Whole numbers of 16 bits, as the transforms get them: all zero, extreme or uniform.
 void fillWithSampleValues(float* data, size_t count, std::mt19937& random);
 
 // Every kind of float: both sides of the limits of 16 and 32 bits, fractions, any pattern of bits.

@@ -5,8 +5,8 @@
 
 namespace quill::test {
 
-// `count` elements that end exactly where the page behind begins (Edge::kEnd), or begin exactly where the
-// page before ends (Edge::kBegin). Bytes of the mapping that belong to no element are filled with 0xA5.
+// `count` elements that end exactly at the page after them (Edge::kEnd), or begin exactly at the end of the page
+// before them (Edge::kBegin). Other bytes of the mapping are filled with 0xA5.
 class GuardedBytes {
   public:
     enum class Edge { kBegin, kEnd };
@@ -16,7 +16,7 @@ class GuardedBytes {
     GuardedBytes& operator=(const GuardedBytes&) = delete;
     void* data() const { return data_; }
 
-    // The whole pages with access that the elements stand in.
+    // The whole pages with access that contain the elements.
     const unsigned char* pages() const { return pages_; }
     size_t pages_size() const { return pages_size_; }
 

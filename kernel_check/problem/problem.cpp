@@ -56,7 +56,7 @@ int Problem::drawFrom(const std::string& name, const int* values, size_t count) 
 Problem::Buffer& Problem::place(const char* name, size_t element, size_t count) {
     const std::string prefix = std::string(name) + ".";
     bool at_end = false;
-    size_t offset = 144 * buffers_.size();  // timed: no two buffers at the same place of their pages
+    size_t offset = 144 * buffers_.size();  // timed: no two buffers at the same offset in their pages
     if (!runner_.timed()) {
         at_end = draw(prefix + "at_end", {0, 1, 1}) != 0;
         offset = static_cast<size_t>(draw(prefix + "offset", {0, 0, 0, 1, 2, 3, 4, 5, 6, 7, 8, 15}));
@@ -118,7 +118,7 @@ std::string Problem::whereIs(uintptr_t address) const {
         return buffer.name + "[" + std::to_string(buffer.indexOf(address)) + "] of " +
                std::to_string(buffer.count);
     }
-    return "memory of no buffer";
+    return "memory outside of all buffers";
 }
 
 std::string Problem::description() const {

@@ -1,5 +1,5 @@
-// One call of a kernel: its lengths, where its buffers stand and what they hold, all drawn from a seed, so
-// that two problems of one seed are equal and the kernels run on them can be compared byte by byte.
+// One call of a kernel: lengths, places and contents of the buffers, all drawn from a seed. Two problems of one
+// seed are equal, so the kernels that run on them can be compared byte by byte.
 #pragma once
 
 #include <cstddef>
@@ -17,13 +17,13 @@
 
 namespace quill::test {
 
-// Lengths around whole fours and eights and those that engines ask for.
+// Lengths around multiples of four and eight, and those that engines use.
 inline constexpr int kLengths[] = {0, 1, 4, 5, 7, 8, 9, 12, 13, 15, 16, 17, 31, 55, 56, 160, 256};
 
-// Values of drawn numbers that are given instead, by name.
+// Fixed values that replace drawn numbers, by name.
 using Numbers = std::vector<std::pair<std::string, int>>;
 
-// What becomes of a problem's call: made once, or again and again while a clock runs.
+// How a problem's call is run: once, or repeatedly for timing.
 class CallRunner {
   public:
     virtual ~CallRunner() = default;
@@ -46,8 +46,8 @@ class Problem {
         return drawFrom(name, values.begin(), values.size());
     }
 
-    // Buffers that end at a page without access, or begin at one, or stand up to 15 elements away. Whatever a
-    // call leaves in them and around them is compared.
+    // Buffers that end or begin at a page without access, or up to 15 elements away from it. Their contents and
+    // the memory around them are compared after the call.
     int16_t* samples(const char* name, size_t count);                 // filled by a drawn filler
     float* floats(const char* name, size_t count, FloatFiller fill);  // zeros when timed
     template <class T>
@@ -64,16 +64,16 @@ class Problem {
         return data;
     }
 
-    // What a call gives beside its buffers, compared too.
+    // The call's results besides its buffers; compared, too.
     void result(int64_t value) { result_ = value; }
 
-    // How much a call does: samples that it gives, multiplications with addition.
+    // The work of a call: its output samples and its multiply-accumulates.
     void work(double samples, double multiply_adds) {
         work_samples = samples;
         work_multiply_adds = multiply_adds;
     }
 
-    // Makes the call. It may be left by a jump, so it owns nothing.
+    // Makes the call. It may be left by a jump, so it must own nothing.
     template <class Call>
     void call(const Call& call) {
         runner_.run(
@@ -83,16 +83,16 @@ class Problem {
             &call);
     }
 
-    // Judges a reference by what stands above it; `judge` says what is wrong or nothing. Only
-    // the check of the reference itself asks.
+    // Checks a reference against a more exact computation. `judge` returns the fault, or an empty text. Used only
+    // when the reference itself is checked.
     void judge(std::function<std::string()> judge) { judge_ = std::move(judge); }
     std::string verdict() const { return judge_ ? judge_() : std::string(); }
 
-    // The first difference to what another kernel left of the same problem, both rows in hex; else empty.
+    // The first difference from another kernel's result of the same problem, both rows in hex; else empty.
     std::string difference(const Problem& reference) const;
     // Which element of which buffer an address is nearest to: "signal[40] of 40".
     std::string whereIs(uintptr_t address) const;
-    // Every number drawn.
+    // Every drawn number.
     std::string description() const;
 
     double work_samples = 0;

@@ -17,7 +17,7 @@ constexpr int kFatal = 1;
 }  // namespace
 
 void startEngine(const std::string& program, const std::string& build, void (*start)()) {
-    // The process ends in the sink: the library's abort would leave a core dump of what is a wrong file.
+    // The process ends in the sink, because the library's abort would write a core dump for a wrong file.
     quill::setLogSink([program](const quill::LogRecord& record) {
         if (record.level > kFatal) return;
         std::cerr << program << ": " << record.text << std::endl;

@@ -5,9 +5,9 @@
 
 namespace program {
 
-// Binds the static properties to a tree that lives to the end of the process, sets the build to load (empty: the
-// wrapper's choice) and calls `start`, one of the wrapper's two start-up functions. Once a process.
-// fails: from here on a fatal record of the library is one line on standard error, after the program's name, and
+// Binds the static properties to a tree that exists until the process ends, sets the build to load (empty: the
+// wrapper's choice), and calls `start`, one of the wrapper's two start-up functions. Call it once.
+// fails: from then on a fatal record of the library is one line on standard error, after the program's name, and
 //        ends the process with exit code 1.
 void startEngine(const std::string& program, const std::string& build, void (*start)());
 

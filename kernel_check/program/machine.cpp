@@ -6,7 +6,7 @@
 namespace program {
 namespace {
 
-// What stands at a name of the first processor's list.
+// The value of a name in the first processor's list.
 std::string processorEntry(const std::string& name) {
     std::ifstream lines("/proc/cpuinfo");
     for (std::string line; std::getline(lines, line);) {
@@ -34,7 +34,7 @@ std::string processorModel() {
 
 std::string compilerName() {
 #ifdef __clang__
-    return __VERSION__;  // names itself
+    return __VERSION__;  // includes the compiler's name
 #else
     return "g++ " __VERSION__;
 #endif

@@ -1,17 +1,17 @@
-// What a benchmark ran on.
+// The machine of a benchmark.
 #pragma once
 
 #include <string>
 
 namespace program {
 
-// As the kernel names it; "unknown" when it does not.
+// The name that the kernel reports, or "unknown".
 std::string processorName();
 
-// "family 6, model 207, stepping 2": some names say little.
+// "family 6, model 207, stepping 2", because some names are not specific.
 std::string processorModel();
 
-// That built this program, with its version.
+// The compiler of this program, with its version.
 std::string compilerName();
 
 }  // namespace program

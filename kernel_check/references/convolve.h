@@ -8,13 +8,13 @@
 
 namespace quill::test {
 
-// The count that the kernels make of a requested one: whole eights, at least one.
+// The number of outputs that the kernels compute for a requested number: a multiple of eight, at least eight.
 inline size_t wholeEights(int count) {
     const int64_t eights = (int64_t{count} + 7) / 8;
     return 8 * static_cast<size_t>(std::max<int64_t>(1, eights));
 }
 
-// Samples that the kernels may read, from the first on.
+// The number of samples that the kernels may read, from the first on.
 inline size_t signalExtent(int num_out, int num_taps) {
     return wholeEights(num_out) + wholeEights(num_taps);
 }

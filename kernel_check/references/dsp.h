@@ -1,5 +1,5 @@
 // What the engine's fixed-point routines and the de-interleaving must compute, one value at a time. It is
-// never optimised. Each has the signature of the routine that it stands for.
+// never optimised. Each has the signature of its routine.
 #pragma once
 
 #include <algorithm>
@@ -19,7 +19,7 @@ inline uint32_t product(int x, int y) {
     return static_cast<uint32_t>(x * y);
 }
 
-// In whole groups of four an imaginary part of -32768 stays so when it is negated.
+// In whole groups of four, the negative of an imaginary part of -32768 is -32768.
 inline void referenceVcmul(int16_t* a, int16_t* b, int16_t* out, uint16_t n) {
     for (size_t k = 0; k < n; ++k) {
         const int ar = a[2 * k], ai = a[2 * k + 1], br = b[2 * k], bi = b[2 * k + 1];
@@ -42,7 +42,7 @@ inline void referenceInterpolate(uint16_t num_in, uint16_t factor, int16_t** sig
     *signal += num_in;
 }
 
-// Whole eights of outputs without decimation are summed modulo 2^32, others in 64 bits.
+// Without decimation, multiples of eight outputs are summed modulo 2^32; all others are summed in 64 bits.
 inline void referenceRFir(int16_t* signal, int16_t* coeffs, int16_t* out, uint16_t order, uint16_t num_out,
                           uint16_t step) {
     const bool wraps = num_out % 8 == 0 && step == 1;

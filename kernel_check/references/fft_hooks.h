@@ -14,7 +14,7 @@ namespace quill::test {
 
 using Samples = std::vector<int16_t>;
 
-// Toward zero; what 32 bits cannot hold becomes -2^31.
+// Truncated toward zero; a value outside of 32 bits becomes -2^31.
 inline int32_t truncated(double value) {
     const bool fits = value > -2147483649.0 && value < 2147483648.0;
     return fits ? static_cast<int32_t>(value) : INT32_MIN;
@@ -38,7 +38,7 @@ inline void referenceNarrowQ10(const float* in, float gain, int16_t* out, int co
     }
 }
 
-// The hooks, on an object of initFFT, of which they take the sizes and the scratch.
+// The hooks, on an object of initFFT. They use its sizes and its scratch.
 inline void referenceFwdFft(DftObj_t* object, int16_t* in, uint16_t dft_type, uint16_t /*scale_factor_q10*/,
                             int16_t* out, uint16_t /*len_out_buf*/) {
     const auto& context = *static_cast<const media::se_wrapper::FFTContext*>(object->context);
@@ -67,12 +67,12 @@ inline uint16_t referenceInvFft(DftObj_t* object, int16_t* in, uint16_t /*dft_ty
     return context.dft_size_;
 }
 
-// The hooks' references on vectors.
+// The references of the hooks, on vectors.
 class ReferenceFft {
   public:
     ReferenceFft(int n, int m) : context_(static_cast<uint16_t>(n), static_cast<uint16_t>(m)) {}
 
-    // Pads `in` itself, as the hook does.
+    // Pads `in` in place, as the hook does.
     Samples forward(Samples& in, int dft_type) {
         Samples out(context_.dft_size_ + 2u);
         referenceFwdFft(&object_, in.data(), static_cast<uint16_t>(dft_type), 1024, out.data(), 0);

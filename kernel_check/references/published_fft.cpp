@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <vector>
 
-// Only the static archive exports these.
+// Exported by the static archive only.
 extern "C" {
 void spx_drft_init(quill::test::PublishedTables* tables, int n);
 void spx_drft_forward(quill::test::PublishedTables* tables, float* data);

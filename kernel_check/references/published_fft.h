@@ -1,6 +1,6 @@
 // The real FFT of another implementation of the same published algorithm: that of the SpeexDSP library, from its
-// static archive, with tables of its own. Ours gives the same bits.
-// Tables are kept by length, to the end of the process: for one thread.
+// static archive, with its own tables. Ours gives the same bits.
+// Tables are kept for each length until the process ends, for one thread.
 #pragma once
 
 namespace quill::test {
@@ -12,7 +12,7 @@ struct PublishedTables {
     int* ifac;
 };
 
-// To the end of the process.
+// Valid until the process ends.
 const PublishedTables& publishedTables(int n);
 
 // In place, n floats, as __ogg_fdrfftf and __ogg_fdrfftb.

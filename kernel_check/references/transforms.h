@@ -1,5 +1,4 @@
-// The transforms under test with arrays of their own, and direct transforms in extended precision beside
-// them.
+// The transforms under test with their own arrays, and direct transforms in extended precision.
 #pragma once
 
 #include <array>
@@ -33,7 +32,7 @@ struct CosineTransform {
     std::array<int, 20> ifac{};
 };
 
-// What they should give, by the definition, in work proportional to n squared.
+// Their exact results by the definition; the work is proportional to n squared.
 Exact directForward(const Floats& r);
 Exact directBackward(const Floats& r);
 Exact directCosineForward(const Floats& x);

@@ -1,4 +1,4 @@
-// Kernels that do everything but one thing right. Whatever checks kernels must catch each of them.
+// Kernels with one error each. A check of kernels must catch all of them.
 #pragma once
 
 #include <vector>
@@ -7,8 +7,7 @@
 
 namespace quill::test {
 
-// The two correlation kernels, their references first and then only broken variants, named after what is
-// wrong.
+// The two correlation kernels: their references first, then broken variants only, named after their error.
 std::vector<KernelFunction> brokenFunctions();
 
 }  // namespace quill::test

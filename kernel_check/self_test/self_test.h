@@ -1,11 +1,11 @@
-// The harness on kernels that are broken on purpose.
+// The harness on deliberately broken kernels.
 #pragma once
 
 #include <cstdint>
 
 namespace quill::test {
 
-// Prints how each was caught; true when all were, and their references were not.
+// Prints how each was caught. True when all were caught and their references were not.
 bool selfTest(uint32_t seed, int repeat);
 
 }  // namespace quill::test

@@ -1,4 +1,4 @@
-// How long a variant takes in core cycles.
+// The time of a variant in core cycles.
 #pragma once
 
 #include "kernel_check/variants/functions.h"
@@ -9,7 +9,7 @@ namespace timing {
 struct Measurement {
     double cycles = 0;
     double nanoseconds = 0;
-    double samples = 0;  // that the call gives
+    double samples = 0;  // output samples of the call
     double multiply_adds = 0;
 };
 

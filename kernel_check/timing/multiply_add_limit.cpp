@@ -3,8 +3,8 @@
 namespace timing {
 namespace {
 
-// More sums than any processor needs to hide the latency of its multiplications: two a cycle that take five
-// cycles each need ten, and a few more, since they are not issued in perfect order.
+// More sums than any processor needs to hide the latency of its multiplications. Two a cycle with a latency of
+// five cycles need ten, and a few more, because they are not issued in perfect order.
 #define EACH_SUM(instructions) \
     ".irp n, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14\n\t" instructions "\n\t.endr\n\t"
 #define REGISTERS                                                                                     \
@@ -14,7 +14,7 @@ namespace {
 constexpr int kSums = 13;
 constexpr int kRounds = 200;
 
-// A loop of its own, since the assembler alone has to know the instructions.
+// Written in assembler, so that only the assembler must support the instructions.
 #define LOOP(name, instructions, end)                                                                      \
     void name() {                                                                                          \
         for (int i = 0; i < kRounds / 2; ++i) {                                                            \

@@ -1,4 +1,4 @@
-// How many multiplications with addition this machine can do at all: what a kernel's figure is held against.
+// The machine's limit of multiply-accumulates, for comparison with a kernel's figure.
 #pragma once
 
 #include <vector>
@@ -7,8 +7,8 @@
 
 namespace timing {
 
-// One width of register and way of adding: pairs of 16-bit samples multiplied and added ("madd"), or both in
-// one instruction ("dot"), everything in registers.
+// One register width and one method: pairs of 16-bit samples multiplied and then added ("madd"), or both in one
+// instruction ("dot"), in registers only.
 struct MultiplyAddLimit {
     const char* name;
     bool quill::CPUInfo::*needs;

@@ -25,11 +25,11 @@ class Track {
 
     double roundSeconds() const { return round_seconds_; }
 
-    // A look at the clock that was interrupted would make the calls seem fast, so the faster clock counts.
+    // An interrupted clock measurement would make the calls seem fast, so the faster clock counts.
     void round() {
-        call_(times_ / 8 + 1);  // the others have been here
+        call_(times_ / 8 + 1);  // the other calls have replaced the cache contents
         const double before = secondsPerCycle();
-        double (*const clock)() = times_ > 1 ? now : threadNow;  // long calls are interrupted by others
+        double (*const clock)() = times_ > 1 ? now : threadNow;  // long calls are interrupted
         const double begin = clock();
         call_(times_);
         const double each = (clock() - begin) / static_cast<double>(times_);

@@ -1,4 +1,4 @@
-// How long calls take in core cycles: rounds of repetitions, each between two looks at the core's clock.
+// The time of calls in core cycles: rounds of repetitions, each between two measurements of the core's clock.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +10,7 @@ namespace timing {
 // Makes the same call a number of times.
 using Repeated = std::function<void(size_t times)>;
 
-// The compiler may leave no call out, whatever it knows of the one before.
+// Prevents the compiler from removing a call.
 template <class Call>
 Repeated repeated(Call call) {
     return [call](size_t times) mutable {
@@ -34,7 +34,7 @@ struct Timing {
     double nanoseconds = 0;
 };
 
-// Times the calls in turn, round after round, so that what disturbs one disturbs its neighbours too.
+// Times the calls in turn, round after round, so that a disturbance affects all of them.
 std::vector<Timing> timeInTurn(const std::vector<Repeated>& calls, const Rounds& rounds = {});
 
 }  // namespace timing

@@ -66,7 +66,7 @@ void poseInterpolate(Problem& problem, Interpolate* kernel) {
     problem.result(position - signal);
 }
 
-// Whole eights of outputs, of taps too or padded to them, and everything else.
+// Multiples of eight outputs, with taps that are a multiple of eight or padded to one, and all others.
 void poseRFir(Problem& problem, RFir* kernel) {
     const int order = problem.draw("order", {0, 1, 6, 7, 8, 9, 15, 16, 17, 23, 54, 55, 63, 159, 255});
     const int num_out = problem.draw("num_out", kLengths);
@@ -99,7 +99,7 @@ void poseDeinterleave(Problem& problem, Deinterleave* kernel) {
     problem.call([=] { kernel(in, channels, rows); });
 }
 
-// A routine that computes through the selected kernels, once over each of them.
+// A routine that uses the selected kernels, once with each of them.
 template <class Routine>
 std::vector<Variant<Routine>> overEachKernel(Routine* reference, Routine* routine, Routine* engine) {
     std::vector<Variant<Routine>> rows = {{kReference, &Machine::has_nothing_special, reference}};
@@ -109,7 +109,7 @@ std::vector<Variant<Routine>> overEachKernel(Routine* reference, Routine* routin
     return rows;
 }
 
-// A routine of which there are several builds.
+// A routine with several builds.
 template <class Routine>
 std::vector<Variant<Routine>> onEachBuild(Routine* reference, Routine* routine) {
     std::vector<Variant<Routine>> rows = {{kReference, &Machine::has_nothing_special, reference}};

@@ -18,7 +18,7 @@ using Transform = fftpack::RealFft;
 using FwdFft = void(DftObj_t*, int16_t*, uint16_t, uint16_t, int16_t*, uint16_t);
 using InvFft = uint16_t(DftObj_t*, int16_t*, uint16_t, uint16_t, int16_t*, uint16_t);
 
-// Every radix and several together, lengths that engines ask for, and a prime.
+// Every radix, combinations of them, lengths that engines use, and a prime.
 constexpr int kTransformLengths[] = {1,   2,   3,   4,   5,   6,   7,   8,   9,   10,  12, 15,
                                      16,  20,  24,  25,  30,  32,  60,  64,  77,  80,  97, 120,
                                      128, 160, 240, 256, 300, 320, 480, 512, 640, 1024};
@@ -31,7 +31,7 @@ const RealFft& setUp(int n) {
     return all.try_emplace(n, n).first->second;
 }
 
-// Objects as an engine keeps them, to the end of the process, and within the reach of a leak checker.
+// Objects as an engine keeps them: until the process ends, and reachable, so that a leak checker does not report them.
 DftObj_t* objectOf(int n, int m) {
     static auto* const all = new std::map<std::pair<int, int>, DftObj_t>;
     DftObj_t& object = (*all)[{n, m}];
@@ -117,7 +117,7 @@ std::vector<Variant<Transform>> builds(Transform* published, Transform* fftpack:
     return all;
 }
 
-// A hook on every build.
+// A hook with every build.
 template <class Hook>
 std::vector<Variant<Hook>> onBuilds(Hook* reference, Hook* hook) {
     std::vector<Variant<Hook>> all = {{kReference, &Machine::has_nothing_special, reference}};
@@ -131,7 +131,7 @@ std::vector<Variant<Hook>> onBuilds(Hook* reference, Hook* hook) {
 
 std::vector<KernelFunction> fftFunctions() {
     return {
-        // The published transform is judged by the direct one.
+        // The published transform is checked against the direct one.
         kernelFunction("fdrfftf", poseForward, builds(publishedForward, &fftpack::RealFftVariant::forward),
                        forEachLength()),
         kernelFunction("fdrfftb", poseBackward, builds(publishedBackward, &fftpack::RealFftVariant::backward),

@@ -1,5 +1,5 @@
-// Every kernel and its variants, as rows that the tests, the harness and its benchmark walk.
-// Threads: one. A variant that uses kernels of which there are several builds sets their pointers.
+// Every kernel and its variants, as rows for the tests, the harness and its benchmark. A variant that uses kernels
+// with several builds sets their pointers.
 #pragma once
 
 #include <functional>
@@ -12,7 +12,7 @@
 
 namespace quill::test {
 
-// What a variant may need: a feature of the processor, a loaded engine, nothing.
+// What a variant may need: a processor feature, a loaded engine, or nothing.
 struct Machine : CPUInfo {
     bool has_nothing_special = true;
     bool has_engine = false;
@@ -24,20 +24,20 @@ struct Variant {
     const char* name;
     bool Machine::*needs;
     Routine* routine;
-    std::function<void()> prepare = nullptr;  // sets the kernels that it computes through, if any
+    std::function<void()> prepare = nullptr;  // selects the kernels that it uses, if any
 };
 
-// The name of a first row: it states what the others must give, and is never optimised.
+// The name of the first row. It defines the result of the others and is never optimised.
 inline constexpr const char* kReference = "reference";
 
-// The same with the routine's type closed over.
+// The same, independent of the routine's type.
 struct FunctionVariant {
     std::string name;
     bool Machine::*needs;
     std::function<void(Problem&)> run;
 };
 
-// A kernel: what it must compute stands in the first row, the reference; the others are compared with it.
+// A kernel: the first row is the reference, and the others are compared with it.
 struct KernelFunction {
     std::string name;
     std::vector<FunctionVariant> variants;
@@ -61,7 +61,7 @@ KernelFunction kernelFunction(const char* name, void (*pose)(Problem&, Routine*)
     return function;
 }
 
-// The problems of the correlation kernels, for kernels that stand in no table.
+// The problems of the correlation kernels, for kernels that are in no table.
 void poseConvolveI16I16(Problem& problem, ConvolveI16I16* kernel);
 void poseConvolveI16I32(Problem& problem, ConvolveI16I32* kernel);
 

@@ -9,7 +9,7 @@ namespace reference_engine {
 inline constexpr int kBeamTaps = 24;
 inline constexpr int kBeamDelay = 12;  // samples by which every beam lags the centre microphone
 
-// In the order of a correlation: the first tap meets the oldest sample.
+// In the order of a correlation: the first tap multiplies the oldest sample.
 struct BeamDesign {
     double taps[kMicrophones][kLocations][kBeamTaps];
 };

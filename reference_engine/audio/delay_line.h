@@ -1,4 +1,4 @@
-// The one buffer that every filter needs: a block and its past in one run of memory.
+// The buffer of every filter: a block and its history, contiguous in memory.
 #pragma once
 
 #include <algorithm>

@@ -1,5 +1,5 @@
 // Acoustic echo canceller: predicts the echo of the loudspeaker at each microphone and subtracts it. It
-// stands before the beam former, so that a change of look direction does not disturb it. Threads: init
+// precedes the beam former, so that a change of look direction does not disturb it. Threads: init
 // [setup]; the others [audio] rt-safe.
 #pragma once
 

@@ -1,4 +1,4 @@
-// The measures of the echo canceller. The tail is divided into partitions of two blocks (Soo and Pang:
+// The dimensions of the echo canceller. The tail is divided into partitions of two blocks (Soo and Pang:
 // Multidelay block frequency domain adaptive filter, IEEE Transactions on Acoustics, Speech and Signal
 // Processing 38(2), 1990); every block advances the frame of far-end samples by a block. Constants and types
 // only.

@@ -27,7 +27,7 @@ void EchoKalman::init() {
     std::fill(std::begin(residual_), std::end(residual_), 0.0f);
 }
 
-// The path's energy stands for its power in every bin: the mean of the bins (Parseval).
+// The path's energy is used as its power in every bin: the mean of the bins (Parseval).
 void EchoKalman::predict(const float (&path_energy)[kPartitions], bool mismatch) {
     float appearing = mismatch ? kMismatch : kLeastChange;
     for (int p = 0; p < kPartitions; ++p) {

@@ -1,4 +1,4 @@
-// How well the echo paths are known, and from that the step size of the adaptation: the frequency-domain
+// The uncertainty of the echo paths, and from it the step size of the adaptation: the frequency-domain
 // Kalman filter (Enzner and Vary: Frequency-domain adaptive Kalman filter for acoustic echo control in
 // hands-free telephones, Signal Processing 86(6), 2006) with the tail in partitions (Kuech, Mabande, Enzner:
 // State-space architecture of the partitioned-block-based acoustic echo controller, ICASSP 2014). The

@@ -55,7 +55,7 @@ void EchoPath::predict(int16_t* far_end, int32_t (&echo)[kMicrophones][kBlock]) 
     }
 }
 
-// The most fraction bits at which neither a coefficient nor a sum of products overflows.
+// The largest number of fraction bits at which neither a coefficient nor a sum of products overflows.
 void EchoPath::quantise(int32_t peak, int (&fraction_bits)[kLanes]) {
     Lanes sums = {};
     Lanes largest = {};

@@ -77,7 +77,7 @@ void LaneFft::backward(const Spectra& spectra, Signals* signals) const {
     const auto& re = spectra.re;
     const auto& im = spectra.im;
     Pairs pairs;
-    // Conjugated on the way in and out, so that the forward butterflies also do this direction.
+    // Input and output are conjugated, so that the forward butterflies compute this direction, too.
     pairs.re[0] = re[0] + re[kHalf];
     pairs.im[0] = re[kHalf] - re[0];
     for (int k = 1; k < kHalf; ++k) {

@@ -35,8 +35,8 @@ float NoiseFloor::powerWithoutSpeech(float observed, int bin) {
     return presence * power_[bin] + (1 - presence) * observed;
 }
 
-// Digital silence says nothing about the noise. A bin below the resolution of a loud frame only tells that
-// its noise is no louder than that resolution.
+// Digital silence contains no information about the noise. A bin below the resolution of a loud frame only
+// shows that its noise does not exceed that resolution.
 void NoiseFloor::update(const Spectrum& spectrum) {
     const bool silent = std::all_of(std::begin(spectrum.values), std::end(spectrum.values),
                                     [](int16_t value) { return value == 0; });

@@ -22,7 +22,7 @@ void NoiseTest::init(NoiseTestRecord* results) {
         window_[i] = static_cast<float>(0.5 - 0.5 * std::cos(2 * M_PI * (i + 0.5) / kFrame));
         sum_of_squares += double{window_[i]} * double{window_[i]};
     }
-    // One-sided spectrum of full scale 1: squared bins of white noise add up to its mean square.
+    // One-sided spectrum with full scale 1: the squared bins of white noise add up to its mean square.
     const double scale = std::sqrt(2 / (sum_of_squares * kFrame)) / 32768;
     for (float& value : window_) value = static_cast<float>(value * scale);
     for (auto& row : results->level_dbfs) std::fill(std::begin(row), std::end(row), kLeastLevel);

@@ -1,4 +1,4 @@
-// The engine as a whole: the stages of a block in order, and the state between blocks. There is one instance,
+// The engine: the stages of a block in order, and the state between blocks. There is one instance,
 // as the C interface has no handle. Threads: one call at a time; init [setup], the paths [audio] rt-safe.
 #pragma once
 

@@ -15,7 +15,7 @@ inline uint32_t product(int16_t a, int16_t b) {
     return static_cast<uint32_t>(int32_t{a} * b);
 }
 
-// Sum of `taps` products, modulo 2^32. Not reversed: the first coefficient meets the first sample.
+// Sum of `taps` products, modulo 2^32. Not reversed: the first coefficient multiplies the first sample.
 inline uint32_t correlate(const int16_t* coeffs, const int16_t* signal, int taps) {
     uint32_t sum = 0;
     for (int k = 0; k < taps; ++k) sum += product(coeffs[k], signal[k]);

@@ -1,4 +1,4 @@
-// A complex radix-2 transform of half the size over pairs of samples, unravelled into the real one's bins
+// A complex radix-2 transform of half the size over pairs of samples, split into the bins of the real transform
 // (Cooley and Tukey 1965; the packing of real data: Press et al., Numerical Recipes, "FFT of real
 // functions").
 #include "reference_engine/routines/real_fft.h"
@@ -72,7 +72,7 @@ void RealFft::forward(const float* samples, Complex* bins) const {
 void RealFft::backward(const Complex* bins, float* samples) const {
     const size_t half = static_cast<size_t>(size_) / 2;
     Complex pairs[kLargest / 2];
-    // Conjugated on the way in and out, so that the forward butterflies also do this direction.
+    // Input and output are conjugated, so that the forward butterflies compute this direction, too.
     pairs[0] = {bins[0].real() + bins[half].real(), bins[half].real() - bins[0].real()};
     for (size_t k = 1; k < half; ++k) {
         const Complex mirrored = std::conj(bins[half - k]);

@@ -1,5 +1,5 @@
 // Discrete Fourier transform of real blocks whose size is a power of two, single precision, unnormalised:
-// backward(forward(x)) is n times x. For the engine's own analysis and behind its plain DFT routines.
+// backward(forward(x)) is n times x. For the engine's own analysis and for its plain DFT routines.
 // Threads: init [setup] allocates the tables; the transforms are const and rt-safe.
 #pragma once
 

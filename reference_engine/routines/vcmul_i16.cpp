@@ -5,7 +5,7 @@
 namespace reference_engine::plain {
 namespace {
 
-// Negation in 16 bits, where -32768 has no counterpart and stays.
+// Negation in 16 bits: -32768 has no positive counterpart and stays -32768.
 int16_t negated16(int16_t value) {
     return static_cast<int16_t>(0u - static_cast<uint16_t>(value));
 }

@@ -11,7 +11,7 @@
 namespace se = quill::media::se_wrapper;
 using Json = nlohmann::ordered_json;
 
-// What setFromText takes: an Enum's "2 - Narrow forward" as it stands, numbers by their digits.
+// The text for setFromText: a string such as an Enum's "2 - Narrow forward" unchanged, numbers as digits.
 std::string textOf(const Json& value) {
     return value.is_string() ? value.get<std::string>() : value.dump();
 }
@@ -21,7 +21,7 @@ void edit(const quill::PropertyNodePtr& node, const Json& value) {
     if (!node->setFromText(textOf(value), &error)) std::cerr << node->name() << ": " << error << '\n';
 }
 
-// [control] Writable scalars are applied; all else is in a tuning for the record.
+// [control] Writable scalars are applied. The rest of a tuning is for the record.
 void applyTuning(const Json& tuning, const quill::PropertyNodePtr& root) {
     const Json& diagnostics = tuning.at("diagnostics");
     se::readSignalEssenceDiags(root);  // makes the nodes: diags/<level>/<name>
@@ -35,7 +35,7 @@ void applyTuning(const Json& tuning, const quill::PropertyNodePtr& root) {
     for (const auto& [name, bypassed] : tuning.at("switches").items()) {
         if (bypassed.is_boolean()) root->getNode(name, true)->set<bool>(bypassed);
     }
-    se::writeSignalEssenceDiags(root);  // what differs goes to the engine
+    se::writeSignalEssenceDiags(root);  // sends the edits to the engine
 }
 
 int main(int argc, char** argv) {

@@ -8,8 +8,8 @@
 namespace core_clock {
 namespace {
 
-// Every x86-64 core of today multiplies 64-bit integers in three cycles. Additions would not do: some cores
-// take several dependent ones in one cycle.
+// Every current x86-64 core multiplies 64-bit integers in three cycles. Additions are not suitable: some cores
+// execute several dependent ones in one cycle.
 constexpr int kCyclesPerMultiplication = 3;
 constexpr int kMultiplications = 16 * 1500;
 constexpr int kCycles = kMultiplications * kCyclesPerMultiplication;

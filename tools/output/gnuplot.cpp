@@ -50,8 +50,7 @@ std::string endingOf(const std::string& path) {
     std::transform(ending.begin(), ending.end(), ending.begin(),
                    [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
     if (ending == kPng || ending == kSvg) return ending;
-    throw UsageError("the name '" + path +
-                     "' does not say what picture it is; give it a name in .png or .svg");
+    throw UsageError("no picture format for the name '" + path + "'; give it a name in .png or .svg");
 }
 
 NamelessFile namelessFile(const std::string& content) {
@@ -114,18 +113,18 @@ std::string preamble(const std::string& ending, const PictureSize& size) {
     return text.str();
 }
 
-// What gnuplot reports, without the arrow that points into the script.
+// gnuplot's message, without the arrow that points into the script.
 std::string complaint(const std::string& said) {
     std::istringstream lines(said);
     std::string line;
-    std::string last = "gnuplot gave up without a word";
+    std::string last = "gnuplot failed without a message";
     while (std::getline(lines, line)) {
         if (!oneLine(line).empty()) last = "gnuplot says " + oneLine(line);
     }
     return last;
 }
 
-// A disk that is full goes unnoticed by gnuplot.
+// gnuplot does not detect a full disk.
 bool isComplete(const std::string& name, const std::string& ending) {
     std::ifstream file(name, std::ios::binary);
     const std::string content{std::istreambuf_iterator<char>(file), {}};
@@ -152,7 +151,7 @@ void Picture::draw(const std::string& script, PictureSize size) {
 }
 
 std::string plotText(const std::string& text) {
-    // Bytes that are not UTF-8 would make a picture that no program opens.
+    // No program opens a picture with bytes that are not UTF-8.
     using Json = nlohmann::json;
     const std::string safe =
         Json::parse(Json(oneLine(text)).dump(-1, ' ', false, Json::error_handler_t::replace))

@@ -1,6 +1,6 @@
-// Pictures, drawn by gnuplot: a script in its language goes in, a PNG or SVG file comes out. gnuplot is started
-// without a shell, reads the script from its standard input and writes the picture to its standard output, so
-// that no path is ever part of a script.
+// Pictures, drawn by gnuplot from a script in its language, as PNG or SVG files. gnuplot is started without a
+// shell, reads the script from its standard input and writes the picture to its standard output, so a script
+// contains no path.
 #pragma once
 
 #include <string>
@@ -15,16 +15,16 @@ struct PictureSize {
     int height = 600;
 };
 
-// A picture that appears complete or not at all, as every output of the host.
+// A picture that is complete or absent, as every output of the host.
 class Picture {
   public:
-    // Make it before the work that it shows, so that what is wrong with it is known early.
+    // Construct it before the work that it shows, so that errors are reported early.
     // fails: UsageError when `path` ends neither in .png nor in .svg; Failure without gnuplot, or when the
     // folder cannot be written.
     explicit Picture(const std::string& path);
 
-    // Lets gnuplot run `script`, which finds terminal, encoding and output set up: it sets titles and axes and
-    // plots. Text is taken as it stands, without gnuplot's markup. fails: Failure, with gnuplot's words.
+    // Runs `script`, which sets titles and axes and plots. Terminal, encoding and output are set before it.
+    // gnuplot's markup in texts is disabled. fails: Failure, with gnuplot's message.
     void draw(const std::string& script, PictureSize size = {});
 
     // Gives the file its name. needs: draw. fails: Failure.

@@ -1,4 +1,4 @@
-// Messages are one line each, also when a file name or an engine puts line breaks into them.
+// Messages of one line, also with file names or engine texts that contain line breaks.
 #pragma once
 
 #include <string>

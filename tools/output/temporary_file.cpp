@@ -20,7 +20,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Names that a signal handler can reach; more than any command writes at once.
+// Names for the signal handler; more than any command writes at the same time.
 std::array<std::atomic<const char*>, 16> g_names{};
 
 void replaceName(const char* from, const char* to) {
@@ -34,7 +34,7 @@ void replaceName(const char* from, const char* to) {
     throw Failure("cannot write '" + path + "': " + why + "; give an output path that you may write");
 }
 
-// Also where the last link points at nothing yet.
+// Also when the target of the last link does not exist yet.
 std::string followLinks(const std::string& path) {
     constexpr int kMostLinks = 40;  // as many as the system follows
     std::error_code error;
@@ -45,7 +45,7 @@ std::string followLinks(const std::string& path) {
     return target.string();
 }
 
-// As a file that was created in the ordinary way would have them; mkstemp gives them to the owner alone.
+// The permissions of an ordinary new file; mkstemp gives access to the owner only.
 void givePermissions(int descriptor) {
     const mode_t mask = ::umask(0);
     ::umask(mask);

@@ -1,4 +1,4 @@
-// An output file that appears complete or not at all: it grows under a temporary name beside its own and
+// An output file that is complete or absent: it is written under a temporary name beside its own and
 // is renamed at the end. If the process ends before that, also by a signal, the temporary is removed.
 // Threads: one; removeTemporaryFiles may also run in a signal handler.
 #pragma once
@@ -9,20 +9,20 @@ namespace se_output {
 
 class TemporaryFile {
   public:
-    // Creates the temporary beside `path`, so that an unwritable folder is known before any work is done.
-    // A link is followed: what it points at is replaced. fails: Failure.
+    // Creates the temporary beside `path`, so that an unwritable folder is reported before any work is done.
+    // A link is followed: its target is replaced. fails: Failure.
     explicit TemporaryFile(const std::string& path);
     // Removes the temporary unless it was committed.
     ~TemporaryFile();
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
 
-    // Where to write; the file exists and is empty. Empty text once committed.
+    // The path to write to; the file exists and is empty. An empty text after the commit.
     const std::string& name() const { return name_; }
-    // The name that it gets in the end, as the user gave it.
+    // The final name, as the user gave it.
     const std::string& path() const { return path_; }
 
-    // Gives the file its name, replacing what was there. fails: Failure.
+    // Gives the file its name, replacing an older file. fails: Failure.
     void commit();
 
   private:

@@ -1,5 +1,5 @@
-// The complex Fourier transform behind the scenes' convolution and noise, in double precision. KISS FFT computes
-// it in plain C++, compiled here, so that a scene does not depend on the processor.
+// The complex Fourier transform of the scenes' convolution and noise, in double precision. It is computed by KISS
+// FFT in plain C++, compiled here, so that a scene does not depend on the processor.
 #pragma once
 
 #include <complex>
@@ -11,7 +11,7 @@ namespace se_scene {
 
 using Spectrum = std::vector<std::complex<double>>;
 
-// The usual product; the operator of std::complex also looks for infinities, which takes most of its time.
+// The usual product; the operator of std::complex also tests for infinities, which takes most of its time.
 inline std::complex<double> product(std::complex<double> a, std::complex<double> b) {
     return {a.real() * b.real() - a.imag() * b.imag(), a.real() * b.imag() + a.imag() * b.real()};
 }

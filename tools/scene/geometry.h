@@ -1,4 +1,4 @@
-// Where things stand, in metres around the centre microphone: x along microphone 1, y at azimuth 90 degrees,
+// Positions in metres, relative to the centre microphone: x along microphone 1, y at azimuth 90 degrees,
 // z upwards.
 #pragma once
 

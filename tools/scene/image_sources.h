@@ -1,4 +1,4 @@
-// The mirror images of a source in the walls of a shoebox room: each stands for one reflected way of the
+// The mirror images of a source in the walls of a shoebox room. Each represents one reflected path of the
 // sound (Allen and Berkley, "Image method for efficiently simulating small-room acoustics", 1979).
 #pragma once
 
@@ -6,7 +6,7 @@
 
 namespace se_scene {
 
-// The images between two opposite walls: where they appear, and after how many reflections.
+// The images between two opposite walls: their positions and numbers of reflections.
 struct AxisImage {
     double position;
     int reflections;
@@ -15,8 +15,8 @@ struct AxisImage {
 // Positions are relative to the listener, those beyond `reach` metres left out.
 std::vector<AxisImage> imagesAlong(double source, double size, double listener, double reach);
 
-// Calls visit(position, reflections) for every image within `reach` metres of the listener, positions seen
-// from there; the source itself comes among them, with no reflection.
+// Calls visit(position, reflections) for every image within `reach` metres of the listener, positions relative
+// to it; the source itself is included, with no reflection.
 template <typename Visit>
 void visitImages(const RoomSize& room, const Point& source, const Point& listener, double reach,
                  Visit visit) {

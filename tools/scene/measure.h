@@ -1,4 +1,4 @@
-// Figures about recordings: powers, levels, ratios, delays. Rows hold samples at full scale 1.0; an empty or
+// Measurements of recordings: powers, levels, ratios, delays. Rows hold samples at full scale 1.0; an empty or
 // silent row has the level kSilent.
 #pragma once
 
@@ -13,7 +13,7 @@ double powerOf(const Row& row);     // mean square
 double levelDbfs(const Row& row);   // over the whole row
 double decibelsOfPower(double power);
 
-// Level over the blocks of 20 ms that come within 30 dB of the loudest: pauses do not count.
+// Level over the blocks of 20 ms that are within 30 dB of the loudest: pauses do not count.
 double activeLevelDbfs(const Row& row);
 
 // Power of one row over the power of the other, in dB.

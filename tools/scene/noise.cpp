@@ -36,7 +36,7 @@ std::vector<double> heightOfBins(NoiseColour colour) {
 }
 
 // One wave from this direction, added to the one-sided spectra of the rows. The delay between microphones is
-// a phase that grows with frequency, which is exact for any fraction of a sample.
+// a phase proportional to frequency, which is exact for any fraction of a sample.
 void addPlaneWave(const Point& direction, const MicrophonePositions& microphones,
                   const std::vector<double>& heights, Random& random, std::vector<Spectrum>& spectra) {
     std::array<std::complex<double>, kMicrophones> phase;
@@ -86,7 +86,7 @@ MicrophoneRows diffuseNoise(size_t frames, const MicrophonePositions& microphone
     const Fft fft(kSegment);
     const std::vector<double> heights = heightOfBins(colour);
     MicrophoneRows rows(kMicrophones, std::vector<float>(frames));
-    // The first segment begins early, so that its fading in is over when the scene begins.
+    // The first segment begins early, so that its fade-in has ended when the scene begins.
     for (size_t start = 0; start < frames + kOverlap; start += kHop) {
         std::vector<Spectrum> spectra(kMicrophones, Spectrum(kSegment));
         for (size_t d = 0; d < kDirections; ++d) {

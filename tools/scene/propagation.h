@@ -1,4 +1,4 @@
-// How sound gets from a point to each microphone: directly, or in a room with all of its reflections.
+// Sound propagation from a point to each microphone: directly, or in a room with all of its reflections.
 #pragma once
 
 #include "tools/scene/convolution.h"
@@ -7,7 +7,7 @@
 namespace se_scene {
 
 // Adds an impulse of this height at a time in samples, which may lie between two: a sinc under a Hann window
-// (Laakso et al., "Splitting the unit delay", 1996). What falls outside the response is left out.
+// (Laakso et al., "Splitting the unit delay", 1996). Samples outside of the response are left out.
 void addImpulse(std::vector<double>& response, double time, double height);
 
 // Samples that addImpulse writes before and after its time.

@@ -1,5 +1,5 @@
-// Random numbers that are the same with every compiler and library: the raw output of std::mt19937 is
-// fixed by the language, what std::normal_distribution makes of it is not.
+// Random numbers that are the same with every compiler and library. The raw output of std::mt19937 is defined by
+// the language standard; that of std::normal_distribution is not.
 #pragma once
 
 #include <complex>
@@ -8,7 +8,7 @@
 
 namespace se_scene {
 
-// Each part of a scene draws from a stream of its own, so that it does not depend on the others.
+// Each part of a scene has its own stream, so that it does not depend on the others.
 enum class Stream : uint32_t { kTalker = 1, kFarEnd, kSensorNoise, kDiffuseNoise };
 
 class Random {

@@ -9,8 +9,8 @@ namespace {
 constexpr double kWallMargin = 0.1;  // metres
 constexpr double kLowestHz = 100;
 
-// The images all have one sign, so that they pile up where the wavelength is long; the lowest frequencies go,
-// by the filter that Allen and Berkley advise.
+// All images have the same sign, so they add up at long wavelengths. The lowest frequencies are removed by the
+// filter that Allen and Berkley recommend.
 void removeLowest(std::vector<double>& response) {
     const double angle = 2 * M_PI * kLowestHz / kSampleRate;
     const double radius = std::exp(-angle);

@@ -6,7 +6,7 @@ namespace {
 
 constexpr double kStep = 0.001;  // seconds
 
-// Energy that arrives in each step of time, by number of reflections, were the walls perfect mirrors.
+// Energy that arrives in each time step, by number of reflections, with perfectly reflecting walls.
 using EnergyTable = std::vector<std::vector<double>>;
 
 EnergyTable energyOfImages(const RoomSize& room, double seconds, const Point& source, const Point& listener) {

@@ -1,6 +1,6 @@
-// How fast a room falls silent, and what its walls must reflect so that it takes a given time. Formulas for
-// diffuse fields miss a shoebox by a third: sound that runs level between the walls of a low room meets floor
-// and ceiling seldom. So the energy of the images themselves is summed.
+// The reverberation time of a room, and the reflection of its walls for a given time. Formulas for diffuse fields
+// are wrong by a third for a shoebox room: in a low room, sound that propagates horizontally is seldom reflected by
+// floor and ceiling. Therefore the energy of the images is summed.
 #pragma once
 
 #include "tools/scene/image_sources.h"

@@ -1,7 +1,7 @@
 // Simulated recordings of the eight-channel device: a talker, noise, reverberation and far-end echo at the
-// microphones of the array, deterministic for a seed. The parts are kept apart, so that code that measures an
-// engine knows what was speech and what was not.
-// Threads: any; nothing is shared. It knows nothing of the engine or the wrapper.
+// microphones of the array, deterministic for a seed. The parts are kept separate, so that code that measures an
+// engine can distinguish speech, noise and echo.
+// Threads: any; nothing is shared. It does not depend on the engine or the wrapper.
 #pragma once
 
 #include <cstddef>
@@ -46,18 +46,18 @@ struct SceneOptions {
     double talker_end_s = std::numeric_limits<double>::infinity();  // ... to here; the sound rings on after
 
     double sensor_noise_dbfs = -65;       // white, independent at each microphone
-    double diffuse_noise_dbfs = kSilent;  // arriving from all around (spherically isotropic)
+    double diffuse_noise_dbfs = kSilent;  // spherically isotropic
     NoiseColour diffuse_noise_colour = NoiseColour::kPink;
 
     double reverberation_s = 0;  // time in which the room's sound falls by 60 dB; 0: free field
-    RoomSize room;               // heard only when there is reverberation
+    RoomSize room;               // used only with reverberation
 
     std::vector<float> far_end_speech;  // as `speech`, for the loudspeaker; empty: synthesised, another voice
     double far_end_level_dbfs = -26;    // of what the loudspeaker plays, over the active time
     double echo_level_dbfs = kSilent;   // at the centre microphone, over the active time; kSilent: no far end
-    double echo_azimuth_deg = 200;      // of the loudspeaker, which stands beside the array
+    double echo_azimuth_deg = 200;      // of the loudspeaker, which is beside the array
     double echo_distance_m = 0.3;
-    std::optional<double> echo_path_change_s;  // from here on the loudspeaker stands elsewhere, as loud
+    std::optional<double> echo_path_change_s;  // then the loudspeaker moves; its level stays
     double echo_azimuth_after_deg = 320;
 };
 
@@ -66,7 +66,7 @@ using MicrophoneRows = std::vector<std::vector<float>>;
 
 struct Scene {
     size_t frames = 0;
-    MicrophoneRows talker;       // what the microphones get of the talker, reflections included
+    MicrophoneRows talker;       // the talker at the microphones, reflections included
     MicrophoneRows noise;        // sensor and diffuse noise
     MicrophoneRows echo;         // of the far end
     std::vector<float> far_end;  // what the loudspeaker plays
@@ -74,8 +74,8 @@ struct Scene {
     MicrophoneRows mixture() const;
 };
 
-// Kept out of `options`: nothing but the options decides the result, to the bit on one machine. A part does
-// not change when another part's options do.
+// The result depends on the options only, to the bit on one machine. A part does not change when another part's
+// options do.
 // fails: std::invalid_argument names the option and its range.
 Scene makeScene(const SceneOptions& options);
 

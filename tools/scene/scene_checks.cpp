@@ -32,7 +32,7 @@ void checkLevel(const char* option, double level) {
     if (level != kSilent) check({option, level, -120, 0});
 }
 
-// A source must stand within the walls.
+// A source must be inside the room.
 void checkInRoom(const char* option, double azimuth_deg, double distance_m, const RoomSize& room) {
     double farthest = 0;
     while (isInRoom(room, atAzimuth(azimuth_deg, farthest + 0.01))) farthest += 0.01;

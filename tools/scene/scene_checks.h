@@ -1,4 +1,4 @@
-// What a scene can be: the range of each option.
+// The valid range of each option of a scene.
 #pragma once
 
 #include "tools/scene/scene.h"

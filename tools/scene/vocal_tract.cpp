@@ -18,7 +18,7 @@ double glide(double seconds, int steps) {
     return 1 - std::exp(-steps / (seconds * kSampleRate));
 }
 
-// Flow through the glottis over one cycle: it opens slowly, shuts fast and stays shut (Rosenberg 1971).
+// Flow through the glottis over one cycle: it opens slowly, closes fast and stays closed (Rosenberg 1971).
 double flowAt(double cycle) {
     constexpr double kOpening = 0.40;
     constexpr double kClosing = 0.16;
@@ -71,7 +71,7 @@ void VocalTract::glideTowards(const Phone& phone) {
     }
 }
 
-// The flow's change from sample to sample is what the lips radiate.
+// The lips radiate the change of the flow from sample to sample.
 double VocalTract::glottis() {
     cycle_ += cycle_pitch_ * now_.pitch_hz / kSampleRate;
     if (cycle_ >= 1) {

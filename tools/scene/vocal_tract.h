@@ -1,4 +1,4 @@
-// How the voice sounds: a glottis and a noise source through resonators that glide from phone to phone.
+// The sound of the voice: a glottis and a noise source, filtered by resonators that glide from phone to phone.
 #pragma once
 
 #include <array>

@@ -1,4 +1,4 @@
-// What the voice says: the two voices and the order of their sounds.
+// The two voices and the order of their sounds.
 #include "tools/scene/voice.h"
 
 #include "tools/scene/vocal_tract.h"
@@ -43,7 +43,7 @@ constexpr Fricative kBursts[] = {{900, 900, 0.02}, {4200, 2000, 0.03}, {1900, 80
 constexpr std::array<double, 3> kNasal = {270, 1200, 2400};
 
 // Writes phone after phone, each beginning with the formants of the one before. No expression draws two
-// random numbers: compilers differ in which they would draw first.
+// random numbers, because compilers differ in the order of evaluation.
 class Speaker {
   public:
     Speaker(const Voice& voice, Random& random) : voice_(voice), random_(random) {}

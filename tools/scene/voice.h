@@ -1,6 +1,6 @@
 // A synthetic voice: phrases of syllables with pauses between them, a pitch that falls over the
-// phrase, and the sound itself by source and filter (Klatt 1980). It says nothing, but has what an engine
-// looks for in speech: harmonics, formants, fricatives, stops, syllables at about four a second.
+// phrase, and sound from a source-filter model (Klatt 1980). It has no meaning, but the properties of speech that an
+// engine detects: harmonics, formants, fricatives, stops, about four syllables a second.
 #pragma once
 
 #include <array>

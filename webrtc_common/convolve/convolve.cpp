@@ -1,5 +1,5 @@
 // The selected kernels, the table of builds, and the AVX entry points, which run the widest build that the
-// processor offers. The pointers are initialised statically, so that a kernel can be called before any code of
+// processor supports. The pointers are initialised statically, so that a kernel can be called before any code of
 // the library has run.
 #include "webrtc_common/convolve/convolve.h"
 

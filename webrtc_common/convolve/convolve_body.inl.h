@@ -3,10 +3,10 @@
 // external linkage, nothing from the standard library, everything inlined. Else the linker might keep the copy
 // built for one processor and give it to another.
 //
-// Outputs stand in lanes. The W samples loaded at offset k are W / 2 pairs, each of which contributes to one
+// Each lane holds an output. The W samples loaded at offset k are W / 2 pairs, each of which contributes to one
 // even output of a group of W outputs, those at k + 1 to the odd outputs, both multiplied by the same pair of
 // taps. The samples at offset k + W m serve the tap pair k + W s of group m - s, so several groups and several
-// pairs together need far less than one load a multiplication. Sums modulo 2^32 may be taken in any order.
+// pairs together need much less than one load for each multiplication. Sums modulo 2^32 may be taken in any order.
 #pragma once
 
 namespace {
@@ -54,7 +54,7 @@ CONVOLVE_INLINE void addPair(Sums<Lanes> (&sums)[kGroups][Lanes::kChains], const
             even = Lanes::load(samples);
             odd = Lanes::load(samples + 1);
         }
-        // Else gcc makes a memory operand of each use, and so a load of each multiplication.
+        // Else gcc uses a memory operand for each use, which is a load for each multiplication.
         constexpr bool kUsedAgain = 0 < decltype(m)::value && decltype(m)::value < kGroups + kSets - 2;
         if constexpr (kUsedAgain) CONVOLVE_IN_REGISTERS(even, odd);
         unrolled<kSets>([&](auto s) CONVOLVE_LAMBDA {
@@ -102,7 +102,7 @@ CONVOLVE_INLINE void addSteps(Sums<Lanes> (&sums)[kGroups][Lanes::kChains], cons
     }
 }
 
-// kGroups adjoining groups from their first tap to their last, handed to `output`.
+// kGroups adjoining groups from their first tap to their last, passed to `output`.
 template <class Lanes, size_t kGroups, class Output, class... Part>
 CONVOLVE_INLINE void convolveGroups(const int16_t* coeffs, const int16_t* signal, size_t steps,
                                     size_t first_output, const Output& output, Part... part) {
@@ -125,7 +125,7 @@ CONVOLVE_INLINE void convolveGroups(const int16_t* coeffs, const int16_t* signal
     put(Index<kGroups - 1>(), part...);
 }
 
-// Eights that `count` needs, at least one.
+// The number of groups of eight for `count`, at least one.
 CONVOLVE_INLINE size_t eights(int count) {
     return count > 8 ? (static_cast<size_t>(count) + 7) / 8 : 1;
 }

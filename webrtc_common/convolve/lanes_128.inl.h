@@ -1,5 +1,5 @@
-// A group of eight outputs in registers of 128 bits. Included beside convolve_body.inl.h; what is said there
-// holds here. Multiplication and addition are the ones that the including file is compiled for.
+// A group of eight outputs in registers of 128 bits. Included beside convolve_body.inl.h; its rules apply
+// here, too. Multiplication and addition are those of the including file's instruction set.
 #pragma once
 
 #include <immintrin.h>
@@ -9,7 +9,7 @@
 #define CONVOLVE_INLINE inline __attribute__((always_inline))
 #define CONVOLVE_LAMBDA __attribute__((always_inline))
 
-// Hides where two vectors come from, so that they stay where they are: in registers.
+// Hides the origin of two vectors from the compiler, so that they stay in registers.
 #ifdef __AVX512F__
 #define CONVOLVE_IN_REGISTERS(a, b) __asm__("" : "+v"(a), "+v"(b))
 #else
@@ -18,7 +18,7 @@
 
 namespace {
 
-// Two taps as the processor reads them, from any address that an int16_t may have.
+// Two taps as one 32-bit value, from any address that is aligned for int16_t.
 CONVOLVE_INLINE int tapPair(const int16_t* coeffs) {
     int pair;
     __builtin_memcpy(&pair, coeffs, sizeof pair);
@@ -28,7 +28,7 @@ CONVOLVE_INLINE int tapPair(const int16_t* coeffs) {
 struct Lanes128 {
     using Vector = __m128i;
     static constexpr size_t kOutputs = 8;
-    static constexpr size_t kGroups = 4;  // together: 8 sums of 16 registers, products beside them
+    static constexpr size_t kGroups = 4;  // together: 8 sums in 16 registers, the rest for products
     static constexpr size_t kSets = 2;
     static constexpr size_t kChains = 1;
     static constexpr bool kCanBePart = false;
@@ -44,7 +44,7 @@ struct Lanes128 {
         sums = _mm_dpwssd_avx_epi32(sums, samples, taps);
 #else
         sums = _mm_add_epi32(sums, _mm_madd_epi16(samples, taps));
-        // Keeps the order of the additions: rearranged into a tree they need more registers than there are.
+        // Keeps the order of the additions: rearranged into a tree they need more than the available registers.
         __asm__("" : "+x"(sums));
 #endif
     }

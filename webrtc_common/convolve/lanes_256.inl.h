@@ -1,5 +1,5 @@
-// A group of 16 outputs in registers of 256 bits. Included beside convolve_body.inl.h; what is said there holds
-// here.
+// A group of 16 outputs in registers of 256 bits. Included beside convolve_body.inl.h; its rules apply here,
+// too.
 #pragma once
 
 #include "webrtc_common/convolve/lanes_128.inl.h"

@@ -1,10 +1,10 @@
-// A group of 32 outputs in registers of 512 bits. Included beside convolve_body.inl.h; what is said there holds
-// here. Nearly every load crosses a cache line, so more sets than elsewhere share one.
+// A group of 32 outputs in registers of 512 bits. Included beside convolve_body.inl.h; its rules apply here,
+// too. Nearly every load crosses a cache line, so more sets than with other widths share one.
 #pragma once
 
 #include "webrtc_common/convolve/lanes_128.inl.h"
 
-// gcc 12 takes the undefined vectors inside its own header for a mistake of the caller.
+// gcc 12 warns of the undefined vectors inside its own header.
 #if defined(__GNUC__) && !defined(__clang__)
 #pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
 #endif
@@ -40,7 +40,7 @@ struct Lanes512 {
         const Vector high = _mm512_unpackhi_epi32(even, odd);
         _mm512_mask_storeu_epi16(out, part, _mm512_packs_epi32(low, high));
     }
-    // low holds outputs 0 to 3, 8 to 11, 16 to 19, 24 to 27, high what is between.
+    // low holds outputs 0 to 3, 8 to 11, 16 to 19, 24 to 27, high the others.
     static CONVOLVE_INLINE void storeWide(int32_t* out, Vector even, Vector odd, Part part = ~Part{0}) {
         const Vector low = _mm512_unpacklo_epi32(even, odd);
         const Vector high = _mm512_unpackhi_epi32(even, odd);

@@ -1,5 +1,5 @@
-// Which values the lanes of a pass hold: the same pair of as many groups as there are lanes, or, when there are
-// fewer groups, several neighbouring pairs of all groups. Included by one source file an instruction set.
+// The values in the lanes of a pass: the same pair of as many groups as there are lanes, or, with fewer groups,
+// several neighbouring pairs of all groups. Included by one source file an instruction set.
 //
 // An arrangement has kPairs pairs in its lanes and
 //   getRows, putRows           pair m of all split rows, `at` that of row 0
@@ -51,8 +51,8 @@ struct AcrossGroups {
 template <class F, size_t kGroups>
 struct AlongPairs;
 
-// One group. Pairs stand in the order 0 1 2 3 or 0 1 4 5 | 2 3 6 7, in which interleaved real and imaginary
-// parts come apart and together again within halves.
+// One group. Pairs are in the order 0 1 2 3 or 0 1 4 5 | 2 3 6 7, in which interleaved real and imaginary parts
+// are separated and combined within halves.
 template <class F>
 struct AlongPairs<F, 1> {
     using Floats = F;

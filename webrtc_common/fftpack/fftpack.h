@@ -1,7 +1,7 @@
 // Real FFT and quarter-wave cosine transforms in single precision, after the published algorithm of FFTPACK
 // (P. N. Swarztrauber, "Vectorizing the FFTs", in Parallel Computations, 1982): mixed radix, decimation in
 // the order of the factors, no bit reversal. Written from that description.
-// Threads: any; nothing here has state of its own. It must not allocate, and knows nothing of the wrapper.
+// Threads: any; nothing here has state of its own. It must not allocate, and does not depend on the wrapper.
 //
 // A caller owns the two arrays of a transform of length n:
 //   wsave  2 n + 15 floats: n of scratch, then the twiddle factors. The cosine transforms put n cosines in
@@ -28,7 +28,7 @@ SE_WRAPPER_EXPORT void __ogg_fdrffti(int n, float* wsave, int* ifac);
 //      place the real part of bin n/2.
 SE_WRAPPER_EXPORT void __ogg_fdrfftf(int n, float* r, float* wsave, int* ifac);
 
-// Backward real FFT: what the forward transform gives becomes n times what it was given.
+// Backward real FFT: from the forward transform's result, n times its input.
 SE_WRAPPER_EXPORT void __ogg_fdrfftb(int n, float* r, float* wsave, int* ifac);
 
 // Fills wsave[k] = cos((k + 1) (pi / 2) / n), k < n, and sets up the real FFT at wsave + n. n of 1 or more.

@@ -2,7 +2,7 @@
 // that the transform of length p becomes two real matrix products of half the size; its work grows with p
 // squared and its rounding error with p as well, since cosines and sines come from a recurrence.
 //
-// Between the steps of a pass row j stands where packed row j does, never reversed.
+// Between the steps of a pass row j has the place of packed row j and is never reversed.
 #include "webrtc_common/fftpack/general_passes.h"
 
 #include <cmath>
@@ -125,7 +125,7 @@ void packForward(const Stage& s, const float* in, float* out) {
     }
 }
 
-// packForward backwards, up to a factor 2.
+// The inverse of packForward, up to a factor 2.
 void unpackBackward(const Stage& s, const float* in, float* out) {
     const size_t last = s.width - 1;
     for (size_t i = 0; i < s.width * s.groups; ++i) out[i] = in[i];
@@ -151,7 +151,7 @@ void unpackBackward(const Stage& s, const float* in, float* out) {
     }
 }
 
-// foldForward backwards, up to a factor 2.
+// The inverse of foldForward, up to a factor 2.
 void unfoldBackward(const Stage& s, const float* in, float* out) {
     for (size_t i = 0; i < s.width; ++i) {
         for (size_t k = 0; k < s.groups; ++k) split(s, out, 0, i)[k] = packed(s, in, 0, i)[k];

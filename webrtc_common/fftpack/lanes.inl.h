@@ -1,8 +1,8 @@
-// Vectors of 1, 4 and 8 floats and what the butterflies need of them. Included by one source file an
+// Vectors of 1, 4 and 8 floats and the operations of the butterflies. Included by one source file an
 // instruction set, within a namespace of its own.
 //
 // 8 lanes are two halves of 4: all rearrangements but those of `halves` happen within a half, since only these
-// are cheap. So the same butterflies serve both sizes.
+// are cheap. The same butterflies therefore work with both sizes.
 
 struct One : OneSample {
     using Vector = float;

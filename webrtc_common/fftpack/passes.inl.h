@@ -5,7 +5,7 @@
 // complex values that an arrangement L has in its lanes. A forward pass reads split rows and writes packed ones,
 // a backward pass the reverse.
 
-// Where the values of a pass stand, see stage.h. Data of n values, from group k on.
+// For the places of a pass's values see stage.h. Data of n values, from group k on.
 template <size_t kRadix, class Place>
 struct Split {
     Place data;
@@ -273,7 +273,7 @@ struct Odd {
     }
 };
 
-// Behind an odd factor only odd factors stand: no row of these passes has an even width.
+// Only odd factors follow an odd factor, so no row of these passes has an even width.
 template <size_t kOddRadix>
 struct ForwardOdd {
     static constexpr size_t kRadix = kOddRadix;

@@ -10,7 +10,7 @@
 namespace quill::fftpack {
 namespace {
 
-constexpr int kFirstFactor = 2;  // place in ifac, behind n and the number of factors
+constexpr int kFirstFactor = 2;  // place in ifac, after n and the number of factors
 
 // 4, 2, 3, 5, then the odd numbers: the candidate after the one at `index`.
 int candidate(int index) {
@@ -40,7 +40,7 @@ void fillTwiddles(int n, const int* ifac, float* twiddles) {
     const float unit = kTwoPi / static_cast<float>(n);
     float* row = twiddles;
     int groups = 1;
-    for (int f = 0; f < ifac[1] - 1; ++f) {  // rows of width 1, behind the last factor, hold no pair
+    for (int f = 0; f < ifac[1] - 1; ++f) {  // rows of width 1, after the last factor, hold no pair
         const int radix = ifac[kFirstFactor + f];
         const int width = n / (groups * radix);
         for (int j = 1; j < radix; ++j, row += width) {

@@ -3,7 +3,7 @@
 // nothing from the standard library. Else the linker might keep the copy built for one processor and give it to
 // another.
 //
-// Every lane of a vector does what the plain scalar transform does for its value, in the same order, so that
+// Every lane of a vector computes what the scalar transform computes for its value, in the same order, so that
 // all builds give the same bits.
 #pragma once
 
@@ -15,7 +15,7 @@
 #include "webrtc_common/fftpack/stage.h"
 
 #define FFT_INLINE inline __attribute__((always_inline))
-#define FFT_UNROLL _Pragma("GCC unroll 8")  // at every optimisation level: rows live in registers
+#define FFT_UNROLL _Pragma("GCC unroll 8")  // at every optimisation level: rows stay in registers
 
 namespace quill::fftpack {
 namespace {
@@ -150,7 +150,7 @@ FFT_INLINE void backwardPass(const Stage& s, In in, Out out) {
     }
 }
 
-constexpr size_t kFirstFactor = 2;  // place in ifac, behind n and the number of factors
+constexpr size_t kFirstFactor = 2;  // place in ifac, after n and the number of factors
 constexpr size_t kLargestVectorRadix = 5;
 
 bool mayRunInPlace(const Stage& s) {

@@ -1,10 +1,10 @@
-// The 16-bit values that a transform begins or ends with: where they stand, and how 1, 4 and 8 of them become
-// floats and floats become them. Included by one source file an instruction set.
+// The 16-bit values at the ends of a transform: their places, and the conversions of 1, 4 and 8 of them to floats
+// and back. Included by one source file an instruction set.
 //
-// Samples come as a plain pointer to int16. The other places stand for pointers, moved by adding.
+// Samples are a plain pointer to int16. The other places act as pointers that are moved by adding.
 //
-// Single values go through the same conversion as vectors: a cast in the language is undefined outside the range of
-// its target.
+// Single values use the same conversion as vectors, because a cast in the language is undefined outside the range
+// of its target.
 
 // Values 0 to `last` of a packed half spectrum, which holds the imaginary part of bin 0 too, in front of value 1,
 // and halves of the first and the last value.
@@ -68,7 +68,7 @@ struct OneSample {
     }
 };
 
-// A pair of 16-bit values is one of 32 bits, so that its parts come apart and together without a shuffle.
+// A pair of 16-bit values is one of 32 bits, so that its parts are separated and combined without a shuffle.
 struct FourSamples {
     static FFT_INLINE __m128i widened(const int16_t* p) {
         return _mm_cvtepi16_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)));

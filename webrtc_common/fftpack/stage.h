@@ -1,4 +1,4 @@
-// One pass of a mixed-radix real FFT: its sizes and where its values stand. No thread rules.
+// One pass of a mixed-radix real FFT: its sizes and the places of its values.
 //
 // A pass splits n = radix * groups * width. A row is `width` values: one real value, then complex pairs, and
 // for an even width a last real value; pair m is values 2 m - 1 and 2 m. On one side of a pass stand the split
@@ -9,7 +9,7 @@
 // butterflies with the same twiddle factors:
 //   split:  value i of row (k, j) at groups (radix i + j) + k,
 //   packed: value i of row (j, k) at groups (width j + i) + k.
-// With rows of one value before the first pass and one row behind the last, this is the caller's own order.
+// With rows of one value before the first pass and one row after the last, this is the caller's own order.
 #pragma once
 
 #include <stddef.h>
@@ -19,7 +19,7 @@ namespace quill::fftpack {
 struct Stage {
     size_t radix;
     size_t groups;          // product of the factors before this one
-    size_t width;           // product of the factors behind it
+    size_t width;           // product of the factors after it
     const float* twiddles;  // radix - 1 rows of width: pairs from their start on
 };
 

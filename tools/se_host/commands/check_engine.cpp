@@ -1,4 +1,4 @@
-// `se_host check-engine`: whether an engine build is one that the wrapper can use.
+// `se_host check-engine`: whether the wrapper can use an engine build.
 #include <filesystem>
 #include <memory>
 
@@ -22,7 +22,7 @@ struct CheckEngineOptions {
     bool json = false;
 };
 
-// A path without a slash would be looked for where the system keeps its libraries.
+// The loader would search for a path without a slash in the system's library folders.
 quill::DynLibHandle open(const std::string& path) {
     std::error_code error;
     if (!fs::exists(path, error))

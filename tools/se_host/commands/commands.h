@@ -1,4 +1,4 @@
-// The commands of se_host. Each function registers one, and stands in the file of the command's name.
+// The commands of se_host. Each function registers one and is in the file with the command's name.
 #pragma once
 
 #include <CLI/CLI.hpp>

@@ -5,7 +5,7 @@ namespace se_host {
 namespace {
 
 constexpr const char* kExamples =
-    "An engine is loaded anew for each command: a setting that is to stay goes into a tuning, a JSON\n"
+    "An engine is loaded anew for each command: a setting is kept in a tuning, a JSON\n"
     "file, which every command with --tuning applies.\n"
     "Examples:\n"
     "  se_host diags list --level basic\n"

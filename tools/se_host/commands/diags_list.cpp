@@ -1,4 +1,4 @@
-// `se_host diags list`: what there is, with type, access, value and help.
+// `se_host diags list`: the diagnostics, with type, access, value and help.
 #include <algorithm>
 #include <iostream>
 #include <memory>
@@ -15,7 +15,7 @@ namespace {
 using quill::stringPrintf;
 using Json = nlohmann::ordered_json;
 
-constexpr size_t kValueWidth = 24;  // what is longer is cut in the table
+constexpr size_t kValueWidth = 24;  // longer values are cut in the table
 
 struct ListOptions : DiagsOptions {
     std::string pattern = "*";

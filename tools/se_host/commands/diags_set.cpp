@@ -1,4 +1,4 @@
-// `se_host diags set`: edits that go to the engine together, and into a tuning if they are to stay.
+// `se_host diags set`: edits that are applied together and can be saved in a tuning.
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -66,8 +66,8 @@ void run(const SetOptions& options) {
 }  // namespace
 
 void addDiagsSet(CLI::App& diags) {
-    CLI::App* const command = diags.add_subcommand(
-        "set", "Set diagnostics, all of them or none, and show what the engine holds then");
+    CLI::App* const command =
+        diags.add_subcommand("set", "Set diagnostics, all of them or none, and show the resulting values");
     const auto options = std::make_shared<SetOptions>();
     command->add_option("NAME=VALUE", options->assignments, "An Enum takes its number; a switch 0 or 1")
         ->required()

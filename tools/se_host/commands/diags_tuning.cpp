@@ -65,7 +65,7 @@ void diff(const DiffOptions& options) {
 }  // namespace
 
 void addDiagsDump(CLI::App& diags) {
-    CLI::App* const command = diags.add_subcommand("dump", "Write what all diagnostics hold: a tuning");
+    CLI::App* const command = diags.add_subcommand("dump", "Write the values of all diagnostics: a tuning");
     const auto options = std::make_shared<DumpOptions>();
     command->add_option("OUT.json", options->output, "The tuning (default: standard output)")->type_name("");
     addRecording(*command, *options);
@@ -87,7 +87,7 @@ void addDiagsRestore(CLI::App& diags) {
 }
 
 void addDiagsDiff(CLI::App& diags) {
-    CLI::App* const command = diags.add_subcommand("diff", "Show where two tunings differ");
+    CLI::App* const command = diags.add_subcommand("diff", "Show the differences between two tunings");
     const auto options = std::make_shared<DiffOptions>();
     command->add_option("A.json", options->a, "A tuning")->required()->type_name("");
     command->add_option("B.json", options->b, "Another one")->required()->type_name("");

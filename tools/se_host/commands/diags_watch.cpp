@@ -1,4 +1,4 @@
-// `se_host diags watch`: what changes while a recording is processed.
+// `se_host diags watch`: the changes while a recording is processed.
 #include <iostream>
 #include <memory>
 
@@ -53,7 +53,7 @@ void run(const WatchOptions& options) {
 
 void addDiagsWatch(CLI::App& diags) {
     CLI::App* const command =
-        diags.add_subcommand("watch", "Print what changes while a recording is processed, a line each");
+        diags.add_subcommand("watch", "Print each change while a recording is processed, a line each");
     const auto options = std::make_shared<WatchOptions>();
     command->add_option("IN", options->recording.input, "Recording, WAV or FLAC, 8 or more channels")
         ->required()

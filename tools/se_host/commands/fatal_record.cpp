@@ -19,10 +19,10 @@ constexpr int kNotice = 4;
 constexpr int kTrace = 5;
 constexpr const char* kWrapper = "se_wrapper";
 
-// Why the engine library was not loaded: the wrapper says so in a trace before its fatal record.
+// Why the engine library was not loaded: the wrapper's trace before its fatal record.
 thread_local std::string g_reason;
 
-// What the user can do about a fatal record; null: nothing that its text does not say.
+// What the user can do about a fatal record; null: nothing beyond its text.
 const char* adviceAt(EngineStage stage) {
     switch (stage) {
         case EngineStage::kNone:
@@ -35,7 +35,7 @@ const char* adviceAt(EngineStage stage) {
     return nullptr;
 }
 
-// Traces cost time and serve nothing else, so they end with the loading.
+// Traces cost time and have no other use, so they are disabled after loading.
 void keepReason(const quill::LogRecord& record) {
     if (record.level != kTrace) return;
     if (engineStage() == EngineStage::kLoading) g_reason = record.text;
@@ -49,8 +49,8 @@ std::string fatalText(const std::string& text) {
            (advice == nullptr ? std::string() : std::string("; ") + advice);
 }
 
-// Ends the process here: after the sink the library would abort, which leaves a core dump for what is a
-// wrong file.
+// Ends the process here, because after the sink the library would abort and write a core dump for a wrong
+// file.
 void showRecord(const quill::LogRecord& record) {
     if (record.level > kError) {
         keepReason(record);

@@ -1,4 +1,4 @@
-// How the library's records reach the user: one line each, and an orderly end after a fatal one.
+// The library's records as the user sees them: one line each, and an exit code after a fatal one.
 // Threads: installRecordSink once, before any other; the sink itself on any.
 #pragma once
 

@@ -1,4 +1,4 @@
-// How help texts look: no line is wider than a terminal of 100 columns.
+// The format of help texts: no line is wider than 100 columns.
 #pragma once
 
 #include <CLI/CLI.hpp>

@@ -22,10 +22,10 @@ namespace se = quill::media::se_wrapper;
 using quill::stringPrintf;
 
 constexpr int kPictureSize = 1024;  // samples a piece of the spectra
-constexpr int kDelay = 28;          // samples that the filter gives back late
+constexpr int kDelay = 28;          // samples by which the filter delays
 
 constexpr const char* kExamples =
-    "The output is as long as the input and in step with it: the filter's delay is taken out.\n"
+    "The output has the length of the input, and the filter's delay is removed.\n"
     "Examples:\n"
     "  se_host highpass talker.wav bright.wav\n"
     "  se_host highpass talker.wav half.wav --gain 0.5 --plot half.png\n";
@@ -35,11 +35,11 @@ struct HighpassOptions {
     std::string output;
     std::string picture;
     float gain = 1;
-    int channel = 0;  // that the levels and the picture are of
+    int channel = 0;  // of the levels and the picture
     bool quiet = false;
 };
 
-// One channel, in step with what went in. The filter gives its samples late, so silence behind the channel brings
+// One channel, without the filter's delay. The filter delays its samples, so silence after the channel brings
 // out the last of them; silence before it brings the filter to its gain.
 std::vector<int16_t> filtered(std::vector<int16_t> samples, float gain) {
     se::Filter filter(se::kHighPass600Hz);

@@ -1,4 +1,4 @@
-// `se_host info`: which engine there is, what it can do and what runs it.
+// `se_host info`: the engine, its capabilities, and the kernels that run it.
 #include <memory>
 
 #include "tools/se_host/commands/commands.h"
@@ -22,7 +22,7 @@ void run(const InfoOptions& options) {
 
 void addInfo(CLI::App& app) {
     CLI::App* const command = app.add_subcommand(
-        "info", "Show the engine, what it offers, the processor, the kernels and the properties");
+        "info", "Show the engine, its capabilities, the processor, the kernels and the properties");
     const auto options = std::make_shared<InfoOptions>();
     addEngineChoice(*command, options->engine);
     command->add_flag("--json", options->json, "The answer as JSON");

@@ -27,7 +27,7 @@ constexpr const char* kExamples =
     "  se_host scene meeting.wav --azimuth 60          a simulated recording to try it with\n"
     "  se_host process meeting.wav talker.wav          through the engine\n"
     "  se_host noise-test noise.txt --plot noise.png   the microphones' noise\n"
-    "  se_host info                                    the engine and what it can do\n"
+    "  se_host info                                    the engine and its capabilities\n"
     "'se_host COMMAND --help' explains a command.";
 
 int complain(const std::string& text, int exit_code) {

@@ -23,7 +23,7 @@ namespace {
 namespace se = quill::media::se_wrapper;
 
 constexpr const char* kExamples =
-    "Without a recording the microphones are simulated: sensor noise, and what the options add to it.\n"
+    "Without a recording the microphones are simulated, with sensor noise and the parts of the options.\n"
     "OUT is a text: for each microphone a line 'Microphone N', then for each row a line with its number\n"
     "and value.\n"
     "Examples:\n"
@@ -60,7 +60,7 @@ std::string soundText(const NoiseTestOptions& command) {
     return "a simulated array, seed " + std::to_string(command.scene.seed);
 }
 
-// The wrapper does not report what it could not write.
+// The wrapper does not report a failed write.
 void save(const se_output::TemporaryFile& file) {
     constexpr auto kLines = (se::NoiseTestResults::kRows + 1) * se::NoiseTestResults::kMicrophones;
     se::saveNoiseTestResults(file.name());
@@ -73,7 +73,7 @@ void save(const se_output::TemporaryFile& file) {
 
 void run(const NoiseTestOptions& command) {
     refuseClashes({command.recording}, {command.output, command.picture});
-    // What can fail early comes before what takes long.
+    // Steps that can fail come before steps that take long.
     se_output::TemporaryFile output(command.output);
     std::optional<se_output::Picture> picture;
     if (!command.picture.empty()) picture.emplace(command.picture);
@@ -93,7 +93,7 @@ void run(const NoiseTestOptions& command) {
     if (command.json || !command.quiet) print(report, command.json);
 }
 
-// What describes a simulation has no meaning for a recording.
+// Options of the simulation have no meaning for a recording.
 void excludeSceneOptions(CLI::App& command, CLI::Option* recording) {
     for (CLI::Option* const option : command.get_options()) {
         if (option != recording && option != command.get_help_ptr()) recording->excludes(option);

@@ -12,10 +12,10 @@ namespace se_host {
 struct NoiseTestReport {
     std::string output;
     std::string picture;  // empty: none
-    std::string sound;    // where it came from
+    std::string sound;    // its source
     std::string build;
     std::string version;
-    size_t blocks = 0;  // that the test took
+    size_t blocks = 0;  // duration of the test
     quill::media::se_wrapper::NoiseTestResults results{};
 };
 

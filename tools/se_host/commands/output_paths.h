@@ -1,4 +1,4 @@
-// Outputs that would destroy an input or one another are refused before any work.
+// Outputs that would overwrite an input or each other are refused before any work.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// Answers on standard output.
+// Results on standard output.
 #pragma once
 
 #include <iostream>

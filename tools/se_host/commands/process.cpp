@@ -38,7 +38,7 @@ struct ProcessOptions {
     std::string parts;               // prefix of the recording's parts; empty: not known
     std::string plot;                // picture; empty: none
     std::string tuning;              // applied before; empty: none
-    std::vector<std::string> trace;  // which diagnostics to follow, and where to; empty: none
+    std::vector<std::string> trace;  // the diagnostics to trace, and the file; empty: none
     bool compare_routines = false;
     bool cycles = false;
     bool bypass = false;
@@ -106,10 +106,10 @@ std::unique_ptr<DiagTree> tunedDiags(const ProcessOptions& options, const Engine
     return diags;
 }
 
-// What a run writes: all of it appears at the end, or nothing.
+// The outputs of a run: all are written at its end, or none.
 class Outputs {
   public:
-    // Begins the files, so that what cannot be written is known before the run.
+    // Creates the files, so that an unwritable path is reported before the run.
     Outputs(const ProcessOptions& options, DiagTree* diags) : sound_(options.output) {
         if (!options.plot.empty()) picture_.emplace(options.plot);
         if (!options.trace.empty()) trace_.emplace(tracePath(options), *diags, options.trace[0]);
@@ -200,10 +200,9 @@ void addOptions(CLI::App& command, ProcessOptions& options) {
                   "output differs; not with --tuning")
         ->excludes(tuning);
     command
-        .add_flag(
-            "--cycles", options.cycles,
-            "Show where the processor's cycles of a block go: de-interleaving, the engine, its hooks by "
-            "kind; with --compare-routines for both runs; not with --bypass")
+        .add_flag("--cycles", options.cycles,
+                  "Show how the cycles of a block are divided: de-interleaving, the engine, its hooks by "
+                  "kind; with --compare-routines for both runs; not with --bypass")
         ->excludes(bypass);
     addEngineChoice(command, options.engine);
     addEngineSettings(command, options.engine);

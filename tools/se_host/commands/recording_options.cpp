@@ -3,13 +3,14 @@
 namespace se_host {
 
 void addFarEnd(CLI::App& command, RecordingOptions& options) {
-    auto* const file = command.add_option("--far-end", options.far_end_file,
-                                          "What the loudspeaker played: a mono file at the rate of the "
-                                          "recording, no shorter");
+    auto* const file =
+        command.add_option("--far-end", options.far_end_file,
+                           "The far end, which the loudspeaker played: a mono file at the rate of the "
+                           "recording, no shorter");
     file->type_name("FAR");
     command
         .add_option("--far-end-channel", options.far_end_channel,
-                    "What the loudspeaker played: a channel of the recording, counted from 0; not with "
+                    "The far end, which the loudspeaker played: a channel of the recording, from 0; not with "
                     "--far-end")
         ->type_name("N")
         ->excludes(file);

@@ -1,4 +1,4 @@
-// The options that name what goes into the engine.
+// The options for the engine's input.
 #pragma once
 
 #include <CLI/CLI.hpp>
@@ -11,7 +11,7 @@ namespace se_host {
 // --far-end and --far-end-channel; both need a recording.
 void addFarEnd(CLI::App& command, RecordingOptions& options);
 
-// Where the far end comes from, in words; empty: none.
+// The source of the far end as a text; empty: none.
 std::string farEndText(const RecordingOptions& options);
 
 }  // namespace se_host

@@ -18,8 +18,8 @@ using quill::stringPrintf;
 using se_scene::Scene;
 
 constexpr const char* kExamples =
-    "The recording has 8 channels at 16 kHz: channel 0 carries what the loudspeaker plays, channels 1\n"
-    "to 7 the microphones, channel 1 that in the centre. The same options give the same recording.\n"
+    "The recording has 8 channels at 16 kHz: channel 0 is the far end of the loudspeaker, channels\n"
+    "1 to 7 are the microphones, channel 1 the centre one. The same options give the same recording.\n"
     "Examples:\n"
     "  se_host scene meeting.wav --azimuth 60\n"
     "  se_host scene noisy.wav --azimuth 130 --diffuse-noise -45 --reverberation 0.3\n"
@@ -37,7 +37,7 @@ struct SceneCommandOptions {
     bool quiet = false;
 };
 
-// A file to be written: which channels of sound, and how to get them from the scene.
+// A file to be written: its channels, and how they are made from the scene.
 struct Output {
     std::string path;
     int channels;
@@ -53,7 +53,7 @@ std::vector<Output> outputsOf(const SceneCommandOptions& command) {
             {command.far_end_output, 1, [](const Scene& scene) { return se_scene::toInt16(scene.far_end); }});
     }
     if (command.parts.empty()) return outputs;
-    // The far end goes with the echo, so that the parts add up to the recording in every channel.
+    // The far end is part of the echo file, so that the parts add up to the recording in every channel.
     outputs.push_back({command.parts + "-talker.wav", se_scene::kChannels,
                        [](const Scene& scene) { return se_scene::interleave(scene.talker, {}); }});
     outputs.push_back({command.parts + "-noise.wav", se_scene::kChannels,
@@ -116,7 +116,7 @@ std::string summaryOf(const SceneCommandOptions& command, const std::vector<Outp
 void run(const SceneCommandOptions& command) {
     const std::vector<Output> outputs = outputsOf(command);
     refuseClashes({command.speech, command.far_end_speech}, pathsOf(outputs));
-    std::list<se_output::TemporaryFile> files;  // before the work, so that an unwritable path is known early
+    std::list<se_output::TemporaryFile> files;  // before the work: reports an unwritable path early
     for (const Output& output : outputs) files.emplace_back(output.path);
 
     const Scene scene = simulate(command);
@@ -139,15 +139,16 @@ void addFiles(CLI::App& command, SceneCommandOptions& options) {
     command.add_flag("--quiet", options.quiet, "No summary");
     command
         .add_option("--speech", options.speech,
-                    "What is said: a sound file's first channel (default: a synthetic voice)")
+                    "The talker's speech: a sound file's first channel (default: a synthetic voice)")
         ->type_name("FILE")
         ->group("Talker");
-    command.add_option("--far-end-speech", options.far_end_speech, "What is played, likewise; needs --echo")
+    command
+        .add_option("--far-end-speech", options.far_end_speech,
+                    "The far end's speech, likewise; needs --echo")
         ->type_name("FILE")
         ->needs("--echo")
         ->group("Loudspeaker");
-    command
-        .add_option("--far-end-out", options.far_end_output, "Also write what is played, mono; needs --echo")
+    command.add_option("--far-end-out", options.far_end_output, "Also write the far end, mono; needs --echo")
         ->type_name("FAR")
         ->needs("--echo")
         ->group("Loudspeaker");

@@ -7,12 +7,12 @@
 
 namespace se_host {
 
-inline constexpr double kDeviceModelRadius = 0.035;  // metres, of the device with a build of its own
+inline constexpr double kDeviceModelRadius = 0.035;  // metres, for the device with its own build
 
 // Registers every option that goes into `options` as it is.
 void addSceneOptions(CLI::App& command, se_scene::SceneOptions& options);
 
-// The scene. fails: UsageError, which names the option that cannot be by its flag.
+// The scene. fails: UsageError, which names the flag of the invalid option.
 se_scene::Scene simulate(const se_scene::SceneOptions& options);
 
 }  // namespace se_host

@@ -32,7 +32,7 @@ bool receive(int socket, void* data, size_t size) {
     return ::recv(socket, data, size, MSG_WAITALL) == static_cast<ssize_t>(size);
 }
 
-// All that the child does. Its exit leaves alone what the parent has open.
+// The work of the child. Its exit does not affect the parent's open files.
 [[noreturn]] void work(int socket, EngineOptions engine, const RecordingOptions& options, bool bypass,
                        bool split_cycles) {
     char go = 0;
@@ -74,7 +74,7 @@ SecondRun::SecondRun(const EngineOptions& engine, const RecordingOptions& record
 }
 
 SecondRun::~SecondRun() {
-    ::close(socket_);  // a child that still waits ends by this
+    ::close(socket_);  // ends a child that still waits
     ::waitpid(child_, nullptr, 0);
 }
 

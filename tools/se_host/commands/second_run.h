@@ -1,5 +1,5 @@
-// The same recording once more, with the engine's own routines, to compare with. It needs a process of its
-// own: an engine keeps its state, and its hooks, for the life of the process.
+// A second run over the same recording with the engine's own routines, for comparison. It needs its own process,
+// because an engine keeps its state and its hooks until the process ends.
 #pragma once
 
 #include <sys/types.h>
@@ -12,7 +12,7 @@ namespace se_host {
 
 class SecondRun {
   public:
-    // Leaves a child that waits. needs: no engine loaded yet, no output file begun, one thread. fails: Failure.
+    // Starts a child that waits. needs: no engine loaded yet, no output file begun, one thread. fails: Failure.
     SecondRun(const EngineOptions& engine, const RecordingOptions& recording, bool bypass, bool split_cycles);
     // Ends the child.
     ~SecondRun();

@@ -15,7 +15,7 @@
 
 namespace se_host {
 
-// A run with the engine's own routines, beside the one with ours.
+// A run with the engine's own routines, compared with the one with ours.
 struct Comparison {
     double processing_seconds;
     int largest_difference;  // between the outputs, in steps of 16 bits
@@ -29,7 +29,7 @@ Comparison compare(const std::vector<int16_t>& output, const std::vector<int16_t
 struct Summary {
     std::string input;
     std::string output;
-    std::string far_end;  // where it came from; empty: none
+    std::string far_end;  // its source; empty: none
     bool bypass = false;
 
     std::string build;

@@ -1,5 +1,5 @@
-// A started engine with its diagnostics, tuned and fed with a recording as the options say: what the commands of
-// `se_host diags` share.
+// A started engine with its diagnostics, after the tuning and the recording of the options. Shared by the commands
+// of `se_host diags`.
 #pragma once
 
 #include <CLI/CLI.hpp>
@@ -32,7 +32,7 @@ struct TunedEngine {
     DiagTree tree;
 };
 
-// Starts the engine, applies the tuning (what does not fit goes to standard error) and processes the recording.
+// Starts the engine, applies the tuning (mismatches go to standard error) and processes the recording.
 // `after_block` runs after each block. fails: UsageError, Failure.
 std::unique_ptr<TunedEngine> startTuned(const DiagsOptions& options);
 void processWith(const DiagsOptions& options, TunedEngine& tuned,
@@ -41,7 +41,7 @@ void processWith(const DiagsOptions& options, TunedEngine& tuned,
 // Lines on standard error.
 void printWarnings(const std::vector<std::string>& lines);
 
-// Applies a tuning file to a started engine; what does not fit goes to standard error.
+// Applies a tuning file to a started engine; mismatches go to standard error.
 void tuneFromFile(const std::string& path, const Engine& engine, DiagTree& tree);
 
 }  // namespace se_host

@@ -8,7 +8,7 @@
 
 namespace se_host {
 
-// What a diagnostic holds; the limits are those of what a user's edit can carry to the engine.
+// The type of a diagnostic; the limits are those of a user's edit.
 struct DiagKind {
     SEDiagType_t type;
     const char* name;
@@ -32,7 +32,7 @@ struct DiagInfo {
     std::string typeText() const;
 };
 
-// All of the catalogue, in its order. needs: a loaded engine.
+// The whole catalogue, in its order. needs: a loaded engine.
 std::vector<DiagInfo> allDiags();
 
 // Whether its name or its path matches, with * and ? as in file names.

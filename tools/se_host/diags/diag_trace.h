@@ -1,4 +1,4 @@
-// Diagnostics along time: a table in comma-separated values, one line a block.
+// Diagnostics over time: a table of comma-separated values, one line a block.
 #pragma once
 
 #include <fstream>
@@ -12,14 +12,14 @@ namespace se_host {
 
 class DiagTrace {
   public:
-    // An array takes a column for each element, an Enum its number. fails: UsageError when no diagnostic
+    // An array has a column for each element; an Enum is written as its number. fails: UsageError when no diagnostic
     // matches, Failure when the file cannot be made.
     DiagTrace(const std::string& path, DiagTree& tree, const std::string& pattern);
 
-    // After each block: what the diagnostics hold now.
+    // Call after each block: writes the present values.
     void sample(size_t block);
 
-    // After the last block. fails: Failure when something was not written.
+    // Call after the last block. fails: Failure when something was not written.
     void finish();
 
     // Gives the file its name. needs: finish. fails: Failure.

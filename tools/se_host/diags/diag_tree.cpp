@@ -17,7 +17,7 @@ namespace se = quill::media::se_wrapper;
 using Json = nlohmann::ordered_json;
 using quill::PropertyNodePtr;
 
-// The double that has the fewest digits among those that are this float.
+// The double with the fewest digits that converts to this float.
 Json shortest(float value) {
     if (!std::isfinite(value)) return nullptr;
     char text[64];
@@ -35,7 +35,7 @@ std::optional<double> numberIn(const std::string& text, const DiagKind& kind) {
     return number;
 }
 
-// The tree knows 0 and 1.
+// The tree accepts 0 and 1.
 std::string switchText(const std::string& text) {
     return text == "true" ? "1" : text == "false" ? "0" : text;
 }
@@ -49,7 +49,7 @@ std::string numberText(const DiagInfo& diag, const std::string& text) {
     return diag.isEnum() ? numberPart(text) : text;
 }
 
-// As the tree takes it: a whole number in digits alone.
+// In the form of the tree: a whole number without a fraction or exponent.
 std::string treeText(const DiagInfo& diag, const std::string& text) {
     const std::string number = numberText(diag, text);
     if (diag.kind->is_real) return number;
@@ -129,7 +129,7 @@ void DiagTree::publish() {
 }
 
 std::vector<std::string> DiagTree::apply() {
-    // A switch that the engine does not have keeps its value from the start.
+    // A switch that the engine does not have keeps its initial value.
     for (const char* const name : kBypassSwitches) {
         bool bypassed = false;
         root_->getNode(name, true)->get<bool>(bypassed, false);

@@ -13,7 +13,7 @@
 
 namespace se_host {
 
-// The switches that stand beside the diagnostics.
+// The switches beside the diagnostics.
 inline constexpr const char* kBypassSwitches[] = {"aec_bypass", "noise_reduction_bypass"};
 
 bool isBypassSwitch(const std::string& name);
@@ -29,19 +29,19 @@ class DiagTree {
     // Those whose name or path matches, in the order of the catalogue. fails: UsageError when there are none.
     std::vector<DiagInfo> matching(const std::string& pattern) const;
 
-    // The engine's values go to the tree.
+    // Copies the engine's values to the tree.
     void publish();
 
-    // The edits go to the engine, and what it holds then comes back. Returns where that is not what the edits
-    // say, a sentence each.
+    // Applies the edits to the engine and reads its values back. Returns a sentence for each value that differs
+    // from its edit.
     std::vector<std::string> apply();
 
-    // Edits a diagnostic or a switch, found by name or path; apply hands it to the engine. A diagnostic
-    // takes a number, an Enum also what stands behind the number in its values.
-    // fails: why not: unknown, read-only, an array, no such value. Nothing is changed then.
+    // Edits a diagnostic or a switch, found by name or path; apply sends it to the engine. A diagnostic takes a
+    // number; an Enum also takes the number with its label.
+    // fails: returns the reason (unknown, read-only, an array, invalid value) and changes nothing.
     std::optional<std::string> edit(const std::string& name, const std::string& text);
 
-    // What the tree holds: a number (null: not finite), a text for an Enum, an array of numbers, a bool for a
+    // The value in the tree: a number (null: not finite), a text for an Enum, an array of numbers, a bool for a
     // switch; null when there is no value, or the engine has no such switch.
     nlohmann::ordered_json value(const DiagInfo& diag) const;
     nlohmann::ordered_json value(const char* bypass_switch) const;
@@ -60,7 +60,7 @@ class DiagTree {
     std::map<std::string, nlohmann::ordered_json> edits_;  // by name, not applied yet
 };
 
-// A value for reading: a text without quotes, a number with as few digits as it takes.
+// A value as shown to the user: a text without quotes, a number with the fewest digits.
 std::string toText(const nlohmann::ordered_json& value);
 
 }  // namespace se_host

@@ -27,7 +27,7 @@ std::string textMember(const Json& json, const char* name, const std::string& pa
     return value.get<std::string>();
 }
 
-// A value that can be compared and applied: nothing nested but the elements of an array.
+// A value that can be compared and applied: no nesting except the elements of an array.
 bool isPlain(const Json& value) {
     return value.is_primitive() ||
            (value.is_array() && std::all_of(value.begin(), value.end(),
@@ -64,7 +64,7 @@ bool isForTheRecord(const Json& value, const DiagInfo& diag) {
     return !diag.writable || diag.isArray() || value.is_null();
 }
 
-// What the engine holds already needs no edit, even where none could bring it there.
+// A value that the engine already holds needs no edit, even if no edit could set it.
 void edit(DiagTree& tree, const std::string& name, const Json& value, Applied* applied) {
     if (tree.valueOf(name) == value) return;
     if (const auto objection = tree.edit(name, toText(value))) applied->refused.push_back(*objection);

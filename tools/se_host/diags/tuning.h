@@ -1,4 +1,4 @@
-// A tuning: what all diagnostics of an engine hold, kept in a JSON file.
+// A tuning: the values of all diagnostics of an engine, in a JSON file.
 #pragma once
 
 #include <nlohmann/json.hpp>
@@ -33,15 +33,15 @@ Tuning readTuning(const std::string& path);
 struct Applied {
     std::vector<std::string> changed;  // "gain_q10: 1024 -> 900"
     std::vector<std::string> unknown;  // names that the engine does not have
-    std::vector<std::string> refused;  // why, or what the engine made of it
-    size_t kept = 0;                   // what a tuning holds for the record: read-only ones, arrays, no value
+    std::vector<std::string> refused;  // the reason, or the value that the engine holds instead
+    size_t kept = 0;                   // entries for the record only: read-only, arrays, no value
     bool other_version = false;
 };
 
-// Everything writable goes to the engine in one pass.
+// Applies all writable values in one pass.
 Applied applyTuning(const Tuning& tuning, const Engine& engine, DiagTree& tree);
 
-// Lines on what did not go as the file says; none when all did.
+// Lines about entries that were not applied as in the file.
 std::vector<std::string> warnings(const std::string& path, const Tuning& tuning, const Engine& engine,
                                   const Applied& applied);
 

@@ -11,10 +11,10 @@ namespace {
 
 namespace se = quill::media::se_wrapper;
 
-// A block that takes more than this many times the median was interrupted; the engine's own work varies less.
+// A block that takes more than this multiple of the median was interrupted; the engine's own work varies less.
 constexpr double kInterrupted = 3;
 
-// What is timed. The entry points contain the hooks' calls.
+// The timed functions. The entry points contain the hooks' calls.
 enum Timed : size_t { kReceivePath, kMicrophones, kFirstHook };
 
 struct Tally {
@@ -38,7 +38,7 @@ class Stopwatch {
     uint64_t begin_;
 };
 
-// Stands in a slot in place of the routine that was there, and calls it.
+// Replaces the routine of a slot, and calls it.
 template <size_t timed, class Routine>
 struct TimedRoutine;
 
@@ -102,7 +102,7 @@ void CycleSplit::endBlock() {
     blocks_.push_back(block);
 }
 
-// A look at the clock that was interrupted makes it seem slow, so the faster of two looks counts.
+// An interrupted clock measurement gives too slow a clock, so the faster of two counts.
 void CycleSplit::countInCycles() {
     for (size_t i = 0; i < blocks_.size(); ++i) {
         const double cycles_per_tick = std::max(clocks_[i], clocks_[i + 1]);

@@ -1,4 +1,4 @@
-// Where the core cycles of a block go: the wrapper's own work, the engine's, and the routines in the engine's
+// The core cycles of a block: the wrapper's own work, the engine's, and the routines in the engine's
 // hooks by kind. Measured with the time-stamp counter, given in cycles of the core.
 // Threads: one, the engine's audio thread.
 #pragma once
@@ -26,7 +26,7 @@ struct CycleShares {
     double engine;        // both paths, without the hooks
     std::array<Hook, kNumAudioHooks> hooks;
     size_t blocks;       // that count
-    size_t interrupted;  // that do not, as something else had the core
+    size_t interrupted;  // that do not count, because the thread was interrupted
 
     double total() const;
 };
@@ -38,7 +38,7 @@ class CycleSplit {
     // needs: a started engine.
     explicit CycleSplit(size_t blocks);
 
-    // Measures how fast the core is; before each block, and of no block's time.
+    // Measures the core's clock. Call before each block; it is not part of a block's time.
     void lookAtClock();
     void beginBlock();
     void endBlock();

@@ -25,7 +25,7 @@ std::string row(const char* label, const std::string& first, const std::string& 
     return text.substr(0, text.find_last_not_of(' ') + 1) + "\n";
 }
 
-// One row: what `cellOf` makes of either run.
+// One row: the cell of each run.
 template <class CellOf>
 std::string row(const char* label, const CycleShares& shares, const CycleShares* own, const CellOf& cellOf) {
     return row(label, cellOf(shares), own ? cellOf(*own) : std::string());
@@ -33,7 +33,7 @@ std::string row(const char* label, const CycleShares& shares, const CycleShares*
 
 std::string interruptedText(const CycleShares& shares) {
     if (shares.interrupted == 0) return "";
-    return stringPrintf(" (without %zu that something else interrupted)", shares.interrupted);
+    return stringPrintf(" (without %zu interrupted ones)", shares.interrupted);
 }
 
 }  // namespace

@@ -11,12 +11,12 @@
 
 namespace se_host {
 
-// Whose routines stand in the engine's hooks. With any of the engine's own, nothing is tuned: the engine is
-// initialised and that is all.
+// The routines in the engine's hooks. With any of the engine's own, nothing is tuned: the engine is only
+// initialised.
 enum class Routines {
     kOurs,
     kEngine,     // all of the engine's own
-    kEngineDft,  // ours, but for the Fourier transform: the exact ones, which must not change a bit
+    kEngineDft,  // ours except the Fourier transform: they are exact and must not change a bit
 };
 
 struct EngineOptions {
@@ -34,14 +34,14 @@ struct Engine {
     std::string version;  // the engine's own text
 };
 
-// Sets the properties and loads the engine that they choose. It stays loaded for the life of the process, so a
-// process calls this once. fails: UsageError or Failure; an engine that the wrapper refuses is a fatal record.
+// Sets the properties and loads the engine that they select. It stays loaded until the process ends, so call this
+// once. fails: UsageError or Failure; an engine that the wrapper refuses is a fatal record.
 Engine loadEngine(const EngineOptions& options);
 
 // The same, and starts the engine: ready for blocks.
 Engine startEngine(const EngineOptions& options);
 
-// How far the process is: what a user can do about a fatal record depends on it.
+// The stage of the start-up. The advice for a fatal record depends on it.
 enum class EngineStage { kNone, kLoading, kLoaded };
 EngineStage engineStage();  // Threads: any.
 

@@ -12,7 +12,7 @@ struct GroupRule {
     const char* capability;
 };
 
-// In the order in which the wrapper looks at them, after the last row.
+// In the order in which the wrapper checks them, after the last row.
 constexpr GroupRule kGroups[] = {
     {"look directions", Kind::direction, "beam_forming"},
     {"noise test", Kind::noise_test, "noise_tests"},

@@ -1,4 +1,4 @@
-// What the wrapper would find in an engine build, row by row of its interface table, without starting it.
+// The entry points of an engine build, for each row of the wrapper's interface table. The engine is not started.
 #pragma once
 
 #include <nlohmann/json.hpp>
@@ -15,10 +15,10 @@ struct CheckedRow {
     const char* found_as;  // the symbol; null when the engine exports none of the row's names
 };
 
-// Entry points that an engine has all of or none of.
+// Entry points of which an engine must have all or none.
 struct CheckedGroup {
     const char* name;
-    const char* capability;  // that follows from it; null: none of its own
+    const char* capability;  // that the group provides; null: none
     int found;
     int size;
 
@@ -30,7 +30,7 @@ struct EngineCheck {
     std::string path;
     std::vector<CheckedRow> rows;  // in the order of resolution
     std::vector<CheckedGroup> groups;
-    std::string objection;  // the first thing that the wrapper would stop at; empty: it can be used
+    std::string objection;  // the first reason for the wrapper to stop; empty: it can be used
 };
 
 EngineCheck checkEngine(const std::string& path, quill::DynLibHandle engine);

@@ -26,7 +26,7 @@ KindText textOf(Kind kind) {
         case Kind::dft_hook:
             return {"DFT hooks", "not there, DFT hooks"};
         case Kind::defaulted:
-            return {"optional", "not there, the wrapper's own takes its place"};
+            return {"optional", "missing, the wrapper's own is used"};
         default:
             return {"optional", "not there, optional"};
     }

@@ -26,7 +26,7 @@ constexpr Feature kFeatures[] = {
     {"avx512-vnni", &quill::CPUInfo::has_avx512_vnni},
 };
 
-// Asks the library and not the table: the wrapper's own defaults stand in some slots of the table.
+// Asks the library and not the table, because some slots of the table hold the wrapper's own defaults.
 std::vector<Presence> optionalEntryPoints(quill::DynLibHandle engine) {
     std::vector<Presence> found;
     for (const se::EngineRow& row : se::kEngineRows) {

@@ -1,4 +1,4 @@
-// The engine's microphone noise test, from its start to its results.
+// Runs the engine's microphone noise test.
 // Threads: one; the engine's control and audio thread for the time of the run.
 #pragma once
 

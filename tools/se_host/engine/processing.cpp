@@ -18,7 +18,7 @@ Direction currentDirection() {
 
 }  // namespace
 
-// The far end first: the engine must have what the loudspeaker plays before the microphones record it.
+// The far end first: the engine needs it before the microphones of the same time.
 void processOneBlock(const Recording& recording, size_t block, bool bypass, int16_t* output) {
     const size_t first = block * se::BLOCK_SIZE;
     const auto channels = static_cast<uint32_t>(recording.microphones.channels);

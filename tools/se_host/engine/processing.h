@@ -1,4 +1,4 @@
-// The run through the engine, block by block, as a client does it every 10 ms.
+// Processes a recording block by block, as a client does every 10 ms.
 // Threads: one; the engine's audio thread for the time of the run.
 #pragma once
 
@@ -21,7 +21,7 @@ struct Direction {
 };
 
 struct Processed {
-    std::vector<int16_t> output;        // mono, as long as the recording was before its padding
+    std::vector<int16_t> output;        // mono, as long as the recording before its padding
     std::vector<Direction> directions;  // one a block; empty when the engine was bypassed
     double processing_seconds = 0;
     std::optional<CycleShares> cycles;  // when they were asked for
@@ -32,7 +32,7 @@ void processOneBlock(const Recording& recording, size_t block, bool bypass, int1
 
 struct ProcessingOptions {
     bool bypass = false;  // the raw microphone of channel 7 instead of the engine's output
-    std::function<void(size_t block)> after_block;  // takes none of the time that is measured
+    std::function<void(size_t block)> after_block;  // not included in the measured time
     bool split_cycles = false;
 };
 

@@ -1,4 +1,4 @@
-// The property tree by text: paths and values.
+// The property tree with paths and values as texts.
 #pragma once
 
 #include <string>

@@ -6,7 +6,7 @@
 namespace se_host {
 namespace {
 
-constexpr double kLeastConfidence = 0.01;  // below it there is only noise
+constexpr double kLeastConfidence = 0.01;  // lower values are noise
 
 struct Votes {
     size_t blocks = 0;

@@ -15,7 +15,7 @@ struct Talker {
     double confidence;  // mean over those blocks, 0 to 1
 };
 
-// The location with the most confidence behind it; nothing when that is nearly none.
+// The location with the largest total confidence; nothing when that is close to zero.
 std::optional<Talker> findTalker(const std::vector<Direction>& directions);
 
 }  // namespace se_host

@@ -42,7 +42,7 @@ SoundFile openToRead(const std::string& path, SF_INFO* info) {
     return file;
 }
 
-// A double holds every sample of 8 to 32 bits exactly, so that 16-bit files come through unchanged.
+// A double holds every sample of 8 to 32 bits exactly, so that 16-bit files are unchanged.
 int16_t toSample(double value) {
     if (std::isnan(value)) return 0;
     return static_cast<int16_t>(std::lrint(std::clamp(value * 32768.0, -32768.0, 32767.0)));
@@ -55,7 +55,7 @@ AudioData readAudioFile(const std::string& path) {
     const SoundFile file = openToRead(path, &info);
     AudioData audio{info.samplerate, info.channels, {}};
 
-    // In pieces until the end: the length that a damaged header claims is not to be trusted.
+    // In pieces until the end, because the length in a damaged header is not reliable.
     constexpr sf_count_t kFrames = 4096;
     std::vector<double> piece(static_cast<size_t>(kFrames) * static_cast<size_t>(info.channels));
     while (const sf_count_t frames = sf_readf_double(file.get(), piece.data(), kFrames)) {

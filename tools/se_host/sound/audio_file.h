@@ -21,7 +21,7 @@ struct AudioData {
     double seconds() const { return static_cast<double>(frames()) / sample_rate; }
 };
 
-// The whole file. 16-bit samples arrive as they are; other formats are scaled to full scale, rounded to
+// The whole file. 16-bit samples are unchanged; other formats are scaled to full scale, rounded to
 // nearest and saturated. fails: Failure when it cannot be read, is not a sound file or holds no samples.
 AudioData readAudioFile(const std::string& path);
 
@@ -29,7 +29,7 @@ AudioData readAudioFile(const std::string& path);
 void writeWav(const se_output::TemporaryFile& file, int sample_rate, int channels,
               const std::vector<int16_t>& samples);
 
-// Writes a file that appears complete or not at all. fails: Failure.
+// Writes a file that is complete or absent. fails: Failure.
 void writeWav(const std::string& path, int sample_rate, int channels, const std::vector<int16_t>& samples);
 
 // One channel of interleaved sound.

@@ -1,4 +1,4 @@
-// Mean spectrum of a sound: overlapping Hann-windowed pieces through the wrapper's magnitude spectrum, their powers
+// Mean spectrum of a sound: the wrapper's magnitude spectra of overlapping Hann-windowed pieces, their powers
 // averaged (Welch: The use of fast Fourier transform for the estimation of power spectra, IEEE Transactions on
 // Audio and Electroacoustics 15(2), 1967).
 #pragma once
@@ -18,7 +18,7 @@ struct Spectrum {
     double hertz(size_t bin) const { return hertz_per_bin * static_cast<double>(bin); }
 };
 
-// Pieces of `size` samples, each half a piece after the one before; what is left at the end is left out.
+// Pieces of `size` samples, each half a piece after the one before; a remainder at the end is left out.
 // needs: size even, 16 to 32768; no fewer samples.
 Spectrum averageSpectrum(const std::vector<int16_t>& samples, int sample_rate, int size);
 

@@ -1,4 +1,4 @@
-// What goes into the engine: a recording of the microphones and what the loudspeaker played meanwhile, at the
+// The engine's input: a recording of the microphones and the far end of the same time, at the
 // engine's rate and in whole blocks.
 #pragma once
 

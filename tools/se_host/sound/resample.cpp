@@ -44,7 +44,7 @@ AudioData resample(AudioData audio, int sample_rate) {
     const double ratio = static_cast<double>(sample_rate) / audio.sample_rate;
     if (src_is_valid_ratio(ratio) == 0) cannotConvert(audio.sample_rate, sample_rate, "too far apart");
 
-    // The converter may stop a frame short of the exact length; what it leaves is silence.
+    // The converter may stop one frame before the exact length; the rest is silence.
     const auto frames = static_cast<size_t>(std::llround(static_cast<double>(audio.frames()) * ratio));
     const std::vector<float> converted = convert(audio, frames, ratio);
     audio.samples.resize(converted.size());

@@ -1,4 +1,4 @@
-// Bringing a recording to the rate that the engine works at.
+// Conversion of a recording to the engine's rate.
 #pragma once
 
 #include "tools/se_host/sound/audio_file.h"
@@ -8,8 +8,8 @@ namespace se_host {
 inline constexpr int kEngineSampleRate = 16000;  // Hz
 
 // The recording at `sample_rate`, its channels in step and its beginning in place, rounded and saturated.
-// A recording that has the rate already comes back unchanged. fails: Failure when the two rates lie further
-// apart than the converter goes.
+// A recording at this rate is unchanged. fails: Failure when the ratio of the
+// rates is out of the converter's range.
 AudioData resample(AudioData audio, int sample_rate);
 
 }  // namespace se_host

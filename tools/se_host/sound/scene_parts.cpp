@@ -40,7 +40,7 @@ std::vector<double> blockPowers(const Samples& samples) {
     return powers;
 }
 
-// The blocks that come within `share` of the loudest, and a margin on both sides.
+// The blocks with at least `share` of the loudest block's power, and a margin on both sides.
 Blocks blocksWith(const std::vector<double>& powers, double share) {
     Blocks marked(powers.size());
     if (powers.empty()) return marked;
@@ -54,7 +54,7 @@ Blocks blocksWith(const std::vector<double>& powers, double share) {
     return marked;
 }
 
-// 10 log10 of what the blocks hold in `a` over what they hold in `b`.
+// Ratio of the energies of `a` and `b` in these blocks, in dB.
 template <typename Chosen>
 std::optional<double> ratioDb(const std::vector<double>& a, const std::vector<double>& b, Chosen chosen) {
     double above = 0, below = 0;
@@ -64,7 +64,7 @@ std::optional<double> ratioDb(const std::vector<double>& a, const std::vector<do
         below += b[block];
     }
     if (above == 0) return std::nullopt;
-    // Silence counts as a single bit: a ratio stays a number.
+    // Silence counts as a single bit, so that a ratio is finite.
     return 10 * std::log10(above / std::max(below, 1.0));
 }
 

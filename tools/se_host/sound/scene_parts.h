@@ -1,4 +1,4 @@
-// A simulated recording's parts, and what the engine did to each of them.
+// The parts of a simulated recording, and the engine's effect on each of them.
 #pragma once
 
 #include <cstdint>
@@ -10,24 +10,24 @@
 
 namespace se_host {
 
-// What each part is at the centre microphone: 16 kHz, as long as the recording.
+// Each part at the centre microphone: 16 kHz, as long as the recording.
 struct SceneParts {
     std::vector<int16_t> talker;
     std::vector<int16_t> noise;
     std::vector<int16_t> echo;
 };
 
-// PREFIX-talker.wav and the like, as `se_host scene --parts PREFIX` writes them: talker, noise, echo.
+// PREFIX-talker.wav, -noise.wav and -echo.wav, as `se_host scene --parts PREFIX` writes them.
 std::vector<std::string> scenePartPaths(const std::string& prefix);
 
 // fails: Failure when one is missing or does not fit the recording.
 SceneParts readSceneParts(const std::string& prefix, const Recording& recording);
 
-// Decibels between the centre microphone and the output; nothing where the scene has no such moment.
+// Decibels between the centre microphone and the output; nothing where the scene has no such interval.
 struct Effect {
-    // Echo return loss enhancement: echo over all that is left, while the talker is silent, after the first two seconds.
+    // Echo return loss enhancement: echo over the output, while the talker is silent, after the first two seconds.
     std::optional<double> echo_lowered_db;
-    // Noise over all that is left, while talker and echo are silent, after the first two seconds.
+    // Noise over the output, while talker and echo are silent, after the first two seconds.
     std::optional<double> noise_lowered_db;
     // Output over the talker, while it speaks and the echo is silent.
     std::optional<double> talker_changed_db;

@@ -1,4 +1,4 @@
-// Levels and spectra of 16-bit sound along time, as many moments as a picture has room for.
+// Levels and spectra of 16-bit sound over time, for the width of a picture.
 #pragma once
 
 #include <cstddef>

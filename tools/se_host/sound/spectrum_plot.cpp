@@ -11,7 +11,7 @@ namespace {
 
 using quill::stringPrintf;
 
-constexpr double kLowest = 20;   // Hz; below there is nothing to hear
+constexpr double kLowest = 20;   // Hz; lower frequencies are not audible
 constexpr double kFloor = -140;  // dBFS; below is the rounding of the samples
 constexpr const char* kColours[] = {"#1f77b4", "#d62728"};
 
@@ -19,7 +19,7 @@ std::string blockName(size_t curve) {
     return "curve" + std::to_string(curve);
 }
 
-// The bin at 0 Hz has no place on a logarithmic axis.
+// A logarithmic axis has no 0 Hz.
 std::string blockOf(size_t curve, const Spectrum& spectrum) {
     std::vector<std::vector<double>> rows;
     for (size_t bin = 1; bin < spectrum.dbfs.size(); ++bin) {

@@ -28,7 +28,7 @@ std::vector<double> amplitudes(const int16_t* samples, const std::vector<double>
     std::vector<float> bins;
     quill::media::se_wrapper::simpleFFT(windowed.data(), static_cast<int>(size), &bins);
     std::vector<double> result(bins.begin(), bins.end());
-    result[0] = std::abs(result[0]) / static_cast<double>(size);  // the one bin that comes as a plain sum
+    result[0] = std::abs(result[0]) / static_cast<double>(size);  // bin 0 is a plain sum
     for (double& amplitude : result) amplitude /= kMeanOfWindow;
     return result;
 }

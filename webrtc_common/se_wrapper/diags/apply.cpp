@@ -36,7 +36,7 @@ uint16_t switchPosition(PropertyNode& root, const char* name) {
 void applyBypasses(PropertyNode& root) {
     MMIfSetAecBypass(switchPosition(root, "aec_bypass"));
     if (MMIfSetNoiseReductionBypass_Optional == nullptr) return;
-    // A whole register, so that builds that take a wider argument see no stray bits.
+    // A whole register, so that builds with a wider argument get no undefined bits.
     const auto set_bypass = reinterpret_cast<void (*)(uint32_t)>(MMIfSetNoiseReductionBypass_Optional);
     set_bypass(switchPosition(root, "noise_reduction_bypass"));
 }

@@ -1,5 +1,4 @@
 // The text form of an array diagnostic.
-// Threads: any.
 #pragma once
 
 #include <string>

@@ -29,7 +29,7 @@ void publishNumber(const Type& type, PropertyNode& node, int index) {
     node.setMeta<typename Type::MarkType>(kDiagMark, value);
 }
 
-// Kept on purpose: the mark is the engine's answer to a question of its own.
+// Kept on purpose: the mark is the engine's answer to a separate query.
 template <class Type>
 void publishEnum(const Type& type, PropertyNode& node, int index) {
     const char* const label = diagLabel(index);

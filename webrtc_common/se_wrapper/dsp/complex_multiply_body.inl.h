@@ -18,7 +18,7 @@ DSP_INLINE void multiplyGroup(const int16_t* a, const int16_t* b, int16_t* out) 
     auto swap = Lanes::eachHalf(_mm_setr_epi8(2, 3, 0, 1, 6, 7, 4, 5, 10, 11, 8, 9, 14, 15, 12, 13));
     const auto interleave =
         Lanes::eachHalf(_mm_setr_epi8(0, 1, 8, 9, 2, 3, 10, 11, 4, 5, 12, 13, 6, 7, 14, 15));
-    __asm__("" : "+x"(swap));  // else clang makes two shuffles of it
+    __asm__("" : "+x"(swap));  // else clang splits it into two shuffles
     const auto x = Lanes::load(a);
     const auto y = Lanes::load(b);
     const auto re = roundedQ15<Lanes>(Lanes::multiplyAddPairs(Lanes::withSign(x, conjugate), y));

@@ -1,7 +1,7 @@
 // The body of the de-interleaving, included by one source file an instruction set. See dsp_lanes.inl.h.
 //
 // As many frames at a time as a vector has samples, the first eight channels of each, transposed in registers;
-// with 256 bits the lower halves are the frames 0 to 7, the upper ones the frames 8 to 15.
+// with 256 bits the lower halves are the frames 0 to 7, the upper halves the frames 8 to 15.
 #pragma once
 
 #include "webrtc_common/se_wrapper/dsp/deinterleave.h"

@@ -1,4 +1,4 @@
-// The tables of one real FFT and the list of all that were ever handed to the engine.
+// The tables of one real FFT and the list of all that the engine has received.
 #include "webrtc_common/se_wrapper/dsp/fft_context.h"
 
 #include <cstddef>

@@ -31,9 +31,9 @@ const Filter::FilterParams kHighPass600Hz = {kHighPass600HzCoeffs, std::size(kHi
 
 Filter::Filter(FilterParams const& params) : filter_(params), gain_(1.0F) {
     const auto size = static_cast<std::size_t>(filter_.num_coeffs_) + BLOCK_SIZE;
-    // computeRFir reads on to a whole eight of taps; what stands there does not reach the output.
+    // computeRFir reads up to a multiple of eight taps; the extra samples have no effect on the output.
     history_.resize(static_cast<std::size_t>(roundedUpToEight(filter_.num_coeffs_)) + BLOCK_SIZE);
-    history_.resize(size);  // the room stays
+    history_.resize(size);  // the capacity stays
     QUILL_CHECK_EQ_AT(SE_WRAPPER_HERE, filter_.num_coeffs_ & 1, 1)
         << "Filters must have an odd number of coefficients.";
 }

@@ -11,7 +11,7 @@
 namespace quill::media::se_wrapper {
 namespace {
 
-// Every `stride`-th of `to`. Unrolled: the loop alone costs half as much again.
+// Every `stride`-th of `to`. Unrolled, because the plain loop takes 1.5 times as long.
 void spread(const int16_t* from, std::size_t count, int16_t* to, std::size_t stride) {
     _Pragma("GCC unroll 8") for (std::size_t j = 0; j < count; ++j) to[j * stride] = from[j];
 }
@@ -32,7 +32,7 @@ void interpolate(std::size_t num_in, std::size_t factor, const int16_t* signal, 
 
 }  // namespace
 
-// The kernel runs one block and one step even for a count of 0, so it is left out for those.
+// The kernel runs one block and one step even for a count of 0, so it is not called for those.
 void interp1ToNCore(uint16_t num_in, uint16_t factor, int16_t** signal, int16_t* out, int16_t* coeffs,
                     uint16_t num_taps) {
     if (num_in == 0) return;

@@ -1,5 +1,5 @@
 // Magnitude spectrum of a block of samples.
-// The context is that of the call.
+// Each call has its own context.
 #include "webrtc_common/se_wrapper/dsp/simple_fft.h"
 
 #include <cmath>

@@ -23,7 +23,7 @@ void saveEngineRoutines() {
 }
 
 void installHooks() {
-    if (InitDft_FcnHook != nullptr) {  // the DFT hooks are there together or not at all
+    if (InitDft_FcnHook != nullptr) {  // an engine has all DFT hooks or none
         *InitDft_FcnHook = initFFT;
         *FwdDft_FcnHook = fwdFFT;
         *InvDft_FcnHook = invFFT;

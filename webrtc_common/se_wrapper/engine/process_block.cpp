@@ -9,7 +9,7 @@
 namespace quill::media::se_wrapper {
 namespace {
 
-// Row of the microphone that a bypassed block passes through.
+// Row of the microphone that a bypassed block outputs.
 constexpr std::size_t kBypassRow = 5;
 static_assert(kMicrophoneChannels[kBypassRow] == 7);
 
@@ -18,7 +18,7 @@ static_assert(kMicrophoneChannels[kBypassRow] == 7);
 void processBlock(uint32_t numChannels, const int16_t* interleaved, uint32_t samples, int16_t* output,
                   bool enabled) {
     QUILL_CHECK_EQ_AT(record_sites::kBlockSize, BLOCK_SIZE, samples);
-    // Channels behind the eight that carry the array.
+    // Channels after the eight of the array.
     const auto skipChannels = static_cast<int32_t>(numChannels - uint32_t{kMinChannels});
     QUILL_CHECK_GT_AT(record_sites::kChannelCount, skipChannels, -1);
 

@@ -154,7 +154,7 @@ TEST_F(PictureTest, ThatIsNotWholeIsNotLeftBehind) {
 
 TEST_F(PictureTest, OfAGnuplotThatDiesIsNotLeftBehind) {
     pretendGnuplot("kill -9 $$");
-    expectRefused(spectrum("out.png"), kFailure, "gnuplot gave up without a word\n");
+    expectRefused(spectrum("out.png"), kFailure, "gnuplot failed without a message\n");
 }
 
 TEST_F(PictureTest, RemovesTheOtherOutputsWhenItFails) {
