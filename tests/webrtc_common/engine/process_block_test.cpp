@@ -74,8 +74,6 @@ TEST_F(ProcessBlock, OfTenChannelsIgnoresChannelsEightAndNine) {
     expectMicrophonesOfTheBlock();
 }
 
-constexpr int kFrames = BLOCK_SIZE;
-
 TEST_F(ProcessBlock, PassesOneRowThenTheSixAfterIt) {
     processBlock(8, block(8).data(), 160, output_, true);
     EXPECT_TRUE(engine.rows_are_contiguous);
