@@ -74,10 +74,8 @@ TEST_F(ProcessBlock, OfTenChannelsIgnoresChannelsEightAndNine) {
     expectMicrophonesOfTheBlock();
 }
 
-constexpr int kFrames = BLOCK_SIZE;
-
 TEST_F(ProcessBlock, PassesOneRowThenTheSixAfterIt) {
-    processBlock(8, block(8).data(), 160, output_, true);
+    processBlock(8, block(8).data(), kFrames, output_, true);
     EXPECT_TRUE(engine.rows_are_contiguous);
 }
 
