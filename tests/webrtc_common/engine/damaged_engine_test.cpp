@@ -10,6 +10,7 @@
 #include <tuple>
 
 #include "tests/engines/test_engine.h"
+#include "tests/support/loaded_size.h"
 #include "tests/support/log_capture.h"
 #include "webrtc_common/se_wrapper/engine/load.h"
 #include "webrtc_common/se_wrapper/records.h"
@@ -81,7 +82,7 @@ TEST_P(CutEngine, EndsInTheFatalRecord) {
     const auto [build, percent] = GetParam();
     const EngineFile engine;
     engine.copyOf(build);
-    engine.cutTo(fs::file_size(engine.file()) * static_cast<uintmax_t>(percent) / 100);
+    engine.cutTo(quill::test::loadedSize(engine.file()) * static_cast<uintmax_t>(percent) / 100);
     expectTheFatalRecordAlone(engine);
     expectReason(engine,
                  ".*/engine (ends before its loadable segments do|is empty); "

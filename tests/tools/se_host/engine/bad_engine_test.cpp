@@ -3,6 +3,7 @@
 
 #include <filesystem>
 
+#include "tests/support/loaded_size.h"
 #include "tests/tools/se_host/host_test.h"
 
 namespace se_host_test {
@@ -41,7 +42,7 @@ TEST_F(BadEngine, AFolder) {
 TEST_F(BadEngine, AFileThatWasCutShort) {
     const auto engines = std::filesystem::path(SE_HOST_PATH).parent_path() / "selibs";
     for (const char* build : {"se_lib_beamv1.14", "se_lib_harborv006"}) {
-        const auto size = std::filesystem::file_size(engines / build);
+        const auto size = quill::test::loadedSize(engines / build);
         for (const unsigned percent : {1u, 10u, 50u, 80u}) {
             std::filesystem::copy_file(engines / build, path("engine"),
                                        std::filesystem::copy_options::overwrite_existing);
@@ -67,7 +68,7 @@ TEST_F(BadEngine, TheBuildOfTheDeviceModelCutShortIsRefusedWithTheReason) {
     std::filesystem::create_directories(path("copy/bin/selibs"));
     std::filesystem::copy_file(std::filesystem::path(SE_HOST_PATH).parent_path() / "selibs/se_lib_beamv1.14",
                                build);
-    std::filesystem::resize_file(build, std::filesystem::file_size(build) / 2);
+    std::filesystem::resize_file(build, quill::test::loadedSize(build) / 2);
     expectRefused(runCopy({"process", path("in.wav"), path("out.wav")}), kFailure,
                   "Could not open shared library at " + build + " (" + build + " ends before its ");
 }
