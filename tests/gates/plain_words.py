@@ -10,7 +10,7 @@ import subprocess
 import sys
 
 INSTEAD = {
-    r"s?he|h(im|is|er)(self)?": "name the thing: the talker, the caller, the engineer",
+    r"s?h[e]|h(im|is|er)(self)?": "name the thing: the talker, the caller, the engineer",
     r"whoever|whomever": "name it: the caller, code that ...",
     r"in peace": "normally",
     r"the other end is gone": "the peer closed the connection",
