@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "tools/output/errors.h"
+#include "tools/output/one_line.h"
 #include "tools/se_host/commands/commands.h"
 #include "tools/se_host/commands/print_json.h"
 #include "tools/se_host/commands/tuned_engine.h"
@@ -34,7 +35,9 @@ void run(const GetOptions& options) {
         printJson(values);
         return;
     }
-    for (const auto& [name, value] : values.items()) std::cout << name << ": " << toText(value) << '\n';
+    for (const auto& [name, value] : values.items()) {
+        std::cout << se_output::oneLine(name + ": " + toText(value)) << '\n';
+    }
 }
 
 }  // namespace

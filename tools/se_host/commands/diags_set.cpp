@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "tools/output/errors.h"
+#include "tools/output/one_line.h"
 #include "tools/se_host/commands/commands.h"
 #include "tools/se_host/commands/tuned_engine.h"
 
@@ -56,8 +57,9 @@ void run(const SetOptions& options) {
         file->commit();
     }
     for (const Edit& edit : edits) {
-        std::cout << edit.name << ": " << toText(edit.before) << " -> "
-                  << toText(tuned->tree.valueOf(edit.name)) << '\n';
+        std::cout << se_output::oneLine(edit.name + ": " + toText(edit.before) + " -> " +
+                                        toText(tuned->tree.valueOf(edit.name)))
+                  << '\n';
     }
     std::cout.flush();
     printWarnings(differences);
