@@ -86,6 +86,12 @@ Bytes mutation(const std::vector<Seed>& seeds, unsigned number) {
     return bytes;
 }
 
+Bytes randomInput(std::mt19937& random) {
+    Bytes bytes(16 + random() % 240);
+    std::generate(bytes.begin(), bytes.end(), [&] { return static_cast<uint8_t>(random()); });
+    return bytes;
+}
+
 void run(const std::string& name, const Bytes& bytes) {
     nameInput(name);
     LLVMFuzzerTestOneInput(bytes.data(), bytes.size());
@@ -97,13 +103,16 @@ int main(int argc, char** argv) {
     for (const int signal : {SIGABRT, SIGSEGV, SIGBUS, SIGFPE, SIGILL}) std::signal(signal, tellInput);
     LLVMFuzzerInitialize(&argc, &argv);
     std::vector<Seed> seeds;
-    unsigned mutations = 0, first = 0;
+    unsigned mutations = 0, first = 0, random_inputs = 0, random_seed = 1;
     for (int i = 1; i < argc; ++i) {
         if (std::sscanf(argv[i], "--mutations=%u", &mutations) == 1) continue;
+        if (std::sscanf(argv[i], "--random=%u", &random_inputs) == 1) continue;
+        if (std::sscanf(argv[i], "--seed=%u", &random_seed) == 1) continue;
         if (std::sscanf(argv[i], "--only=%u", &first) == 1) {
             mutations = 1;
             continue;
         }
+        if (std::strncmp(argv[i], "--", 2) == 0) continue;  // the fuzzer's own
         for (Seed& seed : seedsIn(argv[i])) seeds.push_back(std::move(seed));
     }
     if (seeds.empty()) {
@@ -113,6 +122,10 @@ int main(int argc, char** argv) {
     for (const Seed& seed : seeds) run(seed.path, seed.bytes);
     for (unsigned k = first; k < first + mutations; ++k)
         run("--only=" + std::to_string(k), mutation(seeds, k));
-    std::printf("%zu inputs of the corpus, %u mutations\n", seeds.size(), mutations);
+    std::mt19937 random(random_seed);
+    for (unsigned k = 0; k < random_inputs; ++k)
+        run("random input " + std::to_string(k), randomInput(random));
+    std::printf("%zu inputs of the corpus, %u mutations, %u random inputs\n", seeds.size(), mutations,
+                random_inputs);
     return 0;
 }
