@@ -48,6 +48,38 @@ def property_tree():
     write("property_tree", "default", operation(5, 10, b"\1" + text("d")) + operation(5, 7, struct.pack("<i", 3)))
 
 
+def diagnostic(name, kind, length=1, access=3, level=0, value=0, help_text="what it does", label="label", elements=()):
+    """In the order in which the scripted engine is read; numbers that stand for choices are those of Input."""
+    count = max(length, 1)
+    numbers = list(elements) + [0] * (count - len(elements))
+    return (b"\0" + b"\1\0" + text(name) + number_of(kind) + (b"\1" if length == 1 else b"\0" + number_of(length + 1)) +
+            number_of(access) + number_of(level) + b"\1\0" + text(help_text) + b"\1\0" + text(label) +
+            struct.pack("<qH", value, 0) + b"\0" + b"\1\0" + b"\1\0" + b"".join(struct.pack("<q", n) for n in numbers))
+
+
+def number_of(choice):
+    return struct.pack("<HH", 1, choice)
+
+
+def catalogue(*diagnostics, edits=()):
+    edit_bytes = struct.pack("<H", len(edits)) + b"".join(struct.pack("<HB", place, 0) + text(t) for place, t in edits)
+    return struct.pack("<H", len(diagnostics)) + b"".join(diagnostics) + b"\1\0" + edit_bytes
+
+
+def catalogues():
+    write("catalogues", "empty", catalogue())
+    kinds = [diagnostic(f"x{kind}", kind, value=kind * 100) for kind in range(10)]
+    write("catalogues", "each_type", catalogue(*kinds, edits=[(k, "5") for k in range(1, 6)]))
+    arrays = [diagnostic(f"a{kind}", kind, length=12, elements=range(-3, 9)) for kind in range(1, 9)]
+    write("catalogues", "arrays", catalogue(*arrays))
+    write("catalogues", "one_name_twice", catalogue(diagnostic("x", 1), diagnostic("x", 7), edits=[(0, "-4")]))
+    write("catalogues", "odd_texts", catalogue(diagnostic("a/b", 1, help_text="two\nlines\x1b[31m"),
+                                               diagnostic("", 2), diagnostic("aec_bypass", 8, label="1 - 2")))
+    write("catalogues", "limits", catalogue(diagnostic("i", 5, value=-2**39), diagnostic("u", 6, value=-1),
+                                            diagnostic("r", 3, access=0, level=3), edits=[(0, "2147483648"), (2, "1")]))
+
+
 if __name__ == "__main__":
     kernels()
     property_tree()
+    catalogues()
