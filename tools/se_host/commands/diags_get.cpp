@@ -27,6 +27,7 @@ Json valuesOf(const std::vector<std::string>& names, const DiagTree& tree) {
 }
 
 void run(const GetOptions& options) {
+    superviseEngine(options.engine.supervision);
     const auto tuned = startTuned(options);
     Json values = valuesOf(options.names, tuned->tree);  // fails soon when one is unknown
     processWith(options, *tuned);

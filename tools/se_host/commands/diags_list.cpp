@@ -86,6 +86,7 @@ Json toJson(const std::vector<DiagInfo>& diags, const DiagTree& tree) {
 }
 
 void run(const ListOptions& options) {
+    superviseEngine(options.engine.supervision);
     const auto tuned = startTuned(options);
     const std::vector<DiagInfo> shown = chosen(options, tuned->tree);
     processWith(options, *tuned);

@@ -43,6 +43,7 @@ void printChanges(size_t block, const DiagTree& tree, std::vector<Watched>& watc
 }
 
 void run(const WatchOptions& options) {
+    superviseEngine(options.engine.supervision);
     const auto tuned = startTuned(options);
     std::vector<Watched> watched = chosen(tuned->tree, options.pattern);
     processWith(options, *tuned, [&](size_t block) {
