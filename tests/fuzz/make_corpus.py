@@ -79,7 +79,44 @@ def catalogues():
                                             diagnostic("r", 3, access=0, level=3), edits=[(0, "2147483648"), (2, "1")]))
 
 
+def noise_results():
+    plain = b"\1\0\0" + struct.pack("<180f", *(-60 - i / 7 for i in range(180))) + text("1.14|\n") + text("room's.wav")
+    write("noise_results", "plain", plain)
+    odd = [float("nan"), float("inf"), -float("inf"), 3.4e38, -1e-45, -0.0] * 30
+    write("noise_results", "odd", b"\1\0\0" + struct.pack("<180f", *odd) + text("\x1b[31m") + text("'\"\n.wav"))
+    write("noise_results", "none", b"\0\0\0")
+
+
+def wav(channels, rate, data, bits=16, kind=1, data_size=None):
+    frame = channels * bits // 8
+    size = len(data) if data_size is None else data_size
+    form = struct.pack("<HHIIHH", kind, channels, rate, rate * frame & 0xffffffff, frame, bits)
+    return (b"RIFF" + struct.pack("<I", 36 + size & 0xffffffff) + b"WAVEfmt " + struct.pack("<I", len(form)) + form +
+            b"data" + struct.pack("<I", size) + data)
+
+
+def recordings():
+    def samples(count):
+        return struct.pack(f"<{count}h", *((i * 7919) % 65536 - 32768 for i in range(count)))
+
+    write("recordings", "plain.wav", b"\0" + wav(8, 16000, samples(8 * 170)))
+    write("recordings", "bypass.wav", b"\4" + wav(9, 16000, samples(9 * 160)))
+    write("recordings", "far_end_channel.wav", b"\1" + wav(10, 48000, samples(10 * 100)))
+    write("recordings", "unknown_channel.wav", b"\xf1" + wav(8, 16000, samples(8 * 10)))
+    write("recordings", "far_end_file.wav", b"\2" + wav(1, 8000, samples(40)))
+    write("recordings", "bytes.wav", b"\0" + wav(8, 8000, bytes(range(256)), bits=8))
+    write("recordings", "floats.wav", b"\0" + wav(8, 44100, struct.pack("<80f", *[float("nan"), 1e9, -1, 0.5] * 20),
+                                                   bits=32, kind=3))
+    write("recordings", "cut_short.wav", b"\0" + wav(8, 16000, samples(80), data_size=100000))
+    write("recordings", "no_samples.wav", b"\0" + wav(8, 16000, b""))
+    write("recordings", "many_channels.wav", b"\0" + wav(1000, 16000, samples(2000)))
+    write("recordings", "rate_0.wav", b"\0" + wav(8, 0, samples(80)))
+    write("recordings", "no_sound", b"\0not a sound file")
+
+
 if __name__ == "__main__":
     kernels()
     property_tree()
     catalogues()
+    noise_results()
+    recordings()

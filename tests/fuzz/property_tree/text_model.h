@@ -14,6 +14,8 @@
 
 namespace quill::fuzz {
 
+__extension__ typedef __int128 Wide;  // holds what exceeds 64 bits
+
 template <class T>
 struct Extracted {
     T value;
@@ -41,8 +43,8 @@ Extracted<T> integerIn(const std::string& text) {
     if (at < text.size() && (text[at] == '-' || text[at] == '+')) ++at;
     const size_t first = at;
     bool fits = true;
-    __int128 value = 0;
-    const __int128 lowest = std::numeric_limits<T>::min(), highest = std::numeric_limits<T>::max();
+    Wide value = 0;
+    const Wide lowest = std::numeric_limits<T>::min(), highest = std::numeric_limits<T>::max();
     for (; at < text.size() && text[at] >= '0' && text[at] <= '9'; ++at) {
         value = value * 10 + (negative ? '0' - text[at] : text[at] - '0');
         if (value < lowest || value > highest) fits = false;
