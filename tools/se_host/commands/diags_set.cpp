@@ -1,11 +1,11 @@
 // `se_host diags set`: edits that are applied together and can be saved in a tuning.
-#include <iostream>
 #include <memory>
 #include <optional>
 #include <utility>
 
 #include "tools/output/errors.h"
 #include "tools/se_host/commands/commands.h"
+#include "tools/se_host/commands/print_json.h"
 #include "tools/se_host/commands/tuned_engine.h"
 
 namespace se_host {
@@ -46,7 +46,7 @@ std::vector<Edit> editTree(const SetOptions& options, DiagTree& tree) {
 }
 
 void run(const SetOptions& options) {
-    std::optional<se_output::TemporaryFile> file;
+    std::optional<se_output::OutputFile> file;
     if (!options.save.empty()) file.emplace(options.save);
     const auto tuned = startTuned(options);
     const std::vector<Edit> edits = editTree(options, tuned->tree);
@@ -55,11 +55,12 @@ void run(const SetOptions& options) {
         writeTuning(*file, tuningOf(tuned->engine, tuned->tree));
         file->commit();
     }
+    std::ostream& out = textStream(file && file->isStandardOutput());
     for (const Edit& edit : edits) {
-        std::cout << edit.name << ": " << toText(edit.before) << " -> "
-                  << toText(tuned->tree.valueOf(edit.name)) << '\n';
+        out << edit.name << ": " << toText(edit.before) << " -> " << toText(tuned->tree.valueOf(edit.name))
+            << '\n';
     }
-    std::cout.flush();
+    out.flush();
     printWarnings(differences);
 }
 

@@ -6,9 +6,10 @@
 #include <string>
 #include <vector>
 
+#include "tools/output/descriptor.h"
 #include "tools/output/errors.h"
 #include "tools/output/one_line.h"
-#include "tools/output/temporary_file.h"
+#include "tools/output/temporaries.h"
 #include "tools/se_host/commands/commands.h"
 #include "tools/se_host/commands/fatal_record.h"
 #include "tools/se_host/commands/help_format.h"
@@ -61,12 +62,13 @@ int parseAndRun(CLI::App& app, int argc, char** argv) {
         return complain(error.what(), kFailure);
     }
     std::cout.flush();
-    return std::cout ? 0 : complain("cannot write to standard output; is there space left?", kFailure);
+    return std::cout ? 0 : complain("cannot write to standard output: it is full or closed", kFailure);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
+    se_output::openStandardStreams();
     se_host::installRecordSink();
     se_output::removeTemporaryFilesOnSignals();
     CLI::App app(kDescription, "se_host");
