@@ -1,12 +1,9 @@
 #include "tools/output/temporary_file.h"
 
 #include <fcntl.h>
-#include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
-#include <atomic>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -19,16 +16,6 @@ namespace se_output {
 namespace {
 
 namespace fs = std::filesystem;
-
-// Names for the signal handler; more than any command writes at the same time.
-std::array<std::atomic<const char*>, 16> g_names{};
-
-void replaceName(const char* from, const char* to) {
-    for (auto& slot : g_names) {
-        const char* expected = from;
-        if (slot.compare_exchange_strong(expected, to)) return;
-    }
-}
 
 [[noreturn]] void cannotWrite(const std::string& path, const std::string& why) {
     throw Failure("cannot write '" + path + "': " + why + "; give an output path that you may write");
@@ -52,12 +39,6 @@ void givePermissions(int descriptor) {
     ::fchmod(descriptor, 0666 & ~mask);
 }
 
-extern "C" void onSignal(int number) {
-    removeTemporaryFiles();
-    ::signal(number, SIG_DFL);
-    ::raise(number);
-}
-
 }  // namespace
 
 TemporaryFile::TemporaryFile(const std::string& path)
@@ -67,37 +48,23 @@ TemporaryFile::TemporaryFile(const std::string& path)
     if (fs::exists(status) && !fs::is_regular_file(status)) cannotWrite(path_, "not a regular file");
     if (fs::exists(status) && ::access(target_.c_str(), W_OK) != 0) cannotWrite(path_, std::strerror(errno));
 
+    const SignalsBlocked blocked;
     const int descriptor = ::mkstemp(name_.data());
     if (descriptor < 0) cannotWrite(path_, std::strerror(errno));
     givePermissions(descriptor);
     ::close(descriptor);
-    replaceName(nullptr, name_.c_str());
+    known_.emplace(fs::absolute(name_).string());
 }
 
 TemporaryFile::~TemporaryFile() {
-    if (name_.empty()) return;
-    replaceName(name_.c_str(), nullptr);
-    ::unlink(name_.c_str());
+    if (!name_.empty()) ::unlink(name_.c_str());
 }
 
 void TemporaryFile::commit() {
+    const SignalsBlocked blocked;
     if (std::rename(name_.c_str(), target_.c_str()) != 0) cannotWrite(path_, std::strerror(errno));
-    replaceName(name_.c_str(), nullptr);
+    known_.reset();
     name_.clear();
-}
-
-void removeTemporaryFiles() {
-    for (auto& slot : g_names) {
-        if (const char* name = slot.exchange(nullptr)) ::unlink(name);
-    }
-}
-
-void removeTemporaryFilesOnSignals() {
-    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
-        struct sigaction old {};
-        ::sigaction(number, nullptr, &old);
-        if (old.sa_handler != SIG_IGN) ::signal(number, onSignal);
-    }
 }
 
 }  // namespace se_output

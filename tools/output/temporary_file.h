@@ -1,9 +1,12 @@
 // An output file that is complete or absent: it is written under a temporary name beside its own and
 // is renamed at the end. If the process ends before that, also by a signal, the temporary is removed.
-// Threads: one; removeTemporaryFiles may also run in a signal handler.
+// Threads: one.
 #pragma once
 
+#include <optional>
 #include <string>
+
+#include "tools/output/temporaries.h"
 
 namespace se_output {
 
@@ -29,12 +32,7 @@ class TemporaryFile {
     std::string path_;
     std::string target_;  // `path_` with links followed
     std::string name_;
+    std::optional<TemporaryName> known_;
 };
-
-// Removes every temporary that has not been committed. Safe in a signal handler.
-void removeTemporaryFiles();
-
-// From now on an interrupted process removes its temporaries before it ends.
-void removeTemporaryFilesOnSignals();
 
 }  // namespace se_output

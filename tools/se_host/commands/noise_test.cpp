@@ -14,6 +14,7 @@
 #include "tools/se_host/commands/output_paths.h"
 #include "tools/se_host/commands/print_json.h"
 #include "tools/se_host/commands/scene_options.h"
+#include "tools/se_host/engine/engine_stage.h"
 #include "tools/se_host/engine/noise_test_run.h"
 #include "tools/se_host/sound/resample.h"
 
@@ -63,7 +64,7 @@ std::string soundText(const NoiseTestOptions& command) {
 // The wrapper does not report a failed write.
 void save(const se_output::TemporaryFile& file) {
     constexpr auto kLines = (se::NoiseTestResults::kRows + 1) * se::NoiseTestResults::kMicrophones;
-    se::saveNoiseTestResults(file.name());
+    callEngine(EngineStage::kNoiseResults, [&] { se::saveNoiseTestResults(file.name()); });
     std::ifstream written(file.name());
     if (std::count(std::istreambuf_iterator<char>(written), {}, '\n') != kLines) {
         throw se_output::Failure("cannot write '" + file.path() +
@@ -72,6 +73,7 @@ void save(const se_output::TemporaryFile& file) {
 }
 
 void run(const NoiseTestOptions& command) {
+    superviseEngine(command.engine.supervision);
     refuseClashes({command.recording}, {command.output, command.picture});
     // Steps that can fail come before steps that take long.
     se_output::TemporaryFile output(command.output);
@@ -85,7 +87,7 @@ void run(const NoiseTestOptions& command) {
     NoiseTestReport report{
         command.output, command.picture, soundText(command), engine.build, engine.version, 0, {}};
     report.blocks = runNoiseTest(recording);
-    se::getNoiseTestResults(&report.results);
+    report.results = noiseTestResults();
     save(output);
     if (picture) picture->draw(toScript(report), {1100, 760});
     output.commit();

@@ -120,7 +120,7 @@ Json toJson(const Tuning& tuning) {
 
 void writeTuning(const se_output::TemporaryFile& file, const Tuning& tuning) {
     std::ofstream out(file.name());
-    out << toJson(tuning).dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+    out << toJson(tuning).dump(2, ' ', true, Json::error_handler_t::replace) << '\n';
     out.close();
     if (!out) throw se_output::Failure("cannot write '" + file.path() + "'; is there space left?");
 }
