@@ -59,7 +59,7 @@ void writeToStandardError(const LogRecord& record) {
     std::ostringstream line;
     line.imbue(std::locale::classic());
     line << levelWord(record.level) << " [" << record.tag << "] " << record.source << ":" << record.line
-         << ": " << record.text << "\n";
+         << ": " << printable(record.text, kMostLogged) << "\n";
     const std::string text = line.str();
     size_t written = 0;
     while (written < text.size()) {

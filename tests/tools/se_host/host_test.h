@@ -52,5 +52,7 @@ class HostTest : public ::testing::Test {
 // Exit codes of the host.
 inline constexpr int kFailure = 1;
 inline constexpr int kWrongUsage = 2;
+inline constexpr int kSettingsDiffer = 3;
+inline constexpr int kEngineEnded = 4;
 
 }  // namespace se_host_test

@@ -18,6 +18,7 @@ struct DumpOptions : DiagsOptions {
 };
 
 void dump(const DumpOptions& options) {
+    superviseEngine(options.engine.supervision);
     refuseClashes({options.recording.input, options.recording.far_end_file}, {options.output});
     std::optional<se_output::OutputFile> file;
     if (!options.output.empty()) file.emplace(options.output);
@@ -36,10 +37,12 @@ void dump(const DumpOptions& options) {
 
 struct RestoreOptions {
     EngineOptions engine;
+    OnDifference on_difference = OnDifference::kStatus;
     std::string path;
 };
 
 void restore(const RestoreOptions& options) {
+    superviseEngine(options.engine.supervision);
     const Tuning tuning = readTuning(options.path);
     const Engine engine = startEngine(options.engine);
     DiagTree tree;
@@ -50,6 +53,7 @@ void restore(const RestoreOptions& options) {
                                      applied.refused.size());
     std::cout.flush();
     printWarnings(warnings(options.path, tuning, engine, applied));
+    if (!applied.asAsked()) settingsDiffer(options.on_difference);
 }
 
 struct DiffOptions {
@@ -80,6 +84,7 @@ void addDiagsRestore(CLI::App& diags) {
     command->add_option("FILE.json", options->path, "A tuning that 'se_host diags dump' wrote")
         ->required()
         ->type_name("");
+    addOnDifference(*command, options->on_difference);
     addEngineChoice(*command, options->engine);
     command->footer(
         "Read-only diagnostics and arrays are kept in a tuning for the record; they are not applied.\n");

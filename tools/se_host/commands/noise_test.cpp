@@ -12,6 +12,7 @@
 #include "tools/se_host/commands/output_paths.h"
 #include "tools/se_host/commands/print_json.h"
 #include "tools/se_host/commands/scene_options.h"
+#include "tools/se_host/engine/engine_stage.h"
 #include "tools/se_host/engine/noise_test_run.h"
 #include "tools/se_host/sound/resample.h"
 
@@ -61,7 +62,8 @@ std::string soundText(const NoiseTestOptions& command) {
 // The wrapper does not report a failed write.
 void save(const se_output::OutputFile& file) {
     constexpr auto kLines = (se::NoiseTestResults::kRows + 1) * se::NoiseTestResults::kMicrophones;
-    se::saveNoiseTestResults(se_output::pathOf(file.descriptor()));
+    callEngine(EngineStage::kNoiseResults,
+               [&] { se::saveNoiseTestResults(se_output::pathOf(file.descriptor())); });
     const std::string written = se_output::contentOf(file.descriptor());
     if (std::count(written.begin(), written.end(), '\n') != kLines) {
         throw se_output::Failure("cannot write '" + file.path() +
@@ -70,6 +72,7 @@ void save(const se_output::OutputFile& file) {
 }
 
 void run(const NoiseTestOptions& command) {
+    superviseEngine(command.engine.supervision);
     refuseClashes({command.recording}, {command.output, command.picture});
     // Steps that can fail come before steps that take long.
     se_output::OutputFile output(command.output);
@@ -83,7 +86,7 @@ void run(const NoiseTestOptions& command) {
     NoiseTestReport report{
         command.output, command.picture, soundText(command), engine.build, engine.version, 0, {}};
     report.blocks = runNoiseTest(recording);
-    se::getNoiseTestResults(&report.results);
+    report.results = noiseTestResults();
     save(output);
     if (picture) picture->draw(toScript(report), {1100, 760});
     output.commit();

@@ -6,7 +6,8 @@
 
 namespace se_host {
 
-// Indented. Bytes that are not UTF-8 (file names may hold any) are replaced, so that the result always parses.
+// Indented, in ASCII. Bytes that are not UTF-8 (file names may hold any) are replaced, so that the result always
+// parses.
 void printJson(const nlohmann::ordered_json& json, std::ostream& out = std::cout);
 
 // Where the texts of a command belong.

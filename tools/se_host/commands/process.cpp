@@ -37,9 +37,10 @@ struct ProcessOptions {
     RecordingOptions recording;
     EngineOptions engine;
     std::string output;
-    std::string parts;               // prefix of the recording's parts; empty: not known
-    std::string plot;                // picture; empty: none
-    std::string tuning;              // applied before; empty: none
+    std::string parts;   // prefix of the recording's parts; empty: not known
+    std::string plot;    // picture; empty: none
+    std::string tuning;  // applied before; empty: none
+    OnDifference on_difference = OnDifference::kStatus;
     std::vector<std::string> trace;  // the diagnostics to trace, and the file; empty: none
     bool compare_routines = false;
     bool cycles = false;
@@ -104,7 +105,9 @@ std::string tracePath(const ProcessOptions& options) {
 std::unique_ptr<DiagTree> tunedDiags(const ProcessOptions& options, const Engine& engine) {
     if (options.tuning.empty() && options.trace.empty()) return nullptr;
     auto diags = std::make_unique<DiagTree>();
-    if (!options.tuning.empty()) tuneFromFile(options.tuning, engine, *diags);
+    if (!options.tuning.empty()) {
+        tuneFromFile(options.tuning, engine, *diags, options.on_difference);
+    }
     return diags;
 }
 
@@ -156,6 +159,7 @@ void requireTwoReadings(const ProcessOptions& options) {
 }
 
 void run(const ProcessOptions& options) {
+    superviseEngine(options.engine.supervision);
     refuseClashes(inputsOf(options), {options.output, options.plot, tracePath(options)});
     requireTwoReadings(options);
     std::optional<SecondRun> second_run;
@@ -195,6 +199,7 @@ void addOptions(CLI::App& command, ProcessOptions& options) {
     CLI::Option* const tuning = command.add_option(
         "--tuning", options.tuning, "Apply this tuning first; 'se_host diags dump' writes one");
     tuning->type_name("FILE.json");
+    addOnDifference(command, options.on_difference);
     command
         .add_option("--trace-diags", options.trace,
                     "Write the values of these diagnostics after every block: names with * and ?, and a file")

@@ -1,6 +1,7 @@
 #include "tools/se_host/diags/diag_trace.h"
 
 #include "common/string_printf.h"
+#include "tools/output/one_line.h"
 #include "tools/se_host/sound/resample.h"
 #include "webrtc_common/se_wrapper.h"
 
@@ -12,10 +13,19 @@ using quill::media::se_wrapper::BLOCK_SIZE;
 
 constexpr size_t kWrittenAtOnce = 65536;  // bytes
 
+// A name with a separator or a quote stands in quotes, its own quotes twice.
+std::string inQuotes(const std::string& name) {
+    if (name.find_first_of(",\"") == std::string::npos) return name;
+    std::string quoted = "\"";
+    for (const char c : name) quoted.append(c == '"' ? 2 : 1, c);
+    return quoted + "\"";
+}
+
 std::string columnsOf(const DiagInfo& diag) {
-    if (!diag.isArray()) return "," + diag.name;
+    const std::string name = se_output::oneLine(diag.name);
+    if (!diag.isArray()) return "," + inQuotes(name);
     std::string columns;
-    for (int i = 0; i < diag.length; ++i) columns += "," + diag.name + "[" + std::to_string(i) + "]";
+    for (int i = 0; i < diag.length; ++i) columns += "," + inQuotes(name + "[" + std::to_string(i) + "]");
     return columns;
 }
 

@@ -137,7 +137,7 @@ Json toJson(const Tuning& tuning) {
 }
 
 void writeTuning(se_output::OutputFile& file, const Tuning& tuning) {
-    file.write(toJson(tuning).dump(2, ' ', false, Json::error_handler_t::replace) + '\n');
+    file.write(toJson(tuning).dump(2, ' ', true, Json::error_handler_t::replace) + '\n');
 }
 
 Tuning readTuning(const std::string& path) {

@@ -36,6 +36,8 @@ struct Applied {
     std::vector<std::string> refused;  // the reason, or the value that the engine holds instead
     size_t kept = 0;                   // entries for the record only: read-only, arrays, no value
     bool other_version = false;
+
+    bool asAsked() const { return unknown.empty() && refused.empty(); }
 };
 
 // Applies all writable values in one pass.

@@ -37,6 +37,12 @@ TEST_F(BadRecording, AWavWithoutSamples) {
     expectRefused(process(), kFailure, "in.wav': it holds no samples");
 }
 
+TEST_F(BadRecording, ASoundThatIsShorterThanASampleOfTheEngine) {
+    writeSound(path("in.wav"), patternedSound(1, 8, 48000));
+    noteFiles();
+    expectRefused(process(), kFailure, "in.wav': it is shorter than a sample at 16000 Hz");
+}
+
 TEST_F(BadRecording, SevenChannels) {
     writeSound(path("in.wav"), patternedSound(320, 7));
     noteFiles();
