@@ -62,8 +62,8 @@ std::string soundText(const NoiseTestOptions& command) {
 // The wrapper does not report a failed write.
 void save(const se_output::OutputFile& file) {
     constexpr auto kLines = (se::NoiseTestResults::kRows + 1) * se::NoiseTestResults::kMicrophones;
-    const std::string path = se_output::pathOf(file.descriptor());
-    callEngine(EngineStage::kNoiseResults, [&] { se::saveNoiseTestResults(path); });
+    callEngine(EngineStage::kNoiseResults,
+               [&] { se::saveNoiseTestResults(se_output::pathOf(file.descriptor())); });
     const std::string written = se_output::contentOf(file.descriptor());
     if (std::count(written.begin(), written.end(), '\n') != kLines) {
         throw se_output::Failure("cannot write '" + file.path() +
