@@ -7,9 +7,10 @@
 #include <string>
 #include <vector>
 
+#include "tools/output/descriptor.h"
 #include "tools/output/errors.h"
 #include "tools/output/one_line.h"
-#include "tools/output/temporary_file.h"
+#include "tools/output/temporaries.h"
 #include "tools/se_host/commands/commands.h"
 #include "tools/se_host/commands/fatal_record.h"
 #include "tools/se_host/commands/help_format.h"
@@ -80,12 +81,13 @@ ExitStatus parseAndRun(CLI::App& app, int argc, char** argv) {
     }
     std::cout.flush();
     if (!std::cout) {
-        return complain("cannot write to standard output; is there space left?", se_host::kFailure);
+        return complain("cannot write to standard output: it is full or closed", se_host::kFailure);
     }
     return se_host::settingStatus();
 }
 
 ExitStatus runHost(int argc, char** argv) {
+    se_output::openStandardStreams();
     se_host::installRecordSink();
     se_output::removeTemporaryFilesOnSignals();
     CLI::App app(kDescription, "se_host");
