@@ -13,6 +13,7 @@
 #include <cstring>
 #include <exception>
 #include <iterator>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -36,6 +37,14 @@ void log(const std::string& line) {
     const int file = ::open(path, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
     if (::write(file, (line + "\n").c_str(), line.size() + 1) < 0) std::abort();
     ::close(file);
+}
+
+// The request that only logs each stage.
+constexpr const char* kShow = "show stages";
+
+void show(const std::string& stage) {
+    static std::set<std::string>* const shown = new std::set<std::string>;
+    if (shown->insert(stage).second) log("at " + stage);
 }
 
 volatile int g_zero = 0;
@@ -63,6 +72,16 @@ void hangMasked() {
     hang();
 }
 
+template <int signal>
+void endParent() {
+    ::kill(::getppid(), signal);
+}
+
+void leaveFolder() {
+    const std::string log = std::getenv("SE_HOSTILE_LOG");
+    if (::chdir(log.substr(0, log.rfind('/')).c_str()) != 0) std::abort();
+}
+
 void closeItself() {
     Dl_info self;
     ::dladdr(reinterpret_cast<void*>(&closeItself), &self);
@@ -84,7 +103,7 @@ const Deed kDeeds[] = {
     {"segv", [] { *g_null = 1; }},
     {"null-call", [] { reinterpret_cast<void (*)()>(const_cast<char*>(g_null))(); }},
     {"ill", [] { __builtin_trap(); }},
-    {"fpe", [] { g_zero = 1 / g_zero; }},
+    {"fpe", [] { g_zero = 7 % g_zero; }},
     {"stack", [] { g_zero = useStack(0); }},
     {"throw", [] { throw std::runtime_error("engine\ntext"); }},
     {"throw-int", [] { throw 7; }},
@@ -112,14 +131,14 @@ const Deed kDeeds[] = {
     {"hang-masked", hangMasked},
     {"stop", [] { ::raise(SIGSTOP); }},
     {"hang-thread", [] { inThread(hang); }},
+    // As a user who interrupts the run, while the engine hangs.
+    {"interrupt", [] { endParent<SIGINT>(), hang(); }},
+    {"interrupt-masked", [] { endParent<SIGTERM>(), hangMasked(); }},
     // These let the run go on.
     {"close-itself", closeItself},
     {"close-files", [] { ::close_range(3, ~0U, 0); }},
     {"close-output", [] { ::close_range(1, 2, 0); }},
-    {"change-folder",
-     [] {
-         if (::chdir("/") != 0) std::abort();
-     }},
+    {"change-folder", leaveFolder},
     {"round-up", [] { std::fesetround(FE_UPWARD); }},
     {"forget-signals",
      [] {
@@ -184,6 +203,7 @@ bool answers(const char* stage, const char* answer) {
 
 void at(const char* stage) {
     static thread_local bool busy = false;
+    if (request() == kShow) show(stage);
     if (busy || request().rfind(std::string(stage) + " ", 0) != 0) return;
     for (const Deed& deed : kDeeds) {
         if (request() != std::string(stage) + " " + deed.name) continue;

@@ -62,6 +62,7 @@ T* elements(int32_t index) {
 
 const char* text(const char* stage, const char* usual) {
     static const std::string very_long(kVeryLong, 'x');
+    at(stage);
     if (answers(stage, "null")) return nullptr;
     if (answers(stage, "empty")) return "";
     if (answers(stage, "controls")) return kControls;
@@ -72,6 +73,7 @@ const char* text(const char* stage, const char* usual) {
 }
 
 int32_t number(const char* stage, int32_t usual) {
+    at(stage);
     if (answers(stage, "zero")) return 0;
     if (answers(stage, "negative")) return -1;
     if (answers(stage, "lowest")) return std::numeric_limits<int32_t>::min();
@@ -98,7 +100,6 @@ __attribute__((visibility("default"))) void (*ComputeRFir)() = nullptr;
 }
 
 EXPORT const char* MMIfGetVersionString() {
-    at("version");
     return text("version", "hostile_1.0");
 }
 
@@ -122,7 +123,6 @@ EXPORT void MMIfProcessMicrophones(int16_t* centre, int16_t*, int16_t* out) {
 }
 
 EXPORT void MMIfGetCurrentLocation(uint16_t* location, int16_t* confidence) {
-    at("location");
     *location = static_cast<uint16_t>(number("location", 2));
     *confidence = static_cast<int16_t>(number("location", 16384));
 }
@@ -133,7 +133,6 @@ EXPORT void MMIfStartNoiseTest() {
 }
 
 EXPORT int32_t MMIfNoiseTestIsRunning() {
-    at("noise-running");
     return number("noise-running", g_noise_blocks < 3 ? 1 : 0);
 }
 
@@ -145,14 +144,12 @@ EXPORT float* MMIfGetNoiseTestResults() {
 }
 
 EXPORT int32_t SEDiagGetIndex(const char* name) {
-    at("index");
     const auto* const found = std::find_if(std::begin(g_diags), std::end(g_diags),
                                            [&](const Diag& one) { return std::strcmp(one.name, name) == 0; });
     return number("index", found == std::end(g_diags) ? -1 : static_cast<int32_t>(found - g_diags));
 }
 
 EXPORT int32_t SEDiagGetNumDiags() {
-    at("count");
     return number("count", kCount);
 }
 
@@ -163,7 +160,6 @@ EXPORT const char* SEDiagGetName(int32_t index) {
 }
 
 EXPORT const char* SEDiagGetHelp(int32_t) {
-    at("help");
     return text("help", "a diagnostic");
 }
 
@@ -183,7 +179,6 @@ EXPORT int32_t SEDiagGetRW(int32_t index) {
 }
 
 EXPORT int32_t SEDiagGetLevel(int32_t) {
-    at("level");
     return number("level", 0);
 }
 
@@ -213,12 +208,10 @@ DIAG_TYPE(UInt40, unsigned long long)
 DIAG_TYPE(Float32, float)
 
 EXPORT int32_t SEDiagGetEnumAsInt(int32_t index) {
-    at("get-enum");
     return number("get-enum", static_cast<int32_t>(diag(index).value));
 }
 
 EXPORT const char* SEDiagGetEnumAsString(int32_t) {
-    at("label");
     return text("label", "narrow");
 }
 
@@ -232,7 +225,6 @@ EXPORT void* SEDiagGet(int32_t) {
 }
 
 EXPORT uint16_t MMIfGetAecBypass() {
-    at("get-bypass");
     return static_cast<uint16_t>(number("get-bypass", 0));
 }
 

@@ -28,6 +28,8 @@ class HostTest : public ::testing::Test {
     HostRun runOnTerminal(const std::vector<std::string>& arguments) const {
         return runHostOnTerminal(folder_, arguments);
     }
+    // A script of the shell in the folder; `se_host` is the host.
+    HostRun shell(const std::string& script) const;
     // A copy of the host in the folder "copy/bin", where it finds its libraries and no engines.
     HostRun runCopy(const std::vector<std::string>& arguments) const;
     // `se_host process in.wav out.wav` in the folder, with more arguments.

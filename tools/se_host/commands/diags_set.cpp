@@ -1,5 +1,4 @@
 // `se_host diags set`: edits that are applied together and can be saved in a tuning.
-#include <iostream>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -7,6 +6,7 @@
 #include "tools/output/errors.h"
 #include "tools/output/one_line.h"
 #include "tools/se_host/commands/commands.h"
+#include "tools/se_host/commands/print_json.h"
 #include "tools/se_host/commands/tuned_engine.h"
 
 namespace se_host {
@@ -57,7 +57,7 @@ std::vector<Edit> editTree(const SetOptions& options, DiagTree& tree) {
 
 void run(const SetOptions& options) {
     superviseEngine(options.engine.supervision);
-    std::optional<se_output::TemporaryFile> file;
+    std::optional<se_output::OutputFile> file;
     if (!options.save.empty()) file.emplace(options.save);
     const auto tuned = startTuned(options);
     const std::vector<Edit> edits = editTree(options, tuned->tree);
@@ -68,10 +68,11 @@ void run(const SetOptions& options) {
         writeTuning(*file, tuningOf(tuned->engine, tuned->tree));
         file->commit();
     }
+    std::ostream& out = textStream(file && file->isStandardOutput());
     for (const Edit& edit : edits) {
-        std::cout << se_output::oneLine(edit.name + ": " + toText(edit.before) + " -> " +
-                                        toText(tuned->tree.valueOf(edit.name)))
-                  << '\n';
+        out << se_output::oneLine(edit.name + ": " + toText(edit.before) + " -> " +
+                                  toText(tuned->tree.valueOf(edit.name)))
+            << '\n';
     }
 }
 

@@ -20,7 +20,7 @@ struct DumpOptions : DiagsOptions {
 void dump(const DumpOptions& options) {
     superviseEngine(options.engine.supervision);
     refuseClashes({options.recording.input, options.recording.far_end_file}, {options.output});
-    std::optional<se_output::TemporaryFile> file;
+    std::optional<se_output::OutputFile> file;
     if (!options.output.empty()) file.emplace(options.output);
     const auto tuned = startTuned(options);
     processWith(options, *tuned);
@@ -31,8 +31,8 @@ void dump(const DumpOptions& options) {
     }
     writeTuning(*file, tuning);
     file->commit();
-    std::cout << "wrote " << options.output << ": " << tuning.diagnostics.size() << " diagnostics of "
-              << tuning.version << '\n';
+    textStream(file->isStandardOutput()) << "wrote " << options.output << ": " << tuning.diagnostics.size()
+                                         << " diagnostics of " << tuning.version << '\n';
 }
 
 struct RestoreOptions {

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "common/string_printf.h"
+#include "tools/output/errors.h"
 #include "tools/output/one_line.h"
 #include "tools/se_host/commands/commands.h"
 #include "tools/se_host/commands/recording_options.h"
@@ -49,6 +50,7 @@ void run(const WatchOptions& options) {
     processWith(options, *tuned, [&](size_t block) {
         tuned->tree.publish();
         printChanges(block, tuned->tree, watched);
+        if (!std::cout) throw se_output::Failure("cannot write to standard output: it is full or closed");
     });
 }
 

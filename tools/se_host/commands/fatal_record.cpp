@@ -7,7 +7,7 @@
 
 #include "common/logging.h"
 #include "tools/output/one_line.h"
-#include "tools/output/temporary_file.h"
+#include "tools/output/temporaries.h"
 #include "tools/se_host/engine/engine_stage.h"
 #include "tools/se_host/engine/exit_status.h"
 

@@ -3,12 +3,14 @@
 #include <CLI/CLI.hpp>
 #include <iostream>
 #include <memory>
+#include <new>
 #include <string>
 #include <vector>
 
+#include "tools/output/descriptor.h"
 #include "tools/output/errors.h"
 #include "tools/output/one_line.h"
-#include "tools/output/temporary_file.h"
+#include "tools/output/temporaries.h"
 #include "tools/se_host/commands/commands.h"
 #include "tools/se_host/commands/fatal_record.h"
 #include "tools/se_host/commands/help_format.h"
@@ -72,19 +74,20 @@ ExitStatus parseAndRun(CLI::App& app, int argc, char** argv) {
         return complain(error.what(), se_host::kSettingsDiffer);
     } catch (const se_host::EngineFailure& error) {
         return complain(error.what(), se_host::kEngineEnded);
+    } catch (const std::bad_alloc&) {
+        throw;
     } catch (const std::exception& error) {
         return complain(error.what(), se_host::kFailure);
     }
     std::cout.flush();
     if (!std::cout) {
-        return complain("cannot write to standard output; is there space left?", se_host::kFailure);
+        return complain("cannot write to standard output: it is full or closed", se_host::kFailure);
     }
     return se_host::settingStatus();
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+ExitStatus runHost(int argc, char** argv) {
+    se_output::openStandardStreams();
     se_host::installRecordSink();
     se_output::removeTemporaryFilesOnSignals();
     CLI::App app(kDescription, "se_host");
@@ -103,4 +106,14 @@ int main(int argc, char** argv) {
     const ExitStatus status = parseAndRun(app, argc, argv);
     se_host::noteEnd(status);
     return status;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return runHost(argc, argv);
+    } catch (const std::bad_alloc&) {
+        return complain("out of memory", se_host::kFailure);
+    }
 }

@@ -122,7 +122,7 @@ void Supervisor::finish(int wait_status) {
     say(reason(wait_status) + advice());
     if (WIFSIGNALED(wait_status) && !isIn(kCrashes, WTERMSIG(wait_status))) endBy(WTERMSIG(wait_status));
     if (engineStage() == EngineStage::kNone) std::exit(kFailure);
-    if (supervision_.on_engine_end) supervision_.on_engine_end(reason(wait_status));
+    if (noted == -1 && supervision_.on_engine_end) supervision_.on_engine_end(reason(wait_status));
     std::exit(kEngineEnded);
 }
 

@@ -121,12 +121,14 @@ TEST_F(DiagsRestore, TakesAWholeNumberHoweverItIsWritten) {
 }
 
 TEST_F(DiagsRestore, AFileThatIsNotThereIsNamed) {
-    expectRefused(restore(), kFailure, "cannot read '" + path("a.json") + "'; give a tuning");
+    expectRefused(restore(), kFailure,
+                  "cannot read '" + path("a.json") + "': No such file or directory; give a tuning");
 }
 
 TEST_F(DiagsRestore, AFolderIsRefused) {
     noteFiles();
-    expectRefused(diags({"restore", path("")}), kFailure, "cannot read '" + path("") + "'; give a tuning");
+    expectRefused(diags({"restore", path("")}), kFailure,
+                  "cannot read '" + path("") + "': it is a folder; give a tuning");
 }
 
 struct Broken {
@@ -154,7 +156,7 @@ TEST_P(DiagsRestoreRefuses, AFileThatIsNoTuning) {
 INSTANTIATE_TEST_SUITE_P(
     Files, DiagsRestoreRefuses,
     ::testing::Values(
-        Broken{"Empty", "", "it is not JSON"}, Broken{"CutOff", "{", "it is not JSON"},
+        Broken{"Blank", " ", "it is not JSON"}, Broken{"CutOff", "{", "it is not JSON"},
         Broken{"NumberBeyondAll", ENGINE R"(, "diagnostics": {"a": {"value": 1e999}}})", "it is not JSON"},
         Broken{"AList", "[]", "'engine' is missing"}, Broken{"ANumber", "7", "'engine' is missing"},
         Broken{"EngineANumber", R"({"engine": 7})", "'build' is missing"},

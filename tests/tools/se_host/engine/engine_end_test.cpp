@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <nlohmann/json.hpp>
+#include <utility>
 
 #include "tests/tools/se_host/host_test.h"
 
@@ -92,6 +93,17 @@ TEST_F(EngineEnd, ByASignalThatIsNoCrashEndsTheHostByIt) {
     const HostRun result = processWhile("block term");
     EXPECT_EQ(result.signal, SIGTERM);
     EXPECT_EQ(files(), (std::vector<std::string>{"in.wav", "out.wav"}));
+}
+
+// The user asks for the end, so there is no line.
+TEST_F(EngineEnd, OfAnEngineThatHangsComesWithASignalToTheHost) {
+    for (const auto& [deed, number] :
+         {std::pair("block interrupt", SIGINT), {"block interrupt-masked", SIGTERM}}) {
+        const HostRun result = processWhile(deed);
+        EXPECT_EQ(result.signal, number);
+        EXPECT_EQ(result.err, "");
+        EXPECT_EQ(files(), (std::vector<std::string>{"in.wav", "out.wav"}));
+    }
 }
 
 TEST_F(EngineEnd, WithoutAChildEndsTheHost) {
