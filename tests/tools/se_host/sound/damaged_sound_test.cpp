@@ -79,7 +79,7 @@ TEST_F(DamagedSound, AFlacThatIsCutShortIsTold) {
 // Programs that write to a pipe cannot go back to the header.
 TEST_F(DamagedSound, AWavWithoutALengthIsReadToItsEnd) {
     const std::string whole = recording(kWav);
-    for (const uint32_t stated : {0u, 0x7fffffffu, 0x7ffff000u, 0x80000000u, 0xffffffffu}) {
+    for (const uint32_t stated : {0x7fffffffu, 0x7ffff000u, 0x80000000u, 0xffffffffu}) {
         expectDone(processBytes(withNumber(whole, kSizeOfData, stated)));
         EXPECT_EQ(readSound(path("out.wav")).frames(), 480u) << stated;
     }
