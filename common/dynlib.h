@@ -25,12 +25,12 @@ QUILL_COMMON_EXPORT DynLibHandle loadDynamicLibrary(const std::string& path, std
 QUILL_COMMON_EXPORT void* getSymbolAddress(DynLibHandle handle, const std::string& name);
 
 // [any] The elements of a range in order, written through a string stream in the C locale with `separator`
-// between them. A failed allocation ends it: a stream by itself would go on with the text cut off.
+// between them. std::bad_alloc passes.
 template <class Iterator>
 std::string join(Iterator begin, Iterator end, const char* separator) {
     std::ostringstream text;
     text.imbue(std::locale::classic());
-    text.exceptions(std::ios::badbit);
+    text.exceptions(std::ios::badbit);  // a stream without memory would cut the text short
     for (Iterator element = begin; element != end; ++element) {
         if (element != begin) text << separator;
         text << *element;

@@ -30,19 +30,22 @@ PropertyNodePtr PropertyNode::createRoot() {
 }
 
 // Branches are destroyed in a loop, because recursion over a path of many components would exhaust the stack:
-// the children of a node that is destroyed in the loop are added to it.
+// the children of a node that is destroyed in the loop are added to it. They are linked to one another, for a
+// destructor must not need memory. A child that somebody else holds only loses this owner.
 PropertyNode::~PropertyNode() {
-    thread_local std::vector<PropertyNodePtr>* in_progress = nullptr;
-    if (in_progress != nullptr) {
-        children_.release(*in_progress);
-        return;
+    thread_local PropertyNodePtr* in_progress = nullptr;
+    PropertyNodePtr first;
+    PropertyNodePtr& pending = in_progress == nullptr ? first : *in_progress;
+    for (PropertyNodePtr& child : children_.release()) {
+        if (child.use_count() != 1) continue;
+        child->next_destroyed_ = std::move(pending);
+        pending = std::move(child);
     }
-    std::vector<PropertyNodePtr> pending;
-    children_.release(pending);
-    in_progress = &pending;
-    while (!pending.empty()) {
-        const PropertyNodePtr node = std::move(pending.back());
-        pending.pop_back();
+    if (in_progress != nullptr) return;
+    in_progress = &first;
+    while (first != nullptr) {
+        const PropertyNodePtr node = std::move(first);
+        first = std::move(node->next_destroyed_);
     }
     in_progress = nullptr;
 }

@@ -142,6 +142,7 @@ class QUILL_COMMON_EXPORT PropertyNode : public std::enable_shared_from_this<Pro
     PropertyChildren children_;
     PropertyNodeData data_;
     PropertyListeners listeners_;
+    PropertyNodePtr next_destroyed_;  // while a branch is destroyed
 };
 
 }  // namespace quill

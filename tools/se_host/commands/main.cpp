@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <iostream>
 #include <memory>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -73,6 +74,8 @@ ExitStatus parseAndRun(CLI::App& app, int argc, char** argv) {
         return complain(error.what(), se_host::kSettingsDiffer);
     } catch (const se_host::EngineFailure& error) {
         return complain(error.what(), se_host::kEngineEnded);
+    } catch (const std::bad_alloc&) {
+        throw;
     } catch (const std::exception& error) {
         return complain(error.what(), se_host::kFailure);
     }
@@ -83,9 +86,7 @@ ExitStatus parseAndRun(CLI::App& app, int argc, char** argv) {
     return se_host::settingStatus();
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+ExitStatus runHost(int argc, char** argv) {
     se_output::openStandardStreams();
     se_host::installRecordSink();
     se_output::removeTemporaryFilesOnSignals();
@@ -105,4 +106,14 @@ int main(int argc, char** argv) {
     const ExitStatus status = parseAndRun(app, argc, argv);
     se_host::noteEnd(status);
     return status;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return runHost(argc, argv);
+    } catch (const std::bad_alloc&) {
+        return complain("out of memory", se_host::kFailure);
+    }
 }
