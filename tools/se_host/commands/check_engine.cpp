@@ -28,7 +28,7 @@ quill::DynLibHandle open(const std::string& path) {
     if (!fs::exists(path, error))
         throw se_output::UsageError("no file '" + path + "'; give the path of an engine build");
     std::string reason;
-    const quill::DynLibHandle engine = quill::loadDynamicLibrary(fs::absolute(path).string(), &reason);
+    const quill::DynLibHandle engine = quill::loadPermanentLibrary(fs::absolute(path).string(), &reason);
     if (engine != nullptr) return engine;
     throw se_output::Failure("'" + path + "' cannot be loaded (" + reason +
                              "); it must be a shared library for this machine");
