@@ -244,7 +244,7 @@ void forwardSamples(int n, const int16_t* in, float scale, int16_t* out, float* 
 void backwardSamples(int n, const int16_t* in, float gain, int16_t* out, float* r, float* wsave,
                      const int* ifac) {
     const PackedSpectrum spectrum = {in, n - 1};
-    const SamplesOut samples = {out, gain};
+    const SamplesOut samples = {out, gain / PackedSpectrum::kUnit};
     if (passesKnowSamples(n, ifac)) return backwardPasses(n, spectrum, r, samples, wsave, ifac);
     for (int i = 0; i < n; ++i) r[i] = One::load(spectrum + i);
     backward(n, r, wsave, ifac);
