@@ -36,11 +36,12 @@ QUILL_COMMON_EXPORT std::string whyNotFunction(const void* symbol);
 QUILL_COMMON_EXPORT std::string whyNotVariable(const void* symbol, size_t size);
 
 // [any] The elements of a range in order, written through a string stream in the C locale with `separator`
-// between them.
+// between them. std::bad_alloc passes.
 template <class Iterator>
 std::string join(Iterator begin, Iterator end, const char* separator) {
     std::ostringstream text;
     text.imbue(std::locale::classic());
+    text.exceptions(std::ios::badbit);  // a stream without memory would cut the text short
     for (Iterator element = begin; element != end; ++element) {
         if (element != begin) text << separator;
         text << *element;

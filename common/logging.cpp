@@ -5,11 +5,14 @@
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <locale>
 #include <map>
 #include <mutex>
+#include <new>
 #include <shared_mutex>
+#include <string_view>
 #include <utility>
 
 namespace quill {
@@ -54,20 +57,31 @@ const char* levelWord(int level) {
     }
 }
 
+void writeAll(std::string_view text) {
+    while (!text.empty()) {
+        const ssize_t count = ::write(STDERR_FILENO, text.data(), text.size());
+        if (count < 0 && errno == EINTR) continue;
+        if (count <= 0) return;
+        text.remove_prefix(static_cast<size_t>(count));
+    }
+}
+
 // One write for the whole line, so that lines of several threads do not mix.
 void writeToStandardError(const LogRecord& record) {
     std::ostringstream line;
     line.imbue(std::locale::classic());
+    line.exceptions(std::ios::badbit);
     line << levelWord(record.level) << " [" << record.tag << "] " << record.source << ":" << record.line
-         << ": " << record.text << "\n";
-    const std::string text = line.str();
-    size_t written = 0;
-    while (written < text.size()) {
-        const ssize_t count = ::write(STDERR_FILENO, text.data() + written, text.size() - written);
-        if (count < 0 && errno == EINTR) continue;
-        if (count <= 0) return;
-        written += static_cast<size_t>(count);
-    }
+         << ": " << printable(record.text, kMostLogged) << "\n";
+    writeAll(line.str());
+}
+
+// The record without its text, where there is no memory for it.
+void writeWithoutMemory(const LogRecord& record) {
+    char line[512];
+    const int length = std::snprintf(line, sizeof(line), "%s [%s] %s:%d: (out of memory)\n",
+                                     levelWord(record.level), record.tag, record.source, record.line);
+    writeAll({line, std::min(sizeof(line) - 1, static_cast<size_t>(std::max(length, 0)))});
 }
 
 // Gives the call site its number. If several threads reach it together, the first number stays.
@@ -113,7 +127,11 @@ LoggingStream::LoggingStream(LoggingFilter* /*filter*/, int level, const char* t
 }
 
 LoggingStream::~LoggingStream() {
-    record_.text = stream_.str();
+    try {
+        record_.text = stream_.str();
+    } catch (const std::bad_alloc&) {
+        record_.text = "(out of memory)";  // short enough to need none
+    }
     std::shared_ptr<const LogSink> sink;
     {
         const std::shared_lock lock(core().mutex);
@@ -122,7 +140,11 @@ LoggingStream::~LoggingStream() {
     if (sink) {
         (*sink)(record_);
     } else {
-        writeToStandardError(record_);
+        try {
+            writeToStandardError(record_);
+        } catch (const std::bad_alloc&) {
+            writeWithoutMemory(record_);
+        }
     }
     if (record_.level == 1) std::abort();
 }

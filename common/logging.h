@@ -11,6 +11,7 @@
 #include <string>
 
 #include "common/export.h"
+#include "common/printable.h"
 
 namespace quill {
 
@@ -29,7 +30,9 @@ struct LogRecord {
 // time. A sink may log; an exception that leaves it ends the process.
 using LogSink = std::function<void(const LogRecord&)>;
 
-// [any] Replaces the sink; an empty one restores standard error. A record that another thread is emitting may
+// [any] Replaces the sink; an empty one restores standard error, where a record is one line, its text printable()
+// and cut at kMostLogged bytes. A sink receives the text unchanged, with whatever bytes the engine's texts hold: a
+// sink that writes to a terminal or a file uses printable(), too. A record that another thread is emitting may
 // still reach the old sink.
 QUILL_COMMON_EXPORT void setLogSink(LogSink sink);
 

@@ -84,11 +84,10 @@ std::vector<PropertyNodePtr> PropertyChildren::list() const {
     return owned_;
 }
 
-void PropertyChildren::release(std::vector<PropertyNodePtr>& to) {
-    for (PropertyNodePtr& child : owned_) to.push_back(std::move(child));
-    owned_.clear();
+std::vector<PropertyNodePtr> PropertyChildren::release() {
     table_.store(nullptr, std::memory_order_relaxed);
     tables_.clear();
+    return std::exchange(owned_, {});
 }
 
 }  // namespace quill

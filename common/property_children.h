@@ -28,8 +28,8 @@ class PropertyChildren {
     // All of them, in the order of adding.
     std::vector<PropertyNodePtr> list() const;
 
-    // Moves the ownership to the vector; there are no children afterwards. needs: no other thread uses this.
-    void release(std::vector<PropertyNodePtr>& to);
+    // Takes the children out; there are none afterwards. Allocates nothing. needs: no other thread uses this.
+    std::vector<PropertyNodePtr> release();
 
   private:
     struct Table;

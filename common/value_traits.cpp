@@ -49,6 +49,7 @@ bool extract(T& target, const std::string& text, Rest rest) {
         }
         std::istringstream stream(text);
         stream.imbue(std::locale::classic());
+        stream.exceptions(std::ios::badbit);  // no memory is not a wrong text
         stream >> target;
         return !stream.fail() &&
                (rest == Rest::kIgnored || stream.peek() == std::istringstream::traits_type::eof());

@@ -13,7 +13,8 @@
 #include "bench/routines_vs_libraries/session.h"
 #include "kernel_check/program/program.h"
 #include "tools/output/errors.h"
-#include "tools/output/temporary_file.h"
+#include "tools/output/output_file.h"
+#include "tools/output/temporaries.h"
 #include "webrtc_common/se_wrapper/dsp/select_kernels.h"
 
 namespace routines_vs_libraries {
@@ -70,16 +71,14 @@ void compare(Session& session, const std::string& only) {
     if (!found) throw std::invalid_argument("no area '" + only + "'; use one of " + areaNames());
 }
 
-void write(se_output::TemporaryFile& file, const std::string& content) {
-    std::ofstream stream(file.name(), std::ios::binary);
-    stream << content << std::flush;
-    if (!stream) throw se_output::Failure("cannot write '" + file.path() + "'; is there space left?");
+void write(se_output::OutputFile& file, const std::string& content) {
+    file.write(content);
     file.commit();
 }
 
 void run(const Options& options) {
     // A file that cannot be written is reported before the measurement.
-    std::optional<se_output::TemporaryFile> json;
+    std::optional<se_output::OutputFile> json;
     if (!options.json.empty()) json.emplace(options.json);
     std::optional<Plots> plots;
     if (!options.plots.empty()) plots.emplace(options.plots);

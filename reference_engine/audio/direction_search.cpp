@@ -11,6 +11,7 @@
 
 #include "reference_engine/audio/geometry.h"
 #include "reference_engine/audio/meters.h"
+#include "reference_engine/routines/flushed.h"
 
 namespace reference_engine {
 namespace {
@@ -104,7 +105,7 @@ void DirectionSearch::analyse(const MicrophoneBlock& block) {
 }
 
 void DirectionSearch::follow(const float (&echo)[kEchoBins]) {
-    for (int k = 0; k < kBins; ++k) echo_[k] = kEchoMemory * echo_[k] + echo[kFirstBin + k];
+    for (int k = 0; k < kBins; ++k) echo_[k] = flushed(kEchoMemory * echo_[k] + echo[kFirstBin + k]);
 }
 
 // Returns the mean weight: the share of the band with sound above the thresholds.

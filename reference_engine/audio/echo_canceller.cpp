@@ -6,6 +6,7 @@
 
 #include "reference_engine/audio/meters.h"
 #include "reference_engine/routines/fixed_point.h"
+#include "reference_engine/routines/flushed.h"
 
 namespace reference_engine {
 namespace {
@@ -83,8 +84,8 @@ void EchoCanceller::subtract(const int32_t (&echo)[kMicrophones][kBlock], const 
 }
 
 void EchoCanceller::measure(const MicrophoneBlock& in, const MicrophoneBlock& out) {
-    heard_ *= kMeterMemory;
-    left_ *= kMeterMemory;
+    heard_ = flushed(heard_ * kMeterMemory);
+    left_ = flushed(left_ * kMeterMemory);
     for (int m = 0; m < kMicrophones; ++m) {
         heard_ += static_cast<float>(energyOf(in[m]));
         left_ += static_cast<float>(energyOf(out[m]));

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "reference_engine/routines/flushed.h"
+
 namespace reference_engine {
 namespace {
 
@@ -47,7 +49,7 @@ void EchoKalman::observe(const EchoSpectrum* const (&far_end)[kPartitions],
         }
     }
     for (int k = 0; k < kEchoBins; ++k) {
-        noise_[k] = kNoiseMemory * noise_[k] + (1 - kNoiseMemory) * error_power[k];
+        noise_[k] = flushed(kNoiseMemory * noise_[k] + (1 - kNoiseMemory) * error_power[k]);
     }
 }
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "reference_engine/routines/flushed.h"
+
 namespace reference_engine {
 namespace {
 
@@ -29,8 +31,10 @@ float EchoMismatch::follow(int partition, const EchoSpectrum& far_end, const Ech
         const float e_re = error[k].real(), e_im = error[k].imag();
         const float to_unit =
             1 / std::sqrt((x_re * x_re + x_im * x_im) * (e_re * e_re + e_im * e_im) + kTiny);
-        cross_re[k] += (1 - kMemory) * ((x_re * e_re + x_im * e_im) * to_unit - cross_re[k]);
-        cross_im[k] += (1 - kMemory) * ((x_re * e_im - x_im * e_re) * to_unit - cross_im[k]);
+        const float re = (x_re * e_re + x_im * e_im) * to_unit;
+        const float im = (x_re * e_im - x_im * e_re) * to_unit;
+        cross_re[k] = flushed(cross_re[k] + (1 - kMemory) * (re - cross_re[k]));
+        cross_im[k] = flushed(cross_im[k] + (1 - kMemory) * (im - cross_im[k]));
         sum += cross_re[k] * cross_re[k] + cross_im[k] * cross_im[k];
     }
     return sum / kEchoBins;

@@ -4,13 +4,15 @@
 
 #include <cmath>
 
+#include "reference_engine/routines/flushed.h"
+
 namespace reference_engine {
 
 void LaneFft::init() {
     for (int k = 0; k < kTwiddles; ++k) {
         const double angle = -2 * M_PI * k / kSize;
-        cos_[k] = static_cast<float>(std::cos(angle));
-        sin_[k] = static_cast<float>(std::sin(angle));
+        cos_[k] = flushed(static_cast<float>(std::cos(angle)));
+        sin_[k] = flushed(static_cast<float>(std::sin(angle)));
     }
     for (int i = 1; i < kHalf; ++i) {
         reversed_[i] = static_cast<uint8_t>(reversed_[i / 4] / 4 + i % 4 * (kHalf / 4));

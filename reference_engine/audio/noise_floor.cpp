@@ -21,8 +21,12 @@ constexpr float kTiny = 1e-6f;       // far below the noise of a 16-bit signal
 // An observed power below this, in squared units of the spectrum's last place, is mostly rounding.
 constexpr float kResolution = 4.0f;
 
+// From here on the probability of speech is 1 in single precision; the exponential of a much larger ratio would be
+// a subnormal number.
+constexpr float kCertainRatio = 50.0f;
+
 float presenceOfSpeech(float observed, float noise) {
-    const float ratio = std::min(observed / noise, 100.0f);
+    const float ratio = std::min(observed / noise, kCertainRatio);
     return 1 / (1 + (1 + kSpeechSnr) * std::exp(-ratio * kSpeechSnr / (1 + kSpeechSnr)));
 }
 

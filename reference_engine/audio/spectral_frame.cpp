@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "reference_engine/routines/fixed_point.h"
+#include "reference_engine/routines/flushed.h"
 
 namespace reference_engine {
 namespace {
@@ -77,7 +78,7 @@ void SpectralSynthesis::synthesise(Spectrum& in, float* out) {
     const float unscale = 1 / in.scale;
     for (int i = 0; i < kSpectralFrame; ++i) sum_[i] += frame[i] * window_[i] * unscale;
     for (int i = 0; i < kBlock; ++i) {
-        last_ = sum_[i] + kEmphasis * last_;
+        last_ = flushed(sum_[i] + kEmphasis * last_);
         out[i] = last_;
     }
     std::copy(sum_ + kBlock, sum_ + kSpectralFrame, sum_);

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "reference_engine/routines/flushed.h"
+
 namespace reference_engine {
 namespace {
 
@@ -39,7 +41,7 @@ void SpectralGain::update(const Spectrum& spectrum, const float (&noise)[kSpectr
     }
     const float ratio = ratios / (kSpectralBins * std::max(fullband_weight, 1e-3f));
     const float active = std::clamp((ratio - kPauseRatio) / (kSpeechRatio - kPauseRatio), 0.0f, 1.0f);
-    activity_ = std::max(active, kActivityDecay * activity_);
+    activity_ = flushed(std::max(active, kActivityDecay * activity_));
     const float trust = kPauseTrust + (1 - kPauseTrust) * activity_;
 
     for (int k = 0; k < kSpectralBins; ++k) {

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""The man page and the help texts name the same commands, files and options, and the page renders without a
-warning.
+"""The man page and the help texts name the same commands, files, options and exit statuses, and the page renders
+without a warning.
 
 Usage: man_page.py PAGE SE_HOST. A command's section of the page has its usage as title, and its options as list
 items. Options of several commands have a section of their own; the sections that take them name it with .Sx.
@@ -17,6 +17,20 @@ HELP_COMMANDS = re.compile(r"^Subcommands:\n((?:  .*\n)+)", re.MULTILINE)
 PAGE_SECTION = re.compile(r"^\.Ss (.*)\n((?:(?!\.Ss |\.Sh ).*\n)*)", re.MULTILINE)
 PAGE_OPTION = re.compile(r"^\.It Fl (-[\w-]+)(?: Ar ([^\s=]+))?", re.MULTILINE)
 PAGE_REFERENCE = re.compile(r"^\.Sx (.*?)(?: [.,])?$", re.MULTILINE)
+HELP_STATUS = re.compile(r"^  (\d)  (.*)$", re.MULTILINE)
+PAGE_STATUS = re.compile(r"^\.It (\d)\n((?:(?!\.It|\.El).*\n)*)", re.MULTILINE)
+
+
+def statuses_in_help(program):
+    text = subprocess.run([program, "--help"], capture_output=True, text=True, check=True).stdout
+    return dict(HELP_STATUS.findall(text[text.index("Exit status:"):]))
+
+
+def statuses_in_page(text):
+    text = text[text.index(".Sh EXIT STATUS"):].replace(r"\-", "-")
+    plain = {status: " ".join(body.replace(".Fl -", "--").split()).rstrip(" .")
+             for status, body in PAGE_STATUS.findall(text)}
+    return {status: meaning[0].lower() + meaning[1:] for status, meaning in plain.items()}
 
 
 def in_help(program, *command):
@@ -53,7 +67,10 @@ def differences(helps, page):
 
 if __name__ == "__main__":
     path, host = sys.argv[1:]
-    broken = sorted(differences(in_help(host), in_page(pathlib.Path(path).read_text())))
+    text = pathlib.Path(path).read_text()
+    broken = sorted(differences(in_help(host), in_page(text)))
+    if statuses_in_help(host) != statuses_in_page(text):
+        broken.append(f"exit statuses: {statuses_in_help(host)} in the help, {statuses_in_page(text)} in the page")
     groff = subprocess.run(["groff", "-mdoc", "-Tutf8", "-ww", path], capture_output=True, text=True, check=True)
     broken += groff.stderr.splitlines()
     print("\n".join(broken) if broken else "page and help texts agree")

@@ -9,16 +9,14 @@
 #include <cctype>
 #include <cerrno>
 #include <cmath>
-#include <cstdio>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <locale>
-#include <memory>
 #include <nlohmann/json.hpp>
 #include <sstream>
+#include <system_error>
 
+#include "tools/output/descriptor.h"
 #include "tools/output/errors.h"
 #include "tools/output/one_line.h"
 
@@ -27,19 +25,6 @@ namespace {
 
 constexpr const char* kPng = ".png";
 constexpr const char* kSvg = ".svg";
-
-struct FileCloser {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using NamelessFile = std::unique_ptr<std::FILE, FileCloser>;
-
-struct Descriptor {
-    explicit Descriptor(int opened) : number(opened) {}
-    ~Descriptor() { ::close(number); }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    const int number;
-};
 
 [[noreturn]] void cannotDraw(const std::string& path, const std::string& why) {
     throw Failure("cannot draw '" + path + "': " + why);
@@ -51,27 +36,6 @@ std::string endingOf(const std::string& path) {
                    [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
     if (ending == kPng || ending == kSvg) return ending;
     throw UsageError("no picture format for the name '" + path + "'; give it a name in .png or .svg");
-}
-
-NamelessFile namelessFile(const std::string& content) {
-    NamelessFile file(std::tmpfile());
-    const bool written = file &&
-                         std::fwrite(content.data(), 1, content.size(), file.get()) == content.size() &&
-                         std::fflush(file.get()) == 0;
-    if (!written) {
-        throw Failure(std::string("cannot write a temporary file: ") + std::strerror(errno) +
-                      "; make room in /tmp");
-    }
-    std::rewind(file.get());
-    return file;
-}
-
-std::string contentOf(std::FILE* file) {
-    std::rewind(file);
-    std::string text;
-    char piece[512];
-    while (const size_t length = std::fread(piece, 1, sizeof(piece), file)) text.append(piece, length);
-    return text;
 }
 
 // Runs gnuplot with these as its standard input, output and error.
@@ -100,7 +64,7 @@ int runGnuplot(std::vector<std::string> words, int in, int out, int err) {
 
 void requireGnuplot() {
     const Descriptor null(::open("/dev/null", O_RDWR | O_CLOEXEC));
-    if (runGnuplot({"gnuplot", "--version"}, null.number, null.number, null.number) != 0) {
+    if (runGnuplot({"gnuplot", "--version"}, null.number(), null.number(), null.number()) != 0) {
         throw Failure("gnuplot does not work; install the package gnuplot-nox again");
     }
 }
@@ -125,9 +89,7 @@ std::string complaint(const std::string& said) {
 }
 
 // gnuplot does not detect a full disk.
-bool isComplete(const std::string& name, const std::string& ending) {
-    std::ifstream file(name, std::ios::binary);
-    const std::string content{std::istreambuf_iterator<char>(file), {}};
+bool isComplete(const std::string& content, const std::string& ending) {
     const std::string mark = ending == kPng ? "IEND" : "</svg>";
     const size_t place = content.rfind(mark);
     return place != std::string::npos && content.size() - place <= mark.size() + 8;
@@ -137,17 +99,20 @@ bool isComplete(const std::string& name, const std::string& ending) {
 
 Picture::Picture(const std::string& path) : ending_(endingOf(path)), file_((requireGnuplot(), path)) {}
 
-void Picture::draw(const std::string& script, PictureSize size) {
-    const NamelessFile input = namelessFile(preamble(ending_, size) + script + "\n");
-    const NamelessFile said = namelessFile("");
-    const Descriptor output(::open(file_.name().c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC));
-    if (output.number < 0) cannotDraw(path(), std::strerror(errno));
+void Picture::draw(const std::string& script, PictureSize size) try {
+    const Descriptor input = fileInMemory();
+    writeAll(input.number(), preamble(ending_, size) + script + "\n");
+    ::lseek(input.number(), 0, SEEK_SET);
+    const Descriptor said = fileInMemory();
 
     // -d: without the user's own start-up file.
-    const int exit_code =
-        runGnuplot({"gnuplot", "-d"}, ::fileno(input.get()), output.number, ::fileno(said.get()));
-    if (exit_code != 0) cannotDraw(path(), complaint(contentOf(said.get())));
-    if (!isComplete(file_.name(), ending_)) cannotDraw(path(), "it did not fit; is there space left?");
+    const int exit_code = runGnuplot({"gnuplot", "-d"}, input.number(), file_.descriptor(), said.number());
+    if (exit_code != 0) cannotDraw(path(), complaint(contentOf(said.number())));
+    if (!isComplete(contentOf(file_.descriptor()), ending_)) {
+        cannotDraw(path(), "it did not fit; is there space left?");
+    }
+} catch (const std::system_error& error) {
+    cannotDraw(path(), std::strerror(error.code().value()));
 }
 
 std::string plotText(const std::string& text) {

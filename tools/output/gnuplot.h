@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/output/temporary_file.h"
+#include "tools/output/output_file.h"
 
 namespace se_output {
 
@@ -23,7 +23,7 @@ class Picture {
     // folder cannot be written.
     explicit Picture(const std::string& path);
 
-    // Runs `script`, which sets titles and axes and plots. Terminal, encoding and output are set before it.
+    // Runs `script`, once, which sets titles and axes and plots. Terminal, encoding and output are set before it.
     // gnuplot's markup in texts is disabled. fails: Failure, with gnuplot's message.
     void draw(const std::string& script, PictureSize size = {});
 
@@ -34,7 +34,7 @@ class Picture {
 
   private:
     std::string ending_;
-    TemporaryFile file_;
+    OutputFile file_;
 };
 
 // Pieces of scripts.

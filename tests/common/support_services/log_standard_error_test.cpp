@@ -26,6 +26,21 @@ TEST(LogOnStandardError, HasAWordForEachLevel) {
     EXPECT_EQ(lineOf(3), "LOG [se_wrapper] source:12: text\n");
 }
 
+TEST(LogOnStandardError, IsOneLineWithoutControlCharactersWhateverTheText) {
+    testing::internal::CaptureStderr();
+    QUILL_LOG_AT(2, "se_wrapper", "source", 12) << "a\x1b[2J\x9b"
+                                                   "1m\nNOTICE forged";
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "ERROR [se_wrapper] source:12: a\\x1b[2J\\x9b1m\\nNOTICE forged\n");
+}
+
+TEST(LogOnStandardError, ShowsTheBeginningOfAVeryLongText) {
+    testing::internal::CaptureStderr();
+    QUILL_LOG_AT(2, "se_wrapper", "source", 12) << std::string(1'048'576, 'x');
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "ERROR [se_wrapper] source:12: " + std::string(kMostLogged, 'x') + "... (1048576 bytes)\n");
+}
+
 TEST(LogOnStandardError, IsTheSameInEveryLocale) {
     struct GroupedDigits : std::numpunct<char> {
         char do_thousands_sep() const override { return '.'; }

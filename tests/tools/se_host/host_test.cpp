@@ -33,6 +33,11 @@ void HostTest::writeText(const std::string& name, const std::string& text) const
     std::ofstream(path(name)) << text;
 }
 
+HostRun HostTest::shell(const std::string& script) const {
+    const std::string host = "se_host() { '" SE_HOST_PATH "' \"$@\"; }\n";
+    return runHost(folder_, {"-c", "cd '" + folder_ + "'\n" + host + script}, "/bin/sh");
+}
+
 HostRun HostTest::runCopy(const std::vector<std::string>& arguments) const {
     const fs::path copy = path("copy");
     fs::create_directories(copy / "bin");

@@ -28,6 +28,8 @@ class HostTest : public ::testing::Test {
     HostRun runOnTerminal(const std::vector<std::string>& arguments) const {
         return runHostOnTerminal(folder_, arguments);
     }
+    // A script of the shell in the folder; `se_host` is the host.
+    HostRun shell(const std::string& script) const;
     // A copy of the host in the folder "copy/bin", where it finds its libraries and no engines.
     HostRun runCopy(const std::vector<std::string>& arguments) const;
     // `se_host process in.wav out.wav` in the folder, with more arguments.
@@ -50,5 +52,7 @@ class HostTest : public ::testing::Test {
 // Exit codes of the host.
 inline constexpr int kFailure = 1;
 inline constexpr int kWrongUsage = 2;
+inline constexpr int kSettingsDiffer = 3;
+inline constexpr int kEngineEnded = 4;
 
 }  // namespace se_host_test

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "tools/output/errors.h"
+#include "tools/output/one_line.h"
 #include "tools/se_host/commands/commands.h"
 #include "tools/se_host/commands/print_json.h"
 #include "tools/se_host/commands/tuned_engine.h"
@@ -26,6 +27,7 @@ Json valuesOf(const std::vector<std::string>& names, const DiagTree& tree) {
 }
 
 void run(const GetOptions& options) {
+    superviseEngine(options.engine.supervision);
     const auto tuned = startTuned(options);
     Json values = valuesOf(options.names, tuned->tree);  // fails soon when one is unknown
     processWith(options, *tuned);
@@ -34,7 +36,9 @@ void run(const GetOptions& options) {
         printJson(values);
         return;
     }
-    for (const auto& [name, value] : values.items()) std::cout << name << ": " << toText(value) << '\n';
+    for (const auto& [name, value] : values.items()) {
+        std::cout << se_output::oneLine(name + ": " + toText(value)) << '\n';
+    }
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 
 #include "common/string_printf.h"
 #include "tools/output/errors.h"
+#include "tools/output/one_line.h"
 #include "tools/se_host/commands/commands.h"
 #include "tools/se_host/commands/print_json.h"
 #include "tools/se_host/commands/tuned_engine.h"
@@ -15,7 +16,8 @@ namespace {
 using quill::stringPrintf;
 using Json = nlohmann::ordered_json;
 
-constexpr size_t kValueWidth = 24;  // longer values are cut in the table
+constexpr size_t kValueWidth = 24;     // longer values are cut in the table
+constexpr size_t kMostNameWidth = 48;  // longer names are whole, and not aligned
 
 struct ListOptions : DiagsOptions {
     std::string pattern = "*";
@@ -52,7 +54,8 @@ std::vector<DiagInfo> chosen(const ListOptions& options, const DiagTree& tree) {
 
 void printTable(const std::vector<DiagInfo>& diags, const DiagTree& tree) {
     size_t width = 0;
-    for (const DiagInfo& diag : diags) width = std::max(width, diag.name.size());
+    for (const DiagInfo& diag : diags) width = std::max(width, se_output::oneLine(diag.name).size());
+    width = std::min(width, kMostNameWidth);
     for (const char* const level : {"basic", "intermediate", "advanced", "debug"}) {
         bool named = false;
         for (const DiagInfo& diag : diags) {
@@ -60,8 +63,9 @@ void printTable(const std::vector<DiagInfo>& diags, const DiagTree& tree) {
             if (!named) std::cout << level << '\n';
             named = true;
             std::cout << stringPrintf("  %-*s  %-12s %s  %-*s  %s\n", static_cast<int>(width),
-                                      diag.name.c_str(), diag.typeText().c_str(), accessText(diag),
-                                      static_cast<int>(kValueWidth), cut(toText(tree.value(diag))).c_str(),
+                                      se_output::oneLine(diag.name).c_str(), diag.typeText().c_str(),
+                                      accessText(diag), static_cast<int>(kValueWidth),
+                                      cut(se_output::oneLine(toText(tree.value(diag)))).c_str(),
                                       diag.help.c_str());
         }
     }
@@ -82,6 +86,7 @@ Json toJson(const std::vector<DiagInfo>& diags, const DiagTree& tree) {
 }
 
 void run(const ListOptions& options) {
+    superviseEngine(options.engine.supervision);
     const auto tuned = startTuned(options);
     const std::vector<DiagInfo> shown = chosen(options, tuned->tree);
     processWith(options, *tuned);

@@ -18,8 +18,9 @@ struct DumpOptions : DiagsOptions {
 };
 
 void dump(const DumpOptions& options) {
+    superviseEngine(options.engine.supervision);
     refuseClashes({options.recording.input, options.recording.far_end_file}, {options.output});
-    std::optional<se_output::TemporaryFile> file;
+    std::optional<se_output::OutputFile> file;
     if (!options.output.empty()) file.emplace(options.output);
     const auto tuned = startTuned(options);
     processWith(options, *tuned);
@@ -30,16 +31,18 @@ void dump(const DumpOptions& options) {
     }
     writeTuning(*file, tuning);
     file->commit();
-    std::cout << "wrote " << options.output << ": " << tuning.diagnostics.size() << " diagnostics of "
-              << tuning.version << '\n';
+    textStream(file->isStandardOutput()) << "wrote " << options.output << ": " << tuning.diagnostics.size()
+                                         << " diagnostics of " << tuning.version << '\n';
 }
 
 struct RestoreOptions {
     EngineOptions engine;
+    OnDifference on_difference = OnDifference::kStatus;
     std::string path;
 };
 
 void restore(const RestoreOptions& options) {
+    superviseEngine(options.engine.supervision);
     const Tuning tuning = readTuning(options.path);
     const Engine engine = startEngine(options.engine);
     DiagTree tree;
@@ -50,6 +53,7 @@ void restore(const RestoreOptions& options) {
                                      applied.refused.size());
     std::cout.flush();
     printWarnings(warnings(options.path, tuning, engine, applied));
+    if (!applied.asAsked()) settingsDiffer(options.on_difference);
 }
 
 struct DiffOptions {
@@ -80,6 +84,7 @@ void addDiagsRestore(CLI::App& diags) {
     command->add_option("FILE.json", options->path, "A tuning that 'se_host diags dump' wrote")
         ->required()
         ->type_name("");
+    addOnDifference(*command, options->on_difference);
     addEngineChoice(*command, options->engine);
     command->footer(
         "Read-only diagnostics and arrays are kept in a tuning for the record; they are not applied.\n");

@@ -3,6 +3,8 @@
 #include <memory>
 
 #include "common/string_printf.h"
+#include "tools/output/errors.h"
+#include "tools/output/one_line.h"
 #include "tools/se_host/commands/commands.h"
 #include "tools/se_host/commands/recording_options.h"
 #include "tools/se_host/commands/tuned_engine.h"
@@ -34,18 +36,21 @@ void printChanges(size_t block, const DiagTree& tree, std::vector<Watched>& watc
     for (Watched& one : watched) {
         Json value = tree.value(one.diag);
         if (value == one.value) continue;
-        std::cout << quill::stringPrintf("%8.2f s  ", seconds) << one.diag.name << ": " << toText(one.value)
-                  << " -> " << toText(value) << '\n';
+        std::cout << quill::stringPrintf("%8.2f s  ", seconds)
+                  << se_output::oneLine(one.diag.name + ": " + toText(one.value) + " -> " + toText(value))
+                  << '\n';
         one.value = std::move(value);
     }
 }
 
 void run(const WatchOptions& options) {
+    superviseEngine(options.engine.supervision);
     const auto tuned = startTuned(options);
     std::vector<Watched> watched = chosen(tuned->tree, options.pattern);
     processWith(options, *tuned, [&](size_t block) {
         tuned->tree.publish();
         printChanges(block, tuned->tree, watched);
+        if (!std::cout) throw se_output::Failure("cannot write to standard output: it is full or closed");
     });
 }
 

@@ -8,6 +8,18 @@ void addEngineChoice(CLI::App& command, EngineOptions& options) {
         ->type_name("NAME");
     command.add_flag("--device-model", options.device_model,
                      "The device is the model with an engine build of its own");
+    addSupervision(command, options.supervision);
+}
+
+void addSupervision(CLI::App& command, Supervision& supervision) {
+    CLI::Option* const timeout = command.add_option(
+        "--engine-timeout", supervision.timeout,
+        "End the run when one call of the engine takes this many seconds (default: a warning after 5 s)");
+    timeout->type_name("S")->check(CLI::Range(1, 86400).description(""));
+    command
+        .add_flag("--in-process", supervision.in_process,
+                  "Run the engine in this process, for debuggers: what ends the engine ends se_host, too")
+        ->excludes(timeout);
 }
 
 void addEngineSettings(CLI::App& command, EngineOptions& options) {

@@ -7,8 +7,11 @@
 
 namespace se_host {
 
-// --engine and --device-model.
+// --engine, --device-model, and those of addSupervision.
 void addEngineChoice(CLI::App& command, EngineOptions& options);
+
+// --engine-timeout and --in-process.
+void addSupervision(CLI::App& command, Supervision& supervision);
 
 // --engine-routines, --engine-dft, --gain, --echo-safety-factor and --set.
 void addEngineSettings(CLI::App& command, EngineOptions& options);

@@ -7,12 +7,14 @@
 
 #include "common/logging.h"
 #include "tools/output/one_line.h"
-#include "tools/output/temporary_file.h"
-#include "tools/se_host/engine/engine.h"
+#include "tools/output/temporaries.h"
+#include "tools/se_host/engine/engine_stage.h"
+#include "tools/se_host/engine/exit_status.h"
 
 namespace se_host {
 namespace {
 
+// Levels of records.
 constexpr int kFatal = 1;
 constexpr int kError = 2;
 constexpr int kNotice = 4;
@@ -29,17 +31,16 @@ const char* adviceAt(EngineStage stage) {
             return nullptr;
         case EngineStage::kLoading:
             return "this engine build cannot be used, choose another one with --engine";
-        case EngineStage::kLoaded:
+        default:
             return "the engine is in a state that it cannot work in, please report this";
     }
-    return nullptr;
 }
 
 // Traces cost time and have no other use, so they are disabled after loading.
 void keepReason(const quill::LogRecord& record) {
     if (record.level != kTrace) return;
     if (engineStage() == EngineStage::kLoading) g_reason = record.text;
-    if (engineStage() == EngineStage::kLoaded) quill::setLogThreshold(kWrapper, kNotice);
+    if (engineStage() > EngineStage::kLoading) quill::setLogThreshold(kWrapper, kNotice);
 }
 
 std::string fatalText(const std::string& text) {
@@ -60,7 +61,8 @@ void showRecord(const quill::LogRecord& record) {
     std::cerr << "se_host: " << se_output::oneLine(text) << std::endl;
     if (record.level != kFatal) return;
     se_output::removeTemporaryFiles();
-    _exit(1);
+    noteEnd(kFailure);
+    _exit(kFailure);
 }
 
 }  // namespace

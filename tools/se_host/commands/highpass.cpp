@@ -1,6 +1,5 @@
 // `se_host highpass`: a sound through the wrapper's 600 Hz high-pass.
 #include <cmath>
-#include <iostream>
 #include <memory>
 #include <optional>
 
@@ -9,6 +8,7 @@
 #include "tools/output/gnuplot.h"
 #include "tools/se_host/commands/commands.h"
 #include "tools/se_host/commands/output_paths.h"
+#include "tools/se_host/commands/print_json.h"
 #include "tools/se_host/sound/audio_file.h"
 #include "tools/se_host/sound/levels.h"
 #include "tools/se_host/sound/resample.h"
@@ -104,7 +104,7 @@ std::string soundText(const AudioData& file, const AudioData& sound) {
 
 void run(const HighpassOptions& options) {
     refuseClashes({options.input}, {options.output, options.picture});
-    se_output::TemporaryFile output(options.output);
+    se_output::OutputFile output(options.output);
     std::optional<se_output::Picture> picture;
     if (!options.picture.empty()) picture.emplace(options.picture);
 
@@ -118,11 +118,12 @@ void run(const HighpassOptions& options) {
     output.commit();
     if (picture) picture->commit();
     if (options.quiet) return;
-    std::cout << options.input << " -> " << options.output << "\n"
-              << "  sound     " << soundText(file, sound) << "\n"
-              << stringPrintf("  filter    600 Hz high-pass, gain %g\n", options.gain) << "  level     "
-              << levelText(sound, options.channel) << " in channel " << options.channel << ", "
-              << levelText(result, options.channel) << " after the filter\n";
+    textStream(output.isStandardOutput())
+        << options.input << " -> " << options.output << "\n"
+        << "  sound     " << soundText(file, sound) << "\n"
+        << stringPrintf("  filter    600 Hz high-pass, gain %g\n", options.gain) << "  level     "
+        << levelText(sound, options.channel) << " in channel " << options.channel << ", "
+        << levelText(result, options.channel) << " after the filter\n";
 }
 
 std::string refuseOtherGains(const std::string& text) {

@@ -15,6 +15,7 @@ struct InfoOptions {
 };
 
 void run(const InfoOptions& options) {
+    superviseEngine(options.engine.supervision);
     print(gatherInfo(loadEngine(options.engine)), options.json);
 }
 

@@ -1,22 +1,26 @@
 // se_host: the command-line host. Parses, runs one command and turns every failure into one line and
-// an exit code: 0 done, 1 failure, 2 wrong usage.
+// an exit status.
 #include <CLI/CLI.hpp>
 #include <iostream>
 #include <memory>
+#include <new>
 #include <string>
 #include <vector>
 
+#include "tools/output/descriptor.h"
 #include "tools/output/errors.h"
 #include "tools/output/one_line.h"
-#include "tools/output/temporary_file.h"
+#include "tools/output/temporaries.h"
 #include "tools/se_host/commands/commands.h"
 #include "tools/se_host/commands/fatal_record.h"
 #include "tools/se_host/commands/help_format.h"
+#include "tools/se_host/commands/setting_check.h"
+#include "tools/se_host/engine/engine_stage.h"
+#include "tools/se_host/engine/exit_status.h"
 
 namespace {
 
-constexpr int kFailure = 1;
-constexpr int kWrongUsage = 2;
+using se_host::ExitStatus;
 
 constexpr const char* kDescription =
     "Sends recordings of a microphone array through an acoustic engine: eight or more channels in, the\n"
@@ -28,11 +32,20 @@ constexpr const char* kExamples =
     "  se_host process meeting.wav talker.wav          through the engine\n"
     "  se_host noise-test noise.txt --plot noise.png   the microphones' noise\n"
     "  se_host info                                    the engine and its capabilities\n"
-    "'se_host COMMAND --help' explains a command.";
+    "'se_host COMMAND --help' explains a command.\n";
 
-int complain(const std::string& text, int exit_code) {
+std::string footer() {
+    std::string text = kExamples;
+    text += "Exit status:\n";
+    for (const se_host::ExitStatusRow& row : se_host::kExitStatuses) {
+        text += "  " + std::to_string(row.status) + "  " + row.meaning + "\n";
+    }
+    return text;
+}
+
+ExitStatus complain(const std::string& text, ExitStatus status) {
     std::cerr << "se_host: " << se_output::oneLine(text) << std::endl;
-    return exit_code;
+    return status;
 }
 
 // What the parser says, or the word that it took for a command, and where to read on.
@@ -48,31 +61,39 @@ std::string usageText(const CLI::App& app, const CLI::ParseError& error) {
     return text + "; see 'se_host --help'";
 }
 
-int parseAndRun(CLI::App& app, int argc, char** argv) {
+ExitStatus parseAndRun(CLI::App& app, int argc, char** argv) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success& help) {
         app.exit(help);
     } catch (const CLI::ParseError& error) {
-        return complain(usageText(app, error), kWrongUsage);
+        return complain(usageText(app, error), se_host::kWrongUsage);
     } catch (const se_output::UsageError& error) {
-        return complain(error.what(), kWrongUsage);
+        return complain(error.what(), se_host::kWrongUsage);
+    } catch (const se_host::SettingsDiffer& error) {
+        return complain(error.what(), se_host::kSettingsDiffer);
+    } catch (const se_host::EngineFailure& error) {
+        return complain(error.what(), se_host::kEngineEnded);
+    } catch (const std::bad_alloc&) {
+        throw;
     } catch (const std::exception& error) {
-        return complain(error.what(), kFailure);
+        return complain(error.what(), se_host::kFailure);
     }
     std::cout.flush();
-    return std::cout ? 0 : complain("cannot write to standard output; is there space left?", kFailure);
+    if (!std::cout) {
+        return complain("cannot write to standard output: it is full or closed", se_host::kFailure);
+    }
+    return se_host::settingStatus();
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+ExitStatus runHost(int argc, char** argv) {
+    se_output::openStandardStreams();
     se_host::installRecordSink();
     se_output::removeTemporaryFilesOnSignals();
     CLI::App app(kDescription, "se_host");
     app.formatter(std::make_shared<se_host::HelpFormat>());
     app.set_version_flag("--version", "se_host " SE_HOST_VERSION);
-    app.footer(kExamples);
+    app.footer(footer());
     app.require_subcommand(1);
     se_host::addProcess(app);
     se_host::addScene(app);
@@ -82,5 +103,17 @@ int main(int argc, char** argv) {
     se_host::addInfo(app);
     se_host::addDiags(app);
     se_host::addCheckEngine(app);
-    return parseAndRun(app, argc, argv);
+    const ExitStatus status = parseAndRun(app, argc, argv);
+    se_host::noteEnd(status);
+    return status;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return runHost(argc, argv);
+    } catch (const std::bad_alloc&) {
+        return complain("out of memory", se_host::kFailure);
+    }
 }

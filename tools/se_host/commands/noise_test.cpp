@@ -1,7 +1,5 @@
 // `se_host noise-test`: the engine's microphone noise test on a recording or on a simulated array.
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <optional>
 
@@ -14,6 +12,7 @@
 #include "tools/se_host/commands/output_paths.h"
 #include "tools/se_host/commands/print_json.h"
 #include "tools/se_host/commands/scene_options.h"
+#include "tools/se_host/engine/engine_stage.h"
 #include "tools/se_host/engine/noise_test_run.h"
 #include "tools/se_host/sound/resample.h"
 
@@ -61,20 +60,22 @@ std::string soundText(const NoiseTestOptions& command) {
 }
 
 // The wrapper does not report a failed write.
-void save(const se_output::TemporaryFile& file) {
+void save(const se_output::OutputFile& file) {
     constexpr auto kLines = (se::NoiseTestResults::kRows + 1) * se::NoiseTestResults::kMicrophones;
-    se::saveNoiseTestResults(file.name());
-    std::ifstream written(file.name());
-    if (std::count(std::istreambuf_iterator<char>(written), {}, '\n') != kLines) {
+    callEngine(EngineStage::kNoiseResults,
+               [&] { se::saveNoiseTestResults(se_output::pathOf(file.descriptor())); });
+    const std::string written = se_output::contentOf(file.descriptor());
+    if (std::count(written.begin(), written.end(), '\n') != kLines) {
         throw se_output::Failure("cannot write '" + file.path() +
                                  "': the results did not fit; is there space left?");
     }
 }
 
 void run(const NoiseTestOptions& command) {
+    superviseEngine(command.engine.supervision);
     refuseClashes({command.recording}, {command.output, command.picture});
     // Steps that can fail come before steps that take long.
-    se_output::TemporaryFile output(command.output);
+    se_output::OutputFile output(command.output);
     std::optional<se_output::Picture> picture;
     if (!command.picture.empty()) picture.emplace(command.picture);
     const Engine engine = startEngine(command.engine);
@@ -85,12 +86,14 @@ void run(const NoiseTestOptions& command) {
     NoiseTestReport report{
         command.output, command.picture, soundText(command), engine.build, engine.version, 0, {}};
     report.blocks = runNoiseTest(recording);
-    se::getNoiseTestResults(&report.results);
+    report.results = noiseTestResults();
     save(output);
     if (picture) picture->draw(toScript(report), {1100, 760});
     output.commit();
     if (picture) picture->commit();
-    if (command.json || !command.quiet) print(report, command.json);
+    if (command.json || !command.quiet) {
+        print(report, command.json, textStream(output.isStandardOutput()));
+    }
 }
 
 // Options of the simulation have no meaning for a recording.

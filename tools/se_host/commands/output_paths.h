@@ -6,8 +6,8 @@
 
 namespace se_host {
 
-// Empty paths are options that were not given. fails: UsageError when an output is one of the inputs, or two
-// outputs are one file.
+// Empty paths are options that were not given; "-" is standard input or output. fails: UsageError when an output is one
+// of the inputs, two outputs are one file, or standard input would be read twice.
 void refuseClashes(const std::vector<std::string>& inputs, const std::vector<std::string>& outputs);
 
 }  // namespace se_host

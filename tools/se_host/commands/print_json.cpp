@@ -2,8 +2,8 @@
 
 namespace se_host {
 
-void printJson(const nlohmann::ordered_json& json) {
-    std::cout << json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+void printJson(const nlohmann::ordered_json& json, std::ostream& out) {
+    out << json.dump(2, ' ', true, nlohmann::ordered_json::error_handler_t::replace) << '\n';
 }
 
 }  // namespace se_host

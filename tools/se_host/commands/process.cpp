@@ -5,6 +5,7 @@
 #include <iostream>
 #include <memory>
 
+#include "tools/output/errors.h"
 #include "tools/se_host/commands/commands.h"
 #include "tools/se_host/commands/engine_options.h"
 #include "tools/se_host/commands/output_paths.h"
@@ -29,15 +30,17 @@ constexpr const char* kExamples =
     "  se_host process meeting.wav talker.wav --far-end-channel 0\n"
     "  se_host process meeting.flac talker.wav --far-end loudspeaker.wav --json > run.json\n"
     "  se_host process meeting.wav talker.wav --engine se_lib_harborv006\n"
-    "  se_host process call.wav talker.wav --far-end-channel 0 --parts call --compare-routines\n";
+    "  se_host process call.wav talker.wav --far-end-channel 0 --parts call --compare-routines\n"
+    "  se_host scene - | se_host process - - | aplay\n";
 
 struct ProcessOptions {
     RecordingOptions recording;
     EngineOptions engine;
     std::string output;
-    std::string parts;               // prefix of the recording's parts; empty: not known
-    std::string plot;                // picture; empty: none
-    std::string tuning;              // applied before; empty: none
+    std::string parts;   // prefix of the recording's parts; empty: not known
+    std::string plot;    // picture; empty: none
+    std::string tuning;  // applied before; empty: none
+    OnDifference on_difference = OnDifference::kStatus;
     std::vector<std::string> trace;  // the diagnostics to trace, and the file; empty: none
     bool compare_routines = false;
     bool cycles = false;
@@ -102,7 +105,9 @@ std::string tracePath(const ProcessOptions& options) {
 std::unique_ptr<DiagTree> tunedDiags(const ProcessOptions& options, const Engine& engine) {
     if (options.tuning.empty() && options.trace.empty()) return nullptr;
     auto diags = std::make_unique<DiagTree>();
-    if (!options.tuning.empty()) tuneFromFile(options.tuning, engine, *diags);
+    if (!options.tuning.empty()) {
+        tuneFromFile(options.tuning, engine, *diags, options.on_difference);
+    }
     return diags;
 }
 
@@ -113,6 +118,10 @@ class Outputs {
     Outputs(const ProcessOptions& options, DiagTree* diags) : sound_(options.output) {
         if (!options.plot.empty()) picture_.emplace(options.plot);
         if (!options.trace.empty()) trace_.emplace(tracePath(options), *diags, options.trace[0]);
+    }
+
+    bool takeStandardOutput() const {
+        return sound_.isStandardOutput() || (trace_ && trace_->file().isStandardOutput());
     }
 
     void afterBlock(size_t block) {
@@ -129,7 +138,7 @@ class Outputs {
     }
 
   private:
-    se_output::TemporaryFile sound_;
+    se_output::OutputFile sound_;
     std::optional<se_output::Picture> picture_;
     std::optional<DiagTrace> trace_;
 };
@@ -142,8 +151,17 @@ std::vector<std::string> inputsOf(const ProcessOptions& options) {
     return inputs;
 }
 
+void requireTwoReadings(const ProcessOptions& options) {
+    const bool is_stream = options.recording.input == "-" || options.recording.far_end_file == "-";
+    if (!options.compare_routines || !is_stream) return;
+    throw se_output::UsageError(
+        "--compare-routines reads the recording twice, which standard input does not allow; give a file");
+}
+
 void run(const ProcessOptions& options) {
+    superviseEngine(options.engine.supervision);
     refuseClashes(inputsOf(options), {options.output, options.plot, tracePath(options)});
+    requireTwoReadings(options);
     std::optional<SecondRun> second_run;
     if (options.compare_routines) {
         second_run.emplace(options.engine, options.recording, options.bypass, options.cycles);
@@ -165,7 +183,9 @@ void run(const ProcessOptions& options) {
     Summary summary = summarise(options, engine, recording, parts, processed);
     if (second_run) summary.engine_routines = comparisonOf(processed, second_run->finish(recording.frames));
     outputs.finish(recording, processed);
-    if (options.json || !options.quiet) print(summary, options.json);
+    if (options.json || !options.quiet) {
+        print(summary, options.json, textStream(outputs.takeStandardOutput()));
+    }
 }
 
 void addOptions(CLI::App& command, ProcessOptions& options) {
@@ -179,6 +199,7 @@ void addOptions(CLI::App& command, ProcessOptions& options) {
     CLI::Option* const tuning = command.add_option(
         "--tuning", options.tuning, "Apply this tuning first; 'se_host diags dump' writes one");
     tuning->type_name("FILE.json");
+    addOnDifference(command, options.on_difference);
     command
         .add_option("--trace-diags", options.trace,
                     "Write the values of these diagnostics after every block: names with * and ?, and a file")

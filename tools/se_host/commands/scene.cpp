@@ -1,4 +1,5 @@
 // `se_host scene`: a simulated recording, for trying the engine without a microphone array.
+#include <algorithm>
 #include <iostream>
 #include <list>
 #include <memory>
@@ -7,6 +8,7 @@
 #include "tools/scene/measure.h"
 #include "tools/se_host/commands/commands.h"
 #include "tools/se_host/commands/output_paths.h"
+#include "tools/se_host/commands/print_json.h"
 #include "tools/se_host/commands/scene_options.h"
 #include "tools/se_host/sound/audio_file.h"
 #include "tools/se_host/sound/resample.h"
@@ -116,7 +118,7 @@ std::string summaryOf(const SceneCommandOptions& command, const std::vector<Outp
 void run(const SceneCommandOptions& command) {
     const std::vector<Output> outputs = outputsOf(command);
     refuseClashes({command.speech, command.far_end_speech}, pathsOf(outputs));
-    std::list<se_output::TemporaryFile> files;  // before the work: reports an unwritable path early
+    std::list<se_output::OutputFile> files;  // before the work: reports an unwritable path early
     for (const Output& output : outputs) files.emplace_back(output.path);
 
     const Scene scene = simulate(command);
@@ -124,8 +126,11 @@ void run(const SceneCommandOptions& command) {
     for (const Output& output : outputs) {
         writeWav(*file++, se_scene::kSampleRate, output.channels, output.samples(scene));
     }
-    for (se_output::TemporaryFile& finished : files) finished.commit();
-    if (!command.quiet) std::cout << summaryOf(command, outputs, scene);
+    for (se_output::OutputFile& finished : files) finished.commit();
+    if (command.quiet) return;
+    const bool taken =
+        std::any_of(files.begin(), files.end(), [](const auto& one) { return one.isStandardOutput(); });
+    textStream(taken) << summaryOf(command, outputs, scene);
 }
 
 void addFiles(CLI::App& command, SceneCommandOptions& options) {

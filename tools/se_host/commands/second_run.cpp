@@ -1,20 +1,25 @@
 #include "tools/se_host/commands/second_run.h"
 
+#include <signal.h>
+#include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <iostream>
+#include <utility>
 
 #include "tools/output/errors.h"
 #include "tools/output/one_line.h"
 #include "tools/se_host/engine/engine.h"
+#include "tools/se_host/engine/engine_stage.h"
+#include "tools/se_host/engine/exit_status.h"
 
 namespace se_host {
 namespace {
 
-constexpr const char* kFailed =
-    "the second run, with the engine's own routines, failed; leave out --compare-routines";
+constexpr const char* kRun = "the second run, with the engine's own routines, ";
+constexpr const char* kAdvice = "; leave out --compare-routines";
 
 // false: the peer closed the connection.
 bool send(int socket, const void* data, size_t size) {
@@ -35,8 +40,9 @@ bool receive(int socket, void* data, size_t size) {
 // The work of the child. Its exit does not affect the parent's open files.
 [[noreturn]] void work(int socket, EngineOptions engine, const RecordingOptions& options, bool bypass,
                        bool split_cycles) {
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     char go = 0;
-    if (!receive(socket, &go, 1)) ::_exit(0);
+    if (!receive(socket, &go, 1)) ::_exit(kDone);
     try {
         engine.routines = Routines::kEngine;
         engine.gain.reset();
@@ -47,11 +53,15 @@ bool receive(int socket, void* data, size_t size) {
         const bool sent = send(socket, &processed.processing_seconds, sizeof(double)) &&
                           send(socket, &cycles, sizeof(cycles)) &&
                           send(socket, processed.output.data(), processed.output.size() * sizeof(int16_t));
-        ::_exit(sent ? 0 : 1);
+        ::_exit(sent ? kDone : kFailure);
     } catch (const std::exception& error) {
         std::cerr << "se_host: " << se_output::oneLine(error.what()) << std::endl;
-        ::_exit(1);
+        ::_exit(kFailure);
     }
+}
+
+[[noreturn]] void cannotStart() {
+    throw se_output::Failure(kRun + std::string("cannot be started") + kAdvice);
 }
 
 }  // namespace
@@ -60,7 +70,7 @@ SecondRun::SecondRun(const EngineOptions& engine, const RecordingOptions& record
                      bool split_cycles)
     : split_cycles_(split_cycles) {
     int ends[2];
-    if (::socketpair(AF_UNIX, SOCK_STREAM, 0, ends) != 0) throw se_output::Failure(kFailed);
+    if (::socketpair(AF_UNIX, SOCK_STREAM, 0, ends) != 0) cannotStart();
     socket_ = ends[0];
     child_ = ::fork();
     if (child_ == 0) {
@@ -70,12 +80,22 @@ SecondRun::SecondRun(const EngineOptions& engine, const RecordingOptions& record
     ::close(ends[1]);
     if (child_ > 0) return;
     ::close(socket_);
-    throw se_output::Failure(kFailed);
+    cannotStart();
 }
 
 SecondRun::~SecondRun() {
     ::close(socket_);  // ends a child that still waits
-    ::waitpid(child_, nullptr, 0);
+    if (child_ > 0) ::waitpid(child_, nullptr, 0);
+}
+
+// A run that ends with kFailure has said why.
+void SecondRun::failed() {
+    int status = 0;
+    ::waitpid(std::exchange(child_, 0), &status, 0);
+    if (WIFEXITED(status) && WEXITSTATUS(status) == kFailure) {
+        throw se_output::Failure(kRun + std::string("failed") + kAdvice);
+    }
+    throw EngineFailure(kRun + std::string("was ended by the engine ") + stageText() + kAdvice);
 }
 
 Processed SecondRun::finish(size_t frames) {
@@ -86,7 +106,7 @@ Processed SecondRun::finish(size_t frames) {
     if (!send(socket_, &go, 1) || !receive(socket_, &processed.processing_seconds, sizeof(double)) ||
         !receive(socket_, &cycles, sizeof(cycles)) ||
         !receive(socket_, processed.output.data(), frames * sizeof(int16_t))) {
-        throw se_output::Failure(kFailed);
+        failed();
     }
     if (split_cycles_) processed.cycles = cycles;
     return processed;

@@ -24,8 +24,10 @@ class SecondRun {
     Processed finish(size_t frames);
 
   private:
+    [[noreturn]] void failed();
+
     bool split_cycles_;
-    pid_t child_;
+    pid_t child_;  // 0: it has ended
     int socket_;
 };
 

@@ -1,8 +1,5 @@
 #include "tools/se_host/commands/tuned_engine.h"
 
-#include <iostream>
-
-#include "tools/output/one_line.h"
 #include "tools/se_host/commands/recording_options.h"
 #include "tools/se_host/engine/processing.h"
 
@@ -12,6 +9,7 @@ void addEngineAndTuning(CLI::App& command, DiagsOptions& options) {
     command
         .add_option("--tuning", options.tuning, "Apply this tuning first; 'se_host diags dump' writes one")
         ->type_name("FILE.json");
+    addOnDifference(command, options.on_difference);
     addEngineChoice(command, options.engine);
 }
 
@@ -26,7 +24,9 @@ void addRecording(CLI::App& command, DiagsOptions& options) {
 
 std::unique_ptr<TunedEngine> startTuned(const DiagsOptions& options) {
     auto tuned = std::make_unique<TunedEngine>(TunedEngine{startEngine(options.engine), DiagTree()});
-    if (!options.tuning.empty()) tuneFromFile(options.tuning, tuned->engine, tuned->tree);
+    if (!options.tuning.empty()) {
+        tuneFromFile(options.tuning, tuned->engine, tuned->tree, options.on_difference);
+    }
     return tuned;
 }
 
@@ -37,14 +37,11 @@ void processWith(const DiagsOptions& options, TunedEngine& tuned,
     tuned.tree.publish();
 }
 
-void printWarnings(const std::vector<std::string>& lines) {
-    for (const std::string& line : lines) std::cerr << "se_host: " << se_output::oneLine(line) << std::endl;
-}
-
-void tuneFromFile(const std::string& path, const Engine& engine, DiagTree& tree) {
+void tuneFromFile(const std::string& path, const Engine& engine, DiagTree& tree, OnDifference on_difference) {
     const Tuning tuning = readTuning(path);
     const Applied applied = applyTuning(tuning, engine, tree);
     printWarnings(warnings(path, tuning, engine, applied));
+    if (!applied.asAsked()) settingsDiffer(on_difference);
 }
 
 }  // namespace se_host

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "tools/se_host/commands/engine_options.h"
+#include "tools/se_host/commands/setting_check.h"
 #include "tools/se_host/diags/diag_tree.h"
 #include "tools/se_host/diags/tuning.h"
 #include "tools/se_host/engine/engine.h"
@@ -19,9 +20,10 @@ struct DiagsOptions {
     EngineOptions engine;
     RecordingOptions recording;  // no input: none is processed
     std::string tuning;          // applied first; empty: none
+    OnDifference on_difference = OnDifference::kStatus;
 };
 
-// --engine, --device-model and --tuning.
+// --tuning, those of addEngineChoice and of addOnDifference.
 void addEngineAndTuning(CLI::App& command, DiagsOptions& options);
 
 // --recording, --far-end and --far-end-channel.
@@ -33,15 +35,12 @@ struct TunedEngine {
 };
 
 // Starts the engine, applies the tuning (mismatches go to standard error) and processes the recording.
-// `after_block` runs after each block. fails: UsageError, Failure.
+// `after_block` runs after each block. fails: UsageError, Failure, SettingsDiffer.
 std::unique_ptr<TunedEngine> startTuned(const DiagsOptions& options);
 void processWith(const DiagsOptions& options, TunedEngine& tuned,
                  const std::function<void(size_t block)>& after_block = {});
 
-// Lines on standard error.
-void printWarnings(const std::vector<std::string>& lines);
-
-// Applies a tuning file to a started engine; mismatches go to standard error.
-void tuneFromFile(const std::string& path, const Engine& engine, DiagTree& tree);
+// Applies a tuning file to a started engine; mismatches go to standard error. fails: Failure, SettingsDiffer.
+void tuneFromFile(const std::string& path, const Engine& engine, DiagTree& tree, OnDifference on_difference);
 
 }  // namespace se_host

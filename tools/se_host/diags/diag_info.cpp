@@ -41,12 +41,15 @@ const DiagKind* kindOf(SEDiagType_t type) {
     return kind == std::end(kKinds) ? &kUnknownKind : kind;
 }
 
+// A length that cannot be leaves the diagnostic without a value, as an unknown type does.
 DiagInfo infoOf(int index) {
+    const int length = se::SEDiagGetLen(index);
+    const bool possible = se::isLengthPossible(length);
     return {index,
             se::diagName(index),
             se::getDiagPropertyName(index),
-            kindOf(se::SEDiagGetType(index)),
-            std::max(se::SEDiagGetLen(index), 1),
+            possible ? kindOf(se::SEDiagGetType(index)) : &kUnknownKind,
+            possible ? std::max(length, 1) : 1,
             (se::SEDiagGetRW(index) & SE_DIAG_RW_WRITABLE) != 0,
             se_output::oneLine(se::diagHelp(index))};
 }
@@ -63,7 +66,7 @@ std::string DiagInfo::typeText() const {
 
 std::vector<DiagInfo> allDiags() {
     std::vector<DiagInfo> diags;
-    const int count = se::SEDiagGetNumDiags();
+    const int count = se::numDiags();
     for (int index = 0; index < count; ++index) diags.push_back(infoOf(index));
     return diags;
 }

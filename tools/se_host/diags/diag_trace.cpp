@@ -1,7 +1,7 @@
 #include "tools/se_host/diags/diag_trace.h"
 
 #include "common/string_printf.h"
-#include "tools/output/errors.h"
+#include "tools/output/one_line.h"
 #include "tools/se_host/sound/resample.h"
 #include "webrtc_common/se_wrapper.h"
 
@@ -11,10 +11,21 @@ namespace {
 using Json = nlohmann::ordered_json;
 using quill::media::se_wrapper::BLOCK_SIZE;
 
+constexpr size_t kWrittenAtOnce = 65536;  // bytes
+
+// A name with a separator or a quote stands in quotes, its own quotes twice.
+std::string inQuotes(const std::string& name) {
+    if (name.find_first_of(",\"") == std::string::npos) return name;
+    std::string quoted = "\"";
+    for (const char c : name) quoted.append(c == '"' ? 2 : 1, c);
+    return quoted + "\"";
+}
+
 std::string columnsOf(const DiagInfo& diag) {
-    if (!diag.isArray()) return "," + diag.name;
+    const std::string name = se_output::oneLine(diag.name);
+    if (!diag.isArray()) return "," + inQuotes(name);
     std::string columns;
-    for (int i = 0; i < diag.length; ++i) columns += "," + diag.name + "[" + std::to_string(i) + "]";
+    for (int i = 0; i < diag.length; ++i) columns += "," + inQuotes(name + "[" + std::to_string(i) + "]");
     return columns;
 }
 
@@ -37,22 +48,22 @@ std::string cellsOf(const DiagInfo& diag, const Json& value) {
 }  // namespace
 
 DiagTrace::DiagTrace(const std::string& path, DiagTree& tree, const std::string& pattern)
-    : tree_(tree), diags_(tree.matching(pattern)), file_(path), out_(file_.name()) {
-    out_ << "seconds";
-    for (const DiagInfo& diag : diags_) out_ << columnsOf(diag);
-    out_ << '\n';
+    : tree_(tree), diags_(tree.matching(pattern)), file_(path), lines_("seconds") {
+    for (const DiagInfo& diag : diags_) lines_ += columnsOf(diag);
+    lines_ += '\n';
 }
 
 void DiagTrace::sample(size_t block) {
     tree_.publish();
-    out_ << quill::stringPrintf("%.2f", static_cast<double>((block + 1) * BLOCK_SIZE) / kEngineSampleRate);
-    for (const DiagInfo& diag : diags_) out_ << cellsOf(diag, tree_.value(diag));
-    out_ << '\n';
+    lines_ += quill::stringPrintf("%.2f", static_cast<double>((block + 1) * BLOCK_SIZE) / kEngineSampleRate);
+    for (const DiagInfo& diag : diags_) lines_ += cellsOf(diag, tree_.value(diag));
+    lines_ += '\n';
+    if (lines_.size() >= kWrittenAtOnce) finish();
 }
 
 void DiagTrace::finish() {
-    out_.close();
-    if (!out_) throw se_output::Failure("cannot write '" + file_.path() + "'; is there space left?");
+    file_.write(lines_);
+    lines_.clear();
 }
 
 }  // namespace se_host

@@ -1,11 +1,10 @@
 // Diagnostics over time: a table of comma-separated values, one line a block.
 #pragma once
 
-#include <fstream>
 #include <string>
 #include <vector>
 
-#include "tools/output/temporary_file.h"
+#include "tools/output/output_file.h"
 #include "tools/se_host/diags/diag_tree.h"
 
 namespace se_host {
@@ -16,20 +15,22 @@ class DiagTrace {
     // matches, Failure when the file cannot be made.
     DiagTrace(const std::string& path, DiagTree& tree, const std::string& pattern);
 
-    // Call after each block: writes the present values.
+    // Call after each block: writes the present values. fails: Failure.
     void sample(size_t block);
 
-    // Call after the last block. fails: Failure when something was not written.
+    // Call after the last block: what is not yet in the file. fails: Failure.
     void finish();
 
     // Gives the file its name. needs: finish. fails: Failure.
     void commit() { file_.commit(); }
 
+    const se_output::OutputFile& file() const { return file_; }
+
   private:
     DiagTree& tree_;
     std::vector<DiagInfo> diags_;
-    se_output::TemporaryFile file_;
-    std::ofstream out_;
+    se_output::OutputFile file_;
+    std::string lines_;  // not yet in the file
 };
 
 }  // namespace se_host

@@ -9,6 +9,7 @@
 
 #include "common/string_printf.h"
 #include "tools/output/errors.h"
+#include "tools/se_host/engine/engine_stage.h"
 
 namespace se_host {
 namespace {
@@ -96,7 +97,8 @@ bool isBypassSwitch(const std::string& name) {
            std::end(kBypassSwitches);
 }
 
-DiagTree::DiagTree() : diags_(allDiags()), root_(quill::PropertyNode::createRoot()) {
+DiagTree::DiagTree()
+    : diags_(callEngine(EngineStage::kReadingDiags, allDiags)), root_(quill::PropertyNode::createRoot()) {
     for (size_t place = 0; place < diags_.size(); ++place) {
         places_.emplace(diags_[place].name, place);
         places_.emplace(diags_[place].path, place);
@@ -125,7 +127,7 @@ std::vector<DiagInfo> DiagTree::matching(const std::string& pattern) const {
 }
 
 void DiagTree::publish() {
-    se::readSignalEssenceDiags(root_);
+    callEngine(EngineStage::kReadingDiags, [&] { se::readSignalEssenceDiags(root_); });
 }
 
 std::vector<std::string> DiagTree::apply() {
@@ -134,7 +136,7 @@ std::vector<std::string> DiagTree::apply() {
         bool bypassed = false;
         root_->getNode(name, true)->get<bool>(bypassed, false);
     }
-    se::writeSignalEssenceDiags(root_);
+    callEngine(EngineStage::kSettingDiags, [&] { se::writeSignalEssenceDiags(root_); });
     publish();
     std::vector<std::string> differences;
     for (const auto& [name, edit] : edits_) {

@@ -1,10 +1,14 @@
 #include "tools/se_host/diags/tuning.h"
 
 #include <algorithm>
-#include <fstream>
+#include <stdexcept>
+#include <unordered_map>
+#include <utility>
 
 #include "tools/output/errors.h"
+#include "tools/output/input_file.h"
 #include "tools/output/one_line.h"
+#include "tools/se_host/diags/json_reader.h"
 
 namespace se_host {
 namespace {
@@ -46,14 +50,17 @@ void requireDiagnostic(const std::string& name, const Json& diagnostic, const st
     requirePlain(name, diagnostic["value"], path);
 }
 
+constexpr se_output::InputKind kTuningFile{"give a tuning that 'se_host diags dump' wrote", size_t{64} << 20,
+                                           [](std::string_view) { return true; }};
+
 Json jsonIn(const std::string& path) {
-    std::ifstream in(path);
-    in.peek();  // a folder opens, too
-    if (!in)
-        throw se_output::Failure("cannot read '" + path + "'; give a tuning that 'se_host diags dump' wrote");
-    Json json = Json::parse(in, nullptr, false);
-    if (json.is_discarded()) refuse(path, "it is not JSON");
-    return json;
+    const se_output::Descriptor file = se_output::openInput(path, kTuningFile);
+    const std::string text = se_output::contentOf(file.number());
+    try {
+        return readJson(text);
+    } catch (const std::runtime_error& error) {
+        refuse(path, error.what());
+    }
 }
 
 std::string changeText(const std::string& name, const Json& before, const Json& after) {
@@ -93,11 +100,21 @@ void editSwitches(const Tuning& tuning, DiagTree& tree, Applied* applied) {
     }
 }
 
-// Values by name, for comparing.
-Json valuesOf(const Tuning& tuning) {
-    Json values = tuning.switches;
-    for (const auto& [name, diagnostic] : tuning.diagnostics.items()) values[name] = diagnostic["value"];
+using Values = std::vector<std::pair<std::string, Json>>;
+
+Values valuesOf(const Tuning& tuning) {
+    Values values;
+    for (const auto& [name, value] : tuning.switches.items()) values.emplace_back(name, value);
+    for (const auto& [name, diagnostic] : tuning.diagnostics.items()) {
+        values.emplace_back(name, diagnostic["value"]);
+    }
     return values;
+}
+
+std::unordered_map<std::string, const Json*> byName(const Values& values) {
+    std::unordered_map<std::string, const Json*> places;
+    for (const auto& [name, value] : values) places.emplace(name, &value);
+    return places;
 }
 
 }  // namespace
@@ -105,8 +122,9 @@ Json valuesOf(const Tuning& tuning) {
 Tuning tuningOf(const Engine& engine, const DiagTree& tree) {
     Tuning tuning{engine.build, engine.version, Json::object(), Json::object()};
     for (const DiagInfo& diag : tree.diags()) {
-        tuning.diagnostics[diag.name] = {
-            {"type", diag.typeText()}, {"writable", diag.writable}, {"value", tree.value(diag)}};
+        if (tree.find(diag.name) != &diag) continue;  // the name of an earlier one
+        append(tuning.diagnostics, diag.name,
+               {{"type", diag.typeText()}, {"writable", diag.writable}, {"value", tree.value(diag)}});
     }
     for (const char* const name : kBypassSwitches) tuning.switches[name] = tree.value(name);
     return tuning;
@@ -118,11 +136,8 @@ Json toJson(const Tuning& tuning) {
             {"diagnostics", tuning.diagnostics}};
 }
 
-void writeTuning(const se_output::TemporaryFile& file, const Tuning& tuning) {
-    std::ofstream out(file.name());
-    out << toJson(tuning).dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
-    out.close();
-    if (!out) throw se_output::Failure("cannot write '" + file.path() + "'; is there space left?");
+void writeTuning(se_output::OutputFile& file, const Tuning& tuning) {
+    file.write(toJson(tuning).dump(2, ' ', true, Json::error_handler_t::replace) + '\n');
 }
 
 Tuning readTuning(const std::string& path) {
@@ -171,16 +186,18 @@ std::vector<std::string> differences(const std::string& path_a, const Tuning& a,
                                      const Tuning& b) {
     std::vector<std::string> lines;
     if (a.version != b.version) lines.push_back(changeText("engine version", a.version, b.version));
-    const Json values_a = valuesOf(a), values_b = valuesOf(b);
-    for (const auto& [name, value] : values_a.items()) {
-        if (!values_b.contains(name)) {
+    const Values values_a = valuesOf(a), values_b = valuesOf(b);
+    const auto in_a = byName(values_a), in_b = byName(values_b);
+    for (const auto& [name, value] : values_a) {
+        const auto other = in_b.find(name);
+        if (other == in_b.end()) {
             lines.push_back(se_output::oneLine("only in " + path_a + ": " + name));
-        } else if (values_b[name] != value) {
-            lines.push_back(changeText(name, value, values_b[name]));
+        } else if (*other->second != value) {
+            lines.push_back(changeText(name, value, *other->second));
         }
     }
-    for (const auto& [name, value] : values_b.items()) {
-        if (!values_a.contains(name)) lines.push_back(se_output::oneLine("only in " + path_b + ": " + name));
+    for (const auto& [name, value] : values_b) {
+        if (in_a.count(name) == 0) lines.push_back(se_output::oneLine("only in " + path_b + ": " + name));
     }
     return lines;
 }

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/output/temporary_file.h"
+#include "tools/output/output_file.h"
 #include "tools/se_host/diags/diag_tree.h"
 #include "tools/se_host/engine/engine.h"
 
@@ -24,10 +24,10 @@ Tuning tuningOf(const Engine& engine, const DiagTree& tree);
 
 nlohmann::ordered_json toJson(const Tuning& tuning);
 
-// Writes under the temporary's name; the caller commits. fails: Failure.
-void writeTuning(const se_output::TemporaryFile& file, const Tuning& tuning);
+// As the content of the output; the caller commits. fails: Failure.
+void writeTuning(se_output::OutputFile& file, const Tuning& tuning);
 
-// fails: Failure, naming what is wrong with the file.
+// "-" is standard input. fails: Failure, naming what is wrong with the file.
 Tuning readTuning(const std::string& path);
 
 struct Applied {
@@ -36,6 +36,8 @@ struct Applied {
     std::vector<std::string> refused;  // the reason, or the value that the engine holds instead
     size_t kept = 0;                   // entries for the record only: read-only, arrays, no value
     bool other_version = false;
+
+    bool asAsked() const { return unknown.empty() && refused.empty(); }
 };
 
 // Applies all writable values in one pass.

@@ -1,11 +1,10 @@
 #include "tools/se_host/engine/engine.h"
 
-#include <atomic>
-
 #include "common/config.h"
 #include "common/properties.h"
 #include "tools/output/one_line.h"
 #include "tools/se_host/engine/engine_files.h"
+#include "tools/se_host/engine/engine_stage.h"
 #include "tools/se_host/engine/properties_by_text.h"
 #include "webrtc_common/se_wrapper.h"
 #include "webrtc_common/se_wrapper/table/engine_answers.h"
@@ -14,8 +13,6 @@ namespace se_host {
 namespace {
 
 namespace se = quill::media::se_wrapper;
-
-std::atomic<EngineStage> g_stage{EngineStage::kNone};
 
 quill::PropertyNodePtr makeTree(const EngineOptions& options) {
     const quill::PropertyNodePtr root = quill::PropertyNode::createRoot();
@@ -33,36 +30,38 @@ void installExactRoutines() {
     *se::VCMul_i16_FcnHook = se::vcmul_i16;
 }
 
-}  // namespace
-
-Engine loadEngine(const EngineOptions& options) {
-    Engine engine{makeTree(options), {}, {}};
+void load(Engine& engine) {
     const std::string named = se::p_signal_essence_library.get();
     if (!named.empty()) openEngineFile(named);
-    g_stage = EngineStage::kLoading;
     se::initSignalEssenceOptimForTests();
-    g_stage = EngineStage::kLoaded;
     engine.build = se::p_signal_essence_library.get();
     engine.version = se_output::oneLine(se::engineVersion());
-    return engine;
 }
 
-Engine startEngine(const EngineOptions& options) {
-    Engine engine = loadEngine(options);
+void start(const EngineOptions& options) {
     if (options.routines != Routines::kOurs) {
         if (options.routines == Routines::kEngineDft) installExactRoutines();
         se::MMIfInit(0);
-        return engine;
+        return;
     }
     se::initSignalEssence();
     se::versionSpecificSettings();
     if (options.gain) se::setGain(*options.gain);
     if (options.echo_safety_factor) se::setEchoSafetyFactor(*options.echo_safety_factor);
+}
+
+}  // namespace
+
+Engine loadEngine(const EngineOptions& options) {
+    Engine engine{makeTree(options), {}, {}};
+    callEngine(EngineStage::kLoading, [&] { load(engine); });
     return engine;
 }
 
-EngineStage engineStage() {
-    return g_stage;
+Engine startEngine(const EngineOptions& options) {
+    Engine engine = loadEngine(options);
+    callEngine(EngineStage::kStarting, [&] { start(options); });
+    return engine;
 }
 
 }  // namespace se_host

@@ -1,5 +1,5 @@
 // The engine of this process: the build that was loaded, and the property tree that it was loaded with.
-// Threads: one, but for engineStage.
+// Threads: one.
 #pragma once
 
 #include <cstdint>
@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "common/property_node.h"
+#include "tools/se_host/engine/supervisor.h"
 
 namespace se_host {
 
@@ -26,6 +27,7 @@ struct EngineOptions {
     std::optional<int16_t> gain;                // receive gain, in the engine's units
     std::optional<int16_t> echo_safety_factor;  // in the engine's units
     std::vector<std::string> settings;          // PATH=VALUE, in the order given
+    Supervision supervision;                    // the caller passes it to superviseEngine first
 };
 
 struct Engine {
@@ -40,9 +42,5 @@ Engine loadEngine(const EngineOptions& options);
 
 // The same, and starts the engine: ready for blocks.
 Engine startEngine(const EngineOptions& options);
-
-// The stage of the start-up. The advice for a fatal record depends on it.
-enum class EngineStage { kNone, kLoading, kLoaded };
-EngineStage engineStage();  // Threads: any.
 
 }  // namespace se_host

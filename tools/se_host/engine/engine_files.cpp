@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <new>
+#include <system_error>
 
 #include "common/file.h"
 #include "tools/output/errors.h"
@@ -26,7 +28,9 @@ std::string choices() {
 std::vector<std::string> engineNames() {
     std::vector<std::string> names;
     std::error_code error;
-    for (const fs::directory_entry& entry : fs::directory_iterator(engineFolder(), error)) {
+    const fs::directory_iterator folder(engineFolder(), error);
+    if (error == std::errc::not_enough_memory) throw std::bad_alloc();
+    for (const fs::directory_entry& entry : folder) {
         if (entry.is_regular_file(error)) names.push_back(entry.path().filename().string());
     }
     std::sort(names.begin(), names.end());

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "tools/se_host/sound/recording.h"
+#include "webrtc_common/se_wrapper.h"
 
 namespace se_host {
 
@@ -10,5 +11,8 @@ namespace se_host {
 // result: the number of blocks that it took.
 // needs: a started engine. fails: Failure when the engine has no noise test, or the recording is too short.
 size_t runNoiseTest(const Recording& recording);
+
+// needs: a test that has ended. fails: Failure when the engine gives none.
+quill::media::se_wrapper::NoiseTestResults noiseTestResults();
 
 }  // namespace se_host

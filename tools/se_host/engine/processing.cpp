@@ -3,6 +3,7 @@
 #include <chrono>
 #include <optional>
 
+#include "tools/se_host/engine/engine_stage.h"
 #include "webrtc_common/se_wrapper.h"
 
 namespace se_host {
@@ -10,9 +11,10 @@ namespace {
 
 namespace se = quill::media::se_wrapper;
 
-Direction currentDirection() {
+Direction directionAfter(size_t block) {
     Direction direction{};
-    se::MMIfGetCurrentLocation(&direction.location, &direction.confidence);
+    const auto call = [&] { se::MMIfGetCurrentLocation(&direction.location, &direction.confidence); };
+    callEngine(EngineStage::kProcessing, call, block);
     return direction;
 }
 
@@ -23,9 +25,12 @@ void processOneBlock(const Recording& recording, size_t block, bool bypass, int1
     const size_t first = block * se::BLOCK_SIZE;
     const auto channels = static_cast<uint32_t>(recording.microphones.channels);
     int16_t played[se::BLOCK_SIZE];
-    se::RcvIfProcessReceivePath(recording.far_end.data() + first, played);
-    se::processBlock(channels, recording.microphones.samples.data() + first * channels, se::BLOCK_SIZE,
-                     output, !bypass);
+    const auto call = [&] {
+        se::RcvIfProcessReceivePath(recording.far_end.data() + first, played);
+        se::processBlock(channels, recording.microphones.samples.data() + first * channels, se::BLOCK_SIZE,
+                         output, !bypass);
+    };
+    callEngine(EngineStage::kProcessing, call, block);
 }
 
 Processed process(const Recording& recording, const ProcessingOptions& options) {
@@ -45,7 +50,7 @@ Processed process(const Recording& recording, const ProcessingOptions& options) 
         processOneBlock(recording, block, options.bypass, result.output.data() + block * se::BLOCK_SIZE);
         if (split) split->endBlock();
         elapsed += Clock::now() - start;
-        if (!options.bypass) result.directions.push_back(currentDirection());
+        if (!options.bypass) result.directions.push_back(directionAfter(block));
         if (options.after_block) options.after_block(block);
     }
 

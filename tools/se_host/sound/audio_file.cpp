@@ -1,17 +1,17 @@
 #include "tools/se_host/sound/audio_file.h"
 
 #include <sndfile.h>
-#include <unistd.h>
+#include <sys/stat.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cmath>
-#include <cstring>
-#include <filesystem>
 #include <iterator>
 #include <memory>
+#include <string_view>
 
 #include "tools/output/errors.h"
+#include "tools/output/input_file.h"
+#include "tools/se_host/sound/wav_length.h"
 
 namespace se_host {
 namespace {
@@ -21,24 +21,60 @@ struct SoundFileCloser {
 };
 using SoundFile = std::unique_ptr<SNDFILE, SoundFileCloser>;
 
-[[noreturn]] void cannotRead(const std::string& path, const std::string& why) {
-    throw se_output::Failure("cannot read '" + path + "': " + why);
+using se_output::cannotRead;
+
+constexpr const char* kAdvice = "give a WAV or FLAC file";
+
+// Of the formats that are read; FLAC may follow a tag.
+bool isBeginningOfSound(std::string_view beginning) {
+    constexpr std::string_view kBeginnings[] = {"RIFF", "RIFX", "RF64", "fLaC", "ID3"};
+    return std::any_of(std::begin(kBeginnings), std::end(kBeginnings),
+                       [&](std::string_view one) { return beginning.substr(0, one.size()) == one; });
 }
 
-void refuseWhatIsNoFile(const std::string& path) {
-    std::error_code error;
-    if (::access(path.c_str(), R_OK) != 0) cannotRead(path, std::strerror(errno));
-    if (std::filesystem::is_directory(path, error))
-        cannotRead(path, "it is a folder; give a WAV or FLAC file");
-    if (std::filesystem::is_regular_file(path, error) && std::filesystem::file_size(path, error) == 0) {
-        cannotRead(path, "the file is empty; give a WAV or FLAC file");
+// A stream longer than this has no header that states its length.
+constexpr se_output::InputKind kSound{kAdvice, size_t{4} << 30, isBeginningOfSound};
+
+constexpr int kLowestRate = 4000;  // Hz
+constexpr int kHighestRate = 768000;
+
+std::string nameOf(int format) {
+    SF_FORMAT_INFO info{};
+    info.format = format;
+    const bool is_known = sf_command(nullptr, SFC_GET_FORMAT_INFO, &info, sizeof(info)) == 0;
+    return is_known && info.name != nullptr ? info.name : "another format";
+}
+
+void refuseOtherFormats(const std::string& path, const SF_INFO& info) {
+    const int format = info.format & SF_FORMAT_TYPEMASK;
+    for (const int known : {SF_FORMAT_WAV, SF_FORMAT_WAVEX, SF_FORMAT_RF64, SF_FORMAT_FLAC}) {
+        if (format == known) return;
     }
+    cannotRead(path, "it is " + nameOf(format) + "; convert it to WAV or FLAC");
 }
 
-SoundFile openToRead(const std::string& path, SF_INFO* info) {
-    refuseWhatIsNoFile(path);
-    SoundFile file(sf_open(path.c_str(), SFM_READ, info));
+void refuseOtherRates(const std::string& path, const SF_INFO& info) {
+    if (info.samplerate >= kLowestRate && info.samplerate <= kHighestRate) return;
+    cannotRead(path, "its sample rate is " + std::to_string(info.samplerate) + " Hz; give a sound of " +
+                         std::to_string(kLowestRate) + " to " + std::to_string(kHighestRate) + " Hz");
+}
+
+void refuseWhatIsCutShort(const std::string& path, int descriptor) {
+    struct stat status {};
+    const auto end = statedEndOfWav(descriptor);
+    if (!end || ::fstat(descriptor, &status) != 0) return;
+    const auto size = static_cast<uint64_t>(status.st_size);
+    if (*end <= size) return;
+    cannotRead(path,
+               "it is cut short, " + std::to_string(*end - size) + " bytes are missing; give the whole file");
+}
+
+SoundFile openToRead(int descriptor, const std::string& path, SF_INFO* info) {
+    SoundFile file(sf_open_fd(descriptor, SFM_READ, info, SF_FALSE));
     if (!file) cannotRead(path, "not a sound file that can be decoded; give a WAV or FLAC file");
+    refuseOtherFormats(path, *info);
+    refuseOtherRates(path, *info);
+    refuseWhatIsCutShort(path, descriptor);
     return file;
 }
 
@@ -52,7 +88,8 @@ int16_t toSample(double value) {
 
 AudioData readAudioFile(const std::string& path) {
     SF_INFO info{};
-    const SoundFile file = openToRead(path, &info);
+    const se_output::Descriptor content = se_output::openInput(path, kSound);
+    const SoundFile file = openToRead(content.number(), path, &info);
     AudioData audio{info.samplerate, info.channels, {}};
 
     // In pieces until the end, because the length in a damaged header is not reliable.
@@ -67,13 +104,13 @@ AudioData readAudioFile(const std::string& path) {
     return audio;
 }
 
-void writeWav(const se_output::TemporaryFile& output, int sample_rate, int channels,
+void writeWav(se_output::OutputFile& output, int sample_rate, int channels,
               const std::vector<int16_t>& samples) {
     SF_INFO info{};
     info.samplerate = sample_rate;
     info.channels = channels;
     info.format = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
-    SoundFile file(sf_open(output.name().c_str(), SFM_WRITE, &info));
+    SoundFile file(sf_open_fd(output.descriptor(), SFM_WRITE, &info, SF_FALSE));
     if (!file) throw se_output::Failure("cannot write '" + output.path() + "': " + sf_strerror(nullptr));
 
     const auto count = static_cast<sf_count_t>(samples.size());
@@ -85,7 +122,7 @@ void writeWav(const se_output::TemporaryFile& output, int sample_rate, int chann
 }
 
 void writeWav(const std::string& path, int sample_rate, int channels, const std::vector<int16_t>& samples) {
-    se_output::TemporaryFile file(path);
+    se_output::OutputFile file(path);
     writeWav(file, sample_rate, channels, samples);
     file.commit();
 }

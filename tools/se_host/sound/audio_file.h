@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/output/temporary_file.h"
+#include "tools/output/output_file.h"
 
 namespace se_host {
 
@@ -21,12 +21,14 @@ struct AudioData {
     double seconds() const { return static_cast<double>(frames()) / sample_rate; }
 };
 
-// The whole file. 16-bit samples are unchanged; other formats are scaled to full scale, rounded to
-// nearest and saturated. fails: Failure when it cannot be read, is not a sound file or holds no samples.
+// The whole file; "-" is standard input. 16-bit samples are unchanged; other formats are scaled to full scale, rounded to
+// nearest and saturated.
+// fails: Failure when it cannot be read, is not WAV or FLAC, is cut short,
+// holds no samples, or has a sample rate below 4 or above 768 kHz.
 AudioData readAudioFile(const std::string& path);
 
-// Writes the samples under the temporary's name; the caller commits. fails: Failure.
-void writeWav(const se_output::TemporaryFile& file, int sample_rate, int channels,
+// The samples as the content of the output; the caller commits. fails: Failure.
+void writeWav(se_output::OutputFile& file, int sample_rate, int channels,
               const std::vector<int16_t>& samples);
 
 // Writes a file that is complete or absent. fails: Failure.

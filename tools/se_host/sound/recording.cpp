@@ -77,6 +77,11 @@ Recording readRecording(const RecordingOptions& options) {
         recording.has_far_end = true;
     }
     input = resample(std::move(input), kEngineSampleRate);
+    if (input.samples.empty()) {
+        throw se_output::Failure("cannot read " + quoted(options.input) +
+                                 ": it is shorter than a sample at " + std::to_string(kEngineSampleRate) +
+                                 " Hz; give a longer recording");
+    }
     if (options.far_end_channel) {
         recording.far_end = farEndOfChannel(input, options.input, *options.far_end_channel);
         recording.has_far_end = true;

@@ -44,7 +44,7 @@ void applyBypasses(PropertyNode& root) {
 }  // namespace
 
 void writeSignalEssenceDiags(const PropertyNodePtr& root) {
-    const int count = SEDiagGetNumDiags();
+    const int count = numDiags();
     DiagNodes nodes(*root);
     for (int index = 0; index < count; ++index) {
         if (SEDiagGetLen(index) <= 1 && isDiagWritable(index)) applyDiag(nodes, index);

@@ -65,8 +65,10 @@ void publishDiag(DiagNodes& nodes, int index) {
     const int length = SEDiagGetLen(index);
     if (length <= 1) {
         publishScalar(*node, index);
-    } else {
+    } else if (isLengthPossible(length)) {
         publishArray(*node, index, length);
+    } else {
+        SE_WRAPPER_LOG(5) << "No value for " << diagName(index) << ": its length is " << length;
     }
 }
 
@@ -92,7 +94,9 @@ void publishBypasses(PropertyNode& root) {
 void readSignalEssenceDiags(const PropertyNodePtr& root) {
     bool transfer_large_arrays = false;
     root->getNode("transfer_large_arrays", true)->get<bool>(transfer_large_arrays, false);
-    const int count = SEDiagGetNumDiags();
+    const int answered = SEDiagGetNumDiags();
+    const int count = possibleCount(answered);
+    if (count < answered) SE_WRAPPER_LOG(5) << "No diagnostics: their number is " << answered;
     DiagNodes nodes(*root);
     for (int index = 0; index < count; ++index) {
         if (SEDiagGetLen(index) > kMaxSmallArray && !transfer_large_arrays) continue;

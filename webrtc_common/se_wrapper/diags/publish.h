@@ -22,7 +22,8 @@ namespace quill::media::se_wrapper {
 // differs from the value last exchanged, so that an unchanged engine changes nothing and a user's edit stands
 // until writeSignalEssenceDiags has seen it. Kept on purpose: an Enum, "2 - Narrow", and an array,
 // "[ 1, -2, 3 ]", are written on every pass, an edit that was not applied yet included; a UInt40 beyond 63 bits
-// is negative. A diagnostic of an unknown type gets a node without a value.
+// is negative. A diagnostic of an unknown type, or an array of more than 4,194,304 elements, gets a node without a
+// value; a catalogue of more than 262,144 diagnostics is left out.
 //
 // needs: a valid root; a loaded and initialised engine; no other pass in progress.
 // fails: nothing. The engine's answers are taken as they come; a mark or flag whose value was replaced

@@ -3,13 +3,13 @@
 #include <cstdint>
 
 #include "webrtc_common/se_wrapper/records.h"
-#include "webrtc_common/se_wrapper/table/engine_table.h"
+#include "webrtc_common/se_wrapper/table/engine_answers.h"
 
 namespace quill::media::se_wrapper {
 
 void setIntegerDiag(const std::string& name, int value) {
     const int index = SEDiagGetIndex(name.c_str());
-    if (index < 0 || index >= SEDiagGetNumDiags()) {
+    if (index < 0 || index >= numDiags()) {
         SE_WRAPPER_LOG(2) << "Can't find diag " << name;
         return;
     }

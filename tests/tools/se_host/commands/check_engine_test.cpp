@@ -95,6 +95,17 @@ TEST_F(CheckEngine, NeedsAFile) {
     expectRefused(run({"check-engine", path("nothing")}), kWrongUsage, "nothing");
 }
 
+TEST_F(CheckEngine, AnswersInJsonAlsoWhenItCannotBeOpened) {
+    writeText("text", "no library");
+    for (const std::string& file : {path("text"), path("nothing")}) {
+        const HostRun result = run({"check-engine", file, "--json"});
+        EXPECT_EQ(result.errorLines(), 1u) << result.err;
+        const nlohmann::json json = nlohmann::json::parse(result.out);
+        EXPECT_EQ(json["usable"], false);
+        EXPECT_EQ("se_host: " + json["objection"].get<std::string>() + "\n", result.err);
+    }
+}
+
 TEST_F(CheckEngine, NeedsALibrary) {
     writeText("text", "no library");
     noteFiles();

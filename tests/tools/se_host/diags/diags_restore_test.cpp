@@ -13,9 +13,10 @@ class DiagsRestore : public DiagsTest {
         return diags(more);
     }
 
-    // The command succeeds, prints these lines and the counts, and warns of this.
-    void expectRestored(const HostRun& result, const std::string& out, const std::string& warnings) const {
-        EXPECT_EQ(result.exit_code, 0);
+    // The command ends with this status, prints these lines and the counts, and warns of this.
+    void expectRestored(const HostRun& result, const std::string& out, const std::string& warnings,
+                        int exit_code = 0) const {
+        EXPECT_EQ(result.exit_code, exit_code);
         EXPECT_EQ(result.out, out);
         EXPECT_EQ(result.err, warnings);
     }
@@ -74,7 +75,9 @@ TEST_F(DiagsRestore, ReportsUnknownNames) {
     expectRestored(restore(), "0 changed, 27 kept for the record, 3 unknown, 0 refused\n",
                    warning(": the engine has no diagnostic 'volume'") +
                        warning(": the engine has no diagnostic 'bass boost'") +
-                       warning(": the engine has no diagnostic 'kill_switch'"));
+                       warning(": the engine has no diagnostic 'kill_switch'"),
+                   kSettingsDiffer);
+    EXPECT_EQ(restore({"--lenient"}).exit_code, 0);
 }
 
 TEST_F(DiagsRestore, WarnsOfAnotherEngineVersion) {
@@ -95,7 +98,7 @@ TEST_F(DiagsRestore, RefusesSingleValuesAndAppliesTheOthers) {
                            {"mmfx_switch_hold_blocks", 2000},
                            {"mmfx_rear_rejection_db", "loud"}});
     const HostRun result = restore();
-    EXPECT_EQ(result.exit_code, 0);
+    EXPECT_EQ(result.exit_code, kSettingsDiffer);
     EXPECT_EQ(result.out,
               "mmfx_switch_hold_blocks: 15 -> 1000\nseout_gain_q10: 1024 -> 900\n"
               "2 changed, 27 kept for the record, 0 unknown, 6 refused\n");
@@ -118,12 +121,14 @@ TEST_F(DiagsRestore, TakesAWholeNumberHoweverItIsWritten) {
 }
 
 TEST_F(DiagsRestore, AFileThatIsNotThereIsNamed) {
-    expectRefused(restore(), kFailure, "cannot read '" + path("a.json") + "'; give a tuning");
+    expectRefused(restore(), kFailure,
+                  "cannot read '" + path("a.json") + "': No such file or directory; give a tuning");
 }
 
 TEST_F(DiagsRestore, AFolderIsRefused) {
     noteFiles();
-    expectRefused(diags({"restore", path("")}), kFailure, "cannot read '" + path("") + "'; give a tuning");
+    expectRefused(diags({"restore", path("")}), kFailure,
+                  "cannot read '" + path("") + "': it is a folder; give a tuning");
 }
 
 struct Broken {
@@ -151,7 +156,7 @@ TEST_P(DiagsRestoreRefuses, AFileThatIsNoTuning) {
 INSTANTIATE_TEST_SUITE_P(
     Files, DiagsRestoreRefuses,
     ::testing::Values(
-        Broken{"Empty", "", "it is not JSON"}, Broken{"CutOff", "{", "it is not JSON"},
+        Broken{"Blank", " ", "it is not JSON"}, Broken{"CutOff", "{", "it is not JSON"},
         Broken{"NumberBeyondAll", ENGINE R"(, "diagnostics": {"a": {"value": 1e999}}})", "it is not JSON"},
         Broken{"AList", "[]", "'engine' is missing"}, Broken{"ANumber", "7", "'engine' is missing"},
         Broken{"EngineANumber", R"({"engine": 7})", "'build' is missing"},

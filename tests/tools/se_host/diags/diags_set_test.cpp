@@ -69,13 +69,13 @@ TEST_F(DiagsSet, ARefusalLeavesTheTuningThatWasToBeUpdated) {
     noteFiles();
     expectRefused(diags({"set", "seout_gain_q10=900", "volume=11", "--tuning", path("a.json"), "--save",
                          path("a.json")}),
-                  kWrongUsage, "'volume'");
+                  kSettingsDiffer, "'volume'");
     EXPECT_EQ(readText("a.json"), before);
 }
 
 TEST_F(DiagsSet, ReportsWhereTheEngineHoldsAnotherValue) {
     const HostRun result = diags({"set", "seout_gain_q10=-1", "mmfx_look_mode=7", "sent_blocks=300"});
-    EXPECT_EQ(result.exit_code, 0);
+    EXPECT_EQ(result.exit_code, kSettingsDiffer);
     EXPECT_EQ(result.out,
               "seout_gain_q10: 1024 -> 0\nmmfx_look_mode: 0 - All directions -> 0 - All directions\n"
               "sent_blocks: 200 -> 300\n");
@@ -84,8 +84,31 @@ TEST_F(DiagsSet, ReportsWhereTheEngineHoldsAnotherValue) {
               "se_host: 'seout_gain_q10' was set to '-1', but the engine holds '0'\n");
 }
 
+TEST_F(DiagsSet, StrictSavesNothingWhereTheEngineHoldsAnotherValue) {
+    const HostRun result = diags({"set", "seout_gain_q10=-1", "--save", path("a.json"), "--strict"});
+    EXPECT_EQ(result.exit_code, kSettingsDiffer);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(files(), std::vector<std::string>{});
+}
+
+TEST_F(DiagsSet, LenientSetsWhatCanBeSet) {
+    const HostRun result = diags({"set", "volume=11", "seout_gain_q10=-1", "sent_blocks=300", "--lenient"});
+    EXPECT_EQ(result.exit_code, 0);
+    EXPECT_EQ(result.out, "seout_gain_q10: 1024 -> 0\nsent_blocks: 200 -> 300\n");
+    EXPECT_EQ(result.err,
+              "se_host: the engine has no diagnostic 'volume'\n"
+              "se_host: 'seout_gain_q10' was set to '-1', but the engine holds '0'\n");
+}
+
+TEST_F(DiagsSet, OfWhatIsNoAssignmentIsWrongUsage) {
+    for (const char* words : {"sent_blocks", "=1"}) {
+        expectRefused(diags({"set", words, "--save", path("a.json")}), kWrongUsage,
+                      std::string("'") + words + "' is not an assignment; write NAME=VALUE");
+    }
+}
+
 TEST_F(DiagsSet, OfASwitchThatTheEngineDoesNotHaveIsRefused) {
-    expectRefused(diags({"set", "noise_reduction_bypass=1", "--engine", kOddEngine}), kWrongUsage,
+    expectRefused(diags({"set", "noise_reduction_bypass=1", "--engine", kOddEngine}), kSettingsDiffer,
                   "the engine has no switch 'noise_reduction_bypass'");
 }
 
@@ -108,7 +131,7 @@ class DiagsSetRefuses : public DiagsTest, public ::testing::WithParamInterface<R
 // All or none: the edit before it is not saved either.
 TEST_P(DiagsSetRefuses, WithAReasonAndWritesNothing) {
     expectRefused(diags({"set", "seout_gain_q10=900", GetParam().assignment, "--save", path("a.json")}),
-                  kWrongUsage, GetParam().why);
+                  kSettingsDiffer, GetParam().why);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -133,9 +156,7 @@ INSTANTIATE_TEST_SUITE_P(
         Refused{"mmfx_rear_rejection_db=1e39", "'1e39' is out of range for 'mmfx_rear_rejection_db'"},
         Refused{"mmfx_rear_rejection_db=1e999", "'1e999' is not a value for 'mmfx_rear_rejection_db'"},
         Refused{"aec_bypass=2", "\"aec_bypass\" takes 0 or 1, not \"2\""},
-        Refused{"aec_bypass=on", "\"aec_bypass\" takes 0 or 1, not \"on\""},
-        Refused{"sent_blocks", "'sent_blocks' is not an assignment; write NAME=VALUE"},
-        Refused{"=1", "'=1' is not an assignment; write NAME=VALUE"}));
+        Refused{"aec_bypass=on", "\"aec_bypass\" takes 0 or 1, not \"on\""}));
 
 }  // namespace
 }  // namespace se_host_test

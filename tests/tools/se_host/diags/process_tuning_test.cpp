@@ -29,9 +29,27 @@ TEST_F(ProcessTuning, ChangesTheOutput) {
 TEST_F(ProcessTuning, WarnsOfWhatDoesNotFitAndGoesOn) {
     writeTuning("a.json", {{"volume", 11}});
     const HostRun result = process({"--tuning", path("a.json")});
-    EXPECT_EQ(result.exit_code, 0);
+    EXPECT_EQ(result.exit_code, kSettingsDiffer);
     EXPECT_EQ(result.err, "se_host: '" + path("a.json") + "': the engine has no diagnostic 'volume'\n");
     EXPECT_EQ(readSound(path("out.wav")).frames(), 3200u);
+}
+
+TEST_F(ProcessTuning, LenientIsContentWithWhatFits) {
+    writeTuning("a.json", {{"volume", 11}});
+    const HostRun result = process({"--tuning", path("a.json"), "--lenient"});
+    EXPECT_EQ(result.exit_code, 0);
+    EXPECT_EQ(result.errorLines(), 1u) << result.err;
+}
+
+TEST_F(ProcessTuning, StrictEndsBeforeAnythingIsWritten) {
+    writeTuning("a.json", {{"volume", 11}});
+    noteFiles();
+    const HostRun result = process({"--tuning", path("a.json"), "--strict"});
+    EXPECT_EQ(result.exit_code, kSettingsDiffer);
+    EXPECT_EQ(linesOf(result.err).back(),
+              "se_host: nothing is written, because of --strict; correct the settings");
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(files(), (std::vector<std::string>{"a.json", "in.wav"}));
 }
 
 TEST_F(ProcessTuning, OfABrokenFileIsRefused) {
