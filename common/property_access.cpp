@@ -106,13 +106,13 @@ bool PropertyNode::setFromText(const std::string& text, std::string* error) {
     bool read_only = false;
     if (const PropertyValue* const entry = lock->findMeta("read_only")) entry->get(read_only);
     if (read_only) {
-        if (error != nullptr) *error = "\"" + full_name_ + "\" is read-only";
+        if (error != nullptr) *error = "\"" + getFullName() + "\" is read-only";
         return false;
     }
     PropertyValue edited = lock->value;
     if (!edited.setFromWholeText(text)) {
         if (error != nullptr) {
-            *error = "\"" + full_name_ + "\" takes " + acceptedTexts(edited) + ", not \"" + text + "\"";
+            *error = "\"" + getFullName() + "\" takes " + acceptedTexts(edited) + ", not \"" + text + "\"";
         }
         return false;
     }

@@ -7,20 +7,26 @@
 namespace quill {
 namespace {
 
-std::string pathOfChild(const std::string& parent, std::string_view name) {
-    std::string path;
-    path.reserve(parent.size() + 1 + name.size());
-    if (!parent.empty()) path.append(parent).append("/");
-    return path.append(name);
+// The first component of a path, which is removed from it; empty components are skipped. Empty: there is none.
+std::string_view takeComponent(std::string_view& path) {
+    path.remove_prefix(std::min(path.find_first_not_of('/'), path.size()));
+    const std::string_view name = path.substr(0, path.find('/'));
+    path.remove_prefix(name.size());
+    return name;
+}
+
+void appendComponent(std::string& path, std::string_view name) {
+    if (!path.empty()) path += '/';
+    path += name;
 }
 
 }  // namespace
 
-PropertyNode::PropertyNode(std::string full_name, std::string_view name)
-    : full_name_(std::move(full_name)), name_(name) {}
+PropertyNode::PropertyNode(std::shared_ptr<const std::string> path, size_t length, std::string_view name)
+    : path_(std::move(path)), full_name_length_(length), name_(name) {}
 
 PropertyNodePtr PropertyNode::createRoot() {
-    return PropertyNodePtr(new PropertyNode({}, {}));
+    return PropertyNodePtr(new PropertyNode(std::make_shared<const std::string>(), 0, {}));
 }
 
 // Branches are destroyed in a loop, because recursion over a path of many components would exhaust the stack:
@@ -49,7 +55,7 @@ const std::string& PropertyNode::name() const {
 }
 
 std::string PropertyNode::getFullName() const {
-    return full_name_;
+    return path_->substr(0, full_name_length_);
 }
 
 std::vector<PropertyNodePtr> PropertyNode::children() const {
@@ -71,18 +77,31 @@ bool PropertyNode::exists(const std::string& path) {
 // Plain pointers are sufficient during the search: nodes are never removed from a tree that is held.
 PropertyNode* PropertyNode::find(std::string_view path, bool create) {
     PropertyNode* node = this;
-    while (node != nullptr && !path.empty()) {
-        const std::string_view name = path.substr(0, path.find('/'));
-        path.remove_prefix(std::min(name.size() + 1, path.size()));
-        if (name.empty()) continue;
+    while (true) {
+        std::string_view rest = path;
+        const std::string_view name = takeComponent(rest);
+        if (name.empty()) return node;
         PropertyNode* const child = node->children_.find(name);
-        node = child == nullptr && create ? node->makeChild(name) : child;
+        if (child == nullptr) return create ? node->makeBranch(path) : nullptr;
+        node = child;
+        path = rest;
     }
-    return node;
 }
 
-PropertyNode* PropertyNode::makeChild(std::string_view name) {
-    return children_.add(PropertyNodePtr(new PropertyNode(pathOfChild(full_name_, name), name)));
+// What another thread has made meanwhile is taken.
+PropertyNode* PropertyNode::makeBranch(std::string_view path) {
+    const auto whole = std::make_shared<std::string>(getFullName());
+    whole->reserve(whole->size() + 1 + path.size());
+    for (std::string_view rest = path, name; !(name = takeComponent(rest)).empty();) {
+        appendComponent(*whole, name);
+    }
+    PropertyNode* node = this;
+    size_t length = full_name_length_;
+    for (std::string_view rest = path, name; !(name = takeComponent(rest)).empty();) {
+        length += (length == 0 ? 0 : 1) + name.size();
+        node = node->children_.add(PropertyNodePtr(new PropertyNode(whole, length, name)));
+    }
+    return node;
 }
 
 uint64_t PropertyNode::addListener(PropertyListener listener) {

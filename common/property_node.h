@@ -129,12 +129,15 @@ class QUILL_COMMON_EXPORT PropertyNode : public std::enable_shared_from_this<Pro
     friend class PropertyNodeData::SharedDataLock;
     using Lock = PropertyNodeData::SharedDataLock;
 
-    PropertyNode(std::string full_name, std::string_view name);
+    PropertyNode(std::shared_ptr<const std::string> path, size_t length, std::string_view name);
     PropertyNode* find(std::string_view path, bool create);
-    PropertyNode* makeChild(std::string_view name);
+    PropertyNode* makeBranch(std::string_view path);
     void countChange(Lock& lock, int32_t kind, const std::string& name, const PropertyValue& value);
 
-    const std::string full_name_;
+    // The full name is the beginning of a text that nodes which were made together share: one each would take memory
+    // that grows with the square of the length of a path.
+    const std::shared_ptr<const std::string> path_;
+    const size_t full_name_length_;
     const std::string name_;
     PropertyChildren children_;
     PropertyNodeData data_;

@@ -1,5 +1,8 @@
 // Trees of tens of thousands of nodes: these take seconds if anything is quadratic.
 #include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <fstream>
 
 #include "common/property_node.h"
 
@@ -7,6 +10,13 @@ namespace quill {
 namespace {
 
 constexpr int kNodes = 50000;
+
+size_t residentBytes() {
+    std::ifstream status("/proc/self/statm");
+    size_t whole = 0, resident = 0;
+    status >> whole >> resident;
+    return resident * static_cast<size_t>(::sysconf(_SC_PAGESIZE));
+}
 
 std::string pathOf(int i, int siblings) {
     return "diags/" + std::to_string(i / siblings) + "/" + std::to_string(i % siblings);
@@ -33,6 +43,17 @@ TEST(LargeTree, ListsFiftyThousandChildrenInOrder) {
     const std::vector<PropertyNodePtr> children = root->children();
     ASSERT_EQ(children.size(), size_t{kNodes});
     for (size_t i = 1; i < children.size(); ++i) ASSERT_LT(children[i - 1]->name(), children[i]->name());
+}
+
+// One full name each would be 1.1 GB.
+TEST(LargeTree, APathOfManyComponentsTakesMemoryOfItsLength) {
+    std::string path = "a";
+    for (int i = 1; i < 32768; ++i) path += "/a";
+    const PropertyNodePtr root = PropertyNode::createRoot();
+    const size_t enough = residentBytes() + (size_t{128} << 20);
+    const PropertyNodePtr node = root->getNode(path, true);
+    EXPECT_LT(residentBytes(), enough);
+    EXPECT_EQ(node->getFullName(), path);
 }
 
 TEST(LargeTree, ANodeMayHaveThousandsOfListenersAndEntries) {

@@ -22,7 +22,7 @@ COMMANDS = {
 }
 CHILD, SUPERVISOR = "1", "0"
 SUBJECTS = {"engine's process": (CHILD, "one"), "supervisor": (SUPERVISOR, "one"), "both": (CHILD, "all")}
-TEMPORARY = re.compile(r"out\.\w{6}")
+TEMPORARY = re.compile(r"\.unfinished-[0-9a-f]{16}")
 LAST = 30
 STEP = 7
 

@@ -107,12 +107,21 @@ void run(const SpectrumOptions& options) {
     }
 }
 
-std::string refuseOddSizes(const std::string& text) {
+// The time of a Fourier transform grows with the largest prime factor of its size.
+bool hasSmallFactors(int number) {
+    for (const int factor : {2, 3, 5, 7}) {
+        while (number % factor == 0) number /= factor;
+    }
+    return number == 1;
+}
+
+std::string refuseOtherSizes(const std::string& text) {
     int size = 0;
     const bool fits = CLI::detail::lexical_cast(text, size) && size >= kSmallestSize &&
-                      size <= kLargestSize && size % 2 == 0;
+                      size <= kLargestSize && size % 2 == 0 && hasSmallFactors(size);
     return fits ? std::string()
-                : stringPrintf("an even number from %d to %d is needed, not ", kSmallestSize, kLargestSize) +
+                : stringPrintf("an even number from %d to %d without prime factors above 7 is needed, not ",
+                               kSmallestSize, kLargestSize) +
                       text;
 }
 
@@ -128,7 +137,7 @@ void addSpectrum(CLI::App& app) {
         ->capture_default_str();
     command->add_option("--size", options->size, "Samples a piece: more of them resolve closer tones")
         ->type_name("N")
-        ->check(CLI::Validator(refuseOddSizes, ""))
+        ->check(CLI::Validator(refuseOtherSizes, ""))
         ->capture_default_str();
     command->add_option("--plot", options->picture, "Also draw it, a picture in .png or .svg")
         ->type_name("FILE");

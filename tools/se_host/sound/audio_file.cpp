@@ -1,6 +1,7 @@
 #include "tools/se_host/sound/audio_file.h"
 
 #include <sndfile.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <cmath>
@@ -10,6 +11,7 @@
 
 #include "tools/output/errors.h"
 #include "tools/output/input_file.h"
+#include "tools/se_host/sound/wav_length.h"
 
 namespace se_host {
 namespace {
@@ -33,9 +35,46 @@ bool isBeginningOfSound(std::string_view beginning) {
 // A stream longer than this has no header that states its length.
 constexpr se_output::InputKind kSound{kAdvice, size_t{4} << 30, isBeginningOfSound};
 
+constexpr int kLowestRate = 4000;  // Hz
+constexpr int kHighestRate = 768000;
+
+std::string nameOf(int format) {
+    SF_FORMAT_INFO info{};
+    info.format = format;
+    const bool is_known = sf_command(nullptr, SFC_GET_FORMAT_INFO, &info, sizeof(info)) == 0;
+    return is_known && info.name != nullptr ? info.name : "another format";
+}
+
+void refuseOtherFormats(const std::string& path, const SF_INFO& info) {
+    const int format = info.format & SF_FORMAT_TYPEMASK;
+    for (const int known : {SF_FORMAT_WAV, SF_FORMAT_WAVEX, SF_FORMAT_RF64, SF_FORMAT_FLAC}) {
+        if (format == known) return;
+    }
+    cannotRead(path, "it is " + nameOf(format) + "; convert it to WAV or FLAC");
+}
+
+void refuseOtherRates(const std::string& path, const SF_INFO& info) {
+    if (info.samplerate >= kLowestRate && info.samplerate <= kHighestRate) return;
+    cannotRead(path, "its sample rate is " + std::to_string(info.samplerate) + " Hz; give a sound of " +
+                         std::to_string(kLowestRate) + " to " + std::to_string(kHighestRate) + " Hz");
+}
+
+void refuseWhatIsCutShort(const std::string& path, int descriptor) {
+    struct stat status {};
+    const auto end = statedEndOfWav(descriptor);
+    if (!end || ::fstat(descriptor, &status) != 0) return;
+    const auto size = static_cast<uint64_t>(status.st_size);
+    if (*end <= size) return;
+    cannotRead(path,
+               "it is cut short, " + std::to_string(*end - size) + " bytes are missing; give the whole file");
+}
+
 SoundFile openToRead(int descriptor, const std::string& path, SF_INFO* info) {
     SoundFile file(sf_open_fd(descriptor, SFM_READ, info, SF_FALSE));
     if (!file) cannotRead(path, "not a sound file that can be decoded; give a WAV or FLAC file");
+    refuseOtherFormats(path, *info);
+    refuseOtherRates(path, *info);
+    refuseWhatIsCutShort(path, descriptor);
     return file;
 }
 

@@ -23,7 +23,8 @@ struct AudioData {
 
 // The whole file; "-" is standard input. 16-bit samples are unchanged; other formats are scaled to full scale, rounded to
 // nearest and saturated.
-// fails: Failure when it cannot be read, is not WAV or FLAC, is cut short or holds no samples.
+// fails: Failure when it cannot be read, is not WAV or FLAC, is cut short,
+// holds no samples, or has a sample rate below 4 or above 768 kHz.
 AudioData readAudioFile(const std::string& path);
 
 // The samples as the content of the output; the caller commits. fails: Failure.

@@ -19,7 +19,7 @@ struct Spectrum {
 };
 
 // Pieces of `size` samples, each half a piece after the one before; a remainder at the end is left out.
-// needs: size even, 16 to 32768; no fewer samples.
+// needs: size even, 16 to 32768; no fewer samples. A size with large prime factors takes long.
 Spectrum averageSpectrum(const std::vector<int16_t>& samples, int sample_rate, int size);
 
 // The `count` highest local maxima, highest first; bins.

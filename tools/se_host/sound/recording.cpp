@@ -78,8 +78,9 @@ Recording readRecording(const RecordingOptions& options) {
     }
     input = resample(std::move(input), kEngineSampleRate);
     if (input.samples.empty()) {
-        throw se_output::Failure("cannot read " + quoted(options.input) + ": it is shorter than a sample at " +
-                                 std::to_string(kEngineSampleRate) + " Hz; give a longer recording");
+        throw se_output::Failure("cannot read " + quoted(options.input) +
+                                 ": it is shorter than a sample at " + std::to_string(kEngineSampleRate) +
+                                 " Hz; give a longer recording");
     }
     if (options.far_end_channel) {
         recording.far_end = farEndOfChannel(input, options.input, *options.far_end_channel);

@@ -11,12 +11,6 @@
 namespace se_host {
 namespace {
 
-[[noreturn]] void cannotConvert(int from, int to, const std::string& why) {
-    throw se_output::Failure("cannot convert a recording of " + std::to_string(from) + " Hz to " +
-                             std::to_string(to) + " Hz: " + why + "; record at " + std::to_string(to) +
-                             " Hz");
-}
-
 std::vector<float> convert(const AudioData& audio, size_t frames, double ratio) {
     const std::vector<float> in(audio.samples.begin(), audio.samples.end());
     std::vector<float> out(frames * static_cast<size_t>(audio.channels));
@@ -42,7 +36,6 @@ int16_t toSample(float value) {
 AudioData resample(AudioData audio, int sample_rate) {
     if (audio.sample_rate == sample_rate) return audio;
     const double ratio = static_cast<double>(sample_rate) / audio.sample_rate;
-    if (src_is_valid_ratio(ratio) == 0) cannotConvert(audio.sample_rate, sample_rate, "too far apart");
 
     // The converter may stop one frame before the exact length; the rest is silence.
     const auto frames = static_cast<size_t>(std::llround(static_cast<double>(audio.frames()) * ratio));

@@ -8,8 +8,7 @@ namespace se_host {
 inline constexpr int kEngineSampleRate = 16000;  // Hz
 
 // The recording at `sample_rate`, its channels in step and its beginning in place, rounded and saturated.
-// A recording at this rate is unchanged. fails: Failure when the ratio of the
-// rates is out of the converter's range.
+// A recording at this rate is unchanged. fails: Failure when the ratio of the rates is out of the converter's range.
 AudioData resample(AudioData audio, int sample_rate);
 
 }  // namespace se_host

@@ -108,6 +108,13 @@ TEST_F(BadSpectrum, ASizeThatIsOddOrOutOfRange) {
     }
 }
 
+// Twice a prime number: each piece would take as long as a hundred of the next size.
+TEST_F(BadSpectrum, ASizeThatTakesLong) {
+    expectRefused(spectrum({"--size", "8198"}), kWrongUsage,
+                  "an even number from 16 to 32768 without prime factors above 7 is needed, not 8198");
+    expectDone(spectrum({"--size", "8820"}));
+}
+
 TEST_F(BadSpectrum, AFileThatIsNoSound) {
     writeText("in.wav", "Dear diary, today I recorded nothing.\n");
     noteFiles();

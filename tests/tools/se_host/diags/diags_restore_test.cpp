@@ -121,12 +121,14 @@ TEST_F(DiagsRestore, TakesAWholeNumberHoweverItIsWritten) {
 }
 
 TEST_F(DiagsRestore, AFileThatIsNotThereIsNamed) {
-    expectRefused(restore(), kFailure, "cannot read '" + path("a.json") + "': No such file or directory; give a tuning");
+    expectRefused(restore(), kFailure,
+                  "cannot read '" + path("a.json") + "': No such file or directory; give a tuning");
 }
 
 TEST_F(DiagsRestore, AFolderIsRefused) {
     noteFiles();
-    expectRefused(diags({"restore", path("")}), kFailure, "cannot read '" + path("") + "': it is a folder; give a tuning");
+    expectRefused(diags({"restore", path("")}), kFailure,
+                  "cannot read '" + path("") + "': it is a folder; give a tuning");
 }
 
 struct Broken {

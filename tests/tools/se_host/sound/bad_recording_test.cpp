@@ -1,4 +1,6 @@
 // Recordings that the host refuses, and outputs that it cannot write.
+#include <sndfile.h>
+
 #include <filesystem>
 
 #include "tests/tools/se_host/host_test.h"
@@ -55,10 +57,21 @@ TEST_F(BadRecording, OneChannel) {
     expectRefused(process(), kFailure, "in.wav' has 1 channel, ");
 }
 
-TEST_F(BadRecording, ASampleRateThatNothingConvertsFrom) {
-    writeSound(path("in.wav"), patternedSound(320, 8, 10));
+TEST_F(BadRecording, ASampleRateOfNoRecording) {
+    for (const int rate : {10, 3999, 768001, 2000000000}) {
+        writeSound(path("in.wav"), patternedSound(320, 8, rate));
+        noteFiles();
+        expectRefused(
+            process(), kFailure,
+            "in.wav': its sample rate is " + std::to_string(rate) + " Hz; give a sound of 4000 to 768000 Hz");
+    }
+}
+
+TEST_F(BadRecording, AFormatThatTheHelpDoesNotName) {
+    writeSound(path("in.wav"), patternedSound(320), SF_FORMAT_AIFF | SF_FORMAT_PCM_16);
     noteFiles();
-    expectRefused(process(), kFailure, "10 Hz to 16000 Hz");
+    expectRefused(process(), kFailure, "in.wav': it is AIFF (Apple/SGI); convert it to WAV or FLAC");
+    expectRefused(run({"spectrum", path("in.wav")}), kFailure, "it is AIFF");
 }
 
 TEST_F(BadRecording, AnOutputInAFolderThatDoesNotExist) {
