@@ -8,6 +8,7 @@ TOOL_PACKAGES=(libsndfile1-dev libsamplerate0-dev libcli11-dev nlohmann-json3-de
 TEST_PACKAGES=(libgtest-dev libbenchmark-dev python3 binutils qemu-user libspeexdsp-dev groff-base make git)
 FORMAT_PACKAGES=(clang-format)
 CLANG_PACKAGES=(clang clang-tidy)
+FUZZ_PACKAGES=(clang libclang-rt-14-dev)
 FRESH_PACKAGES=(debootstrap)
 PEER_PACKAGES=(libavcodec-dev libavutil-dev libswresample-dev libfftw3-dev libkissfft-dev libliquid-dev libvolk2-dev
     libsamplerate0-dev libspeexdsp-dev libboost-dev libcli11-dev nlohmann-json3-dev gnuplot-nox)

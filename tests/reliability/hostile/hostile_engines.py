@@ -29,7 +29,7 @@ from page import write_page
 
 MEMORY = 3 << 30
 PATIENCE = 20  # seconds, for a program that is not supervised
-OURS = ("se_host", "hostile_host", "libse_wrapper.so", "libcommon.so")
+OURS = ("se_host", "hostile_host", "libse_wrapper", "libcommon")
 CONTROL = re.compile(rb"[\x00-\x08\x0b-\x1f\x7f]|\xc2[\x80-\x9f]")
 
 Run = collections.namedtuple("Run", "kind command status out err output files log complaint")
@@ -107,7 +107,7 @@ def complaint(run, usual):
     """What is wrong with the run; None: nothing."""
     stage, deed = run.kind
     crash = re.search(r"^crash \d+ (.*)$", run.log, re.MULTILINE)
-    if crash and crash.group(1) in OURS:
+    if crash and crash.group(1).startswith(OURS):
         return "crash in " + crash.group(1)
     if run.command == "small host":
         return None

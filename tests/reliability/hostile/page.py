@@ -2,6 +2,8 @@
 import collections
 import re
 
+from kinds import ANSWERS
+
 HEADER = """# Hostile engines
 
 Made by `tests/reliability/hostile/hostile_engines.py BIN --all --write docs/reliability/hostile.md`.
@@ -44,14 +46,14 @@ def last_lines(runs):
     for run in runs:
         lines = run.err.decode(errors="replace").splitlines()
         if run.command != "small host" and run.status != 0 and lines:
-            text = re.sub(r"'[^']{60,}'", "'...'", re.sub(r"/\S*/", "", lines[-1]))
+            # An apostrophe as in "engine's" opens no quotation.
+            text = re.sub(r"(?<!\w)'[^']*'", "'...'", re.sub(r"\([^)]*\)", "(...)", lines[-1]))
             counted[text if len(text) < 240 else text[:237] + "..."] += 1
     return "".join(f"| {count} | {text.replace('|', chr(92) + '|')} |\n" for text, count in counted.most_common())
 
 
 def write_page(path, runs, names):
     deeds, answers = collections.defaultdict(list), collections.defaultdict(list)
-    from kinds import ANSWERS
     for run in runs:
         stage, deed = run.kind
         if deed in ANSWERS.get(stage, []):

@@ -158,6 +158,14 @@ sigset_t signalsToWaitFor() {
     return signals;
 }
 
+// Without a supervisor; _exit and crashes go unnoticed here.
+void reportExit() {
+    if (notedEnd() != -1) return;
+    se_output::removeTemporaryFiles();
+    say("the engine ended the process " + stageText() + advice());
+    ::_exit(kEngineEnded);
+}
+
 // The child ends with its parent, whatever ends that, and removes its temporaries.
 void endWithParent(pid_t parent) {
     ::prctl(PR_SET_PDEATHSIG, SIGTERM);
@@ -167,7 +175,10 @@ void endWithParent(pid_t parent) {
 }  // namespace
 
 void superviseEngine(const Supervision& supervision) {
-    if (supervision.in_process) return;
+    if (supervision.in_process) {
+        std::atexit(reportExit);
+        return;
+    }
     shareStage();
     ::signal(SIGCHLD, SIG_DFL);
     const sigset_t signals = signalsToWaitFor();

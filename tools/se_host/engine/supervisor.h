@@ -8,7 +8,7 @@
 namespace se_host {
 
 struct Supervision {
-    bool in_process = false;  // no child, for debuggers; nothing is supervised
+    bool in_process = false;  // no child, for debuggers; then only an exit() of the engine is reported
     int timeout = 0;          // seconds that a call of the engine may take; 0: any
     // Called before the line, with the reason, when the engine ended the process.
     std::function<void(const std::string& reason)> on_engine_end = {};

@@ -1,6 +1,7 @@
 // `se_host noise-test`: the results it writes and shows, and what it refuses.
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <sstream>
@@ -162,6 +163,12 @@ TEST_F(NoiseTestCommand, RefusesToWriteOverTheRecording) {
 TEST_F(NoiseTestCommand, RefusesAFolderThatIsNotThere) {
     noteFiles();
     expectRefused(run({"noise-test", path("nowhere/out.txt")}), kFailure, "nowhere/out.txt': No such file");
+}
+
+TEST_F(NoiseTestCommand, RefusesAnEngineWithoutResults) {
+    ::setenv("SE_HOSTILE", "noise-results null", 1);
+    expectRefused(testOf(patternedSound(kEnough), {"--engine", "test_engines/hostile"}), kFailure,
+                  "engine 'test_engines/hostile' gives no results of the noise test; choose another build");
 }
 
 TEST_F(NoiseTestCommand, KeepsOlderResultsWhenItFails) {

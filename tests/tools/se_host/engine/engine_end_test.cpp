@@ -110,6 +110,11 @@ TEST_F(EngineEnd, WithoutAChildEndsTheHost) {
     EXPECT_EQ(processWhile("block segv", {"--in-process"}).signal, SIGSEGV);
 }
 
+TEST_F(EngineEnd, WithoutAChildByExitIsNoSuccessEither) {
+    expectNamed(processWhile("block exit", {"--in-process"}),
+                "the engine ended the process while processing block 0; choose another engine build");
+}
+
 TEST_F(EngineEnd, CheckEngineAnswersInJson) {
     ::setenv("SE_HOSTILE", "load abort", 1);
     const std::string engine =
