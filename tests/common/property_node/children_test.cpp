@@ -40,8 +40,7 @@ TEST(PropertyChildren, AreMovedToTheVectorOnRelease) {
     PropertyChildren children;
     const PropertyNodePtr child = named("a");
     children.add(child);
-    std::vector<PropertyNodePtr> released;
-    children.release(released);
+    const std::vector<PropertyNodePtr> released = children.release();
     EXPECT_EQ(released, std::vector<PropertyNodePtr>{child});
     EXPECT_EQ(children.find("a"), nullptr);
     EXPECT_TRUE(children.list().empty());
