@@ -24,6 +24,10 @@ TEST(StringPrintf, TakesAnyLength) {
     }
 }
 
+TEST(StringPrintf, GivesNothingForATextThatTheCLibraryRefuses) {
+    EXPECT_EQ(stringPrintf("before %ls", L"\x1f600"), "");  // the C locale has no such character
+}
+
 TEST(StringPrintf, KeepsNulCharactersThatItPrints) {
     EXPECT_EQ(stringPrintf("a%cb", '\0'), std::string("a\0b", 3));
 }
