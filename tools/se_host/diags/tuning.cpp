@@ -100,11 +100,17 @@ void editSwitches(const Tuning& tuning, DiagTree& tree, Applied* applied) {
     }
 }
 
+// By name. Switches and diagnostics are compared apart, because a diagnostic may have the name of a switch.
 using Values = std::vector<std::pair<std::string, Json>>;
+
+Values switchesOf(const Tuning& tuning) {
+    Values values;
+    for (const auto& [name, value] : tuning.switches.items()) values.emplace_back(name, value);
+    return values;
+}
 
 Values valuesOf(const Tuning& tuning) {
     Values values;
-    for (const auto& [name, value] : tuning.switches.items()) values.emplace_back(name, value);
     for (const auto& [name, diagnostic] : tuning.diagnostics.items()) {
         values.emplace_back(name, diagnostic["value"]);
     }
@@ -115,6 +121,22 @@ std::unordered_map<std::string, const Json*> byName(const Values& values) {
     std::unordered_map<std::string, const Json*> places;
     for (const auto& [name, value] : values) places.emplace(name, &value);
     return places;
+}
+
+void compare(const std::string& path_a, const Values& values_a, const std::string& path_b,
+             const Values& values_b, std::vector<std::string>* lines) {
+    const auto in_a = byName(values_a), in_b = byName(values_b);
+    for (const auto& [name, value] : values_a) {
+        const auto other = in_b.find(name);
+        if (other == in_b.end()) {
+            lines->push_back(se_output::oneLine("only in " + path_a + ": " + name));
+        } else if (*other->second != value) {
+            lines->push_back(changeText(name, value, *other->second));
+        }
+    }
+    for (const auto& [name, value] : values_b) {
+        if (in_a.count(name) == 0) lines->push_back(se_output::oneLine("only in " + path_b + ": " + name));
+    }
 }
 
 }  // namespace
@@ -186,19 +208,8 @@ std::vector<std::string> differences(const std::string& path_a, const Tuning& a,
                                      const Tuning& b) {
     std::vector<std::string> lines;
     if (a.version != b.version) lines.push_back(changeText("engine version", a.version, b.version));
-    const Values values_a = valuesOf(a), values_b = valuesOf(b);
-    const auto in_a = byName(values_a), in_b = byName(values_b);
-    for (const auto& [name, value] : values_a) {
-        const auto other = in_b.find(name);
-        if (other == in_b.end()) {
-            lines.push_back(se_output::oneLine("only in " + path_a + ": " + name));
-        } else if (*other->second != value) {
-            lines.push_back(changeText(name, value, *other->second));
-        }
-    }
-    for (const auto& [name, value] : values_b) {
-        if (in_a.count(name) == 0) lines.push_back(se_output::oneLine("only in " + path_b + ": " + name));
-    }
+    compare(path_a, switchesOf(a), path_b, switchesOf(b), &lines);
+    compare(path_a, valuesOf(a), path_b, valuesOf(b), &lines);
     return lines;
 }
 
