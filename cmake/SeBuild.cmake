@@ -34,7 +34,7 @@ set(SE_ENGINE_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin/selibs)
 set(CMAKE_BUILD_WITH_INSTALL_RPATH ON)
 set(CMAKE_INSTALL_RPATH $ORIGIN/../lib)
 
-# Warnings and floating-point rules. Contraction is off so that a processor with FMA gives the same
+# The flags of every target: warnings and floating-point rules. Contraction is off so that a processor with FMA gives the same
 # bits as one without.
 add_library(se_build_flags INTERFACE)
 target_compile_options(se_build_flags INTERFACE
@@ -43,8 +43,20 @@ target_compile_options(se_build_flags INTERFACE
   $<$<BOOL:${SE_WRAPPER_WERROR}>:-Werror>)
 target_include_directories(se_build_flags INTERFACE ${PROJECT_SOURCE_DIR})
 
-# Calls between the libraries are bound when a file is loaded; the tables for them are read-only after that.
-target_link_options(se_build_flags INTERFACE -Wl,-z,relro -Wl,-z,now)
+# What limits the damage of a fault in memory: functions check the arrays on their stack before they return, indirect
+# jumps go to marked places alone (on processors that enforce it), and the C library checks sizes where the compiler
+# knows them, which needs an optimised build. Sanitizers find more; they do not see checked calls.
+target_compile_options(se_build_flags INTERFACE -fstack-protector-strong -fcf-protection=full)
+if(NOT SE_WRAPPER_SANITIZE)
+  target_compile_options(se_build_flags INTERFACE
+    "$<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
+endif()
+
+# Calls between the libraries are bound when a file is loaded; the tables for them are read-only after that. No stack
+# is executable. Programs can be loaded at any address. (CMake's own check for that would change the parent's settings.)
+target_link_options(se_build_flags INTERFACE
+  -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack
+  $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:-pie>)
 
 # The same for an installed library, which also names every library from which it takes symbols. With sanitizers this
 # is not possible: the program provides their symbols.

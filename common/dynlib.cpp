@@ -24,20 +24,30 @@ std::string loaderError(const std::string& path) {
     return text == nullptr ? path + " cannot be loaded" : text;
 }
 
-}  // namespace
-
-DynLibHandle loadDynamicLibrary(const std::string& path, std::string* why) {
+DynLibHandle load(const std::string& path, int lifetime, std::string* why) {
     std::string reason = objectionTo(path);
     if (reason.empty()) {
-        if (const DynLibHandle library = ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL)) return library;
+        if (const DynLibHandle library = ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL | lifetime))
+            return library;
         reason = loaderError(path);
     }
     if (why != nullptr) *why = std::move(reason);
     return nullptr;
 }
 
+}  // namespace
+
+DynLibHandle loadDynamicLibrary(const std::string& path, std::string* why) {
+    return load(path, 0, why);
+}
+
 DynLibHandle loadDynamicLibrary(const std::string& path) {
-    return loadDynamicLibrary(path, nullptr);
+    return load(path, 0, nullptr);
+}
+
+// The flag holds while the library's constructors run, which may close it already.
+DynLibHandle loadPermanentLibrary(const std::string& path, std::string* why) {
+    return load(path, RTLD_NODELETE, why);
 }
 
 void* getSymbolAddress(DynLibHandle handle, const std::string& name) {

@@ -1,6 +1,7 @@
 // Shared libraries: opening one by path and resolving its symbols.
 #pragma once
 
+#include <cstddef>
 #include <locale>
 #include <sstream>
 #include <string>
@@ -14,15 +15,25 @@ namespace quill {
 using DynLibHandle = void*;  // null: no library
 
 // [any] Opens the library at `path` with all of its references bound; its symbols stay out of the program's
-// global scope. A file that is no whole shared library is refused before the loader sees it.
+// global scope. A file that is no whole shared library for this processor is refused before the loader sees it.
 // out:   *why, unless null: on failure the reason, one line that names the library; else it stays as it is.
 // fails: null, without a record.
+// The libraries that it needs are left to the loader. One that is missing is named in the reason; so is one for
+// another processor, but as missing. One that was cut short may end the process with SIGBUS.
 QUILL_COMMON_EXPORT DynLibHandle loadDynamicLibrary(const std::string& path);
 QUILL_COMMON_EXPORT DynLibHandle loadDynamicLibrary(const std::string& path, std::string* why);
+
+// [any] As loadDynamicLibrary, and the library stays loaded until the process ends, even when it closes itself.
+QUILL_COMMON_EXPORT DynLibHandle loadPermanentLibrary(const std::string& path, std::string* why);
 
 // [any] The address of the symbol that the library itself exports under exactly this name. fails: null,
 // without a record, when it exports none; a name that only one of its dependencies exports counts as none.
 QUILL_COMMON_EXPORT void* getSymbolAddress(DynLibHandle handle, const std::string& name);
+
+// [any] Why an address that getSymbolAddress returned is not that of a function, or not that of a variable of
+// `size` bytes that can be written: "is data", for example. Empty when it is.
+QUILL_COMMON_EXPORT std::string whyNotFunction(const void* symbol);
+QUILL_COMMON_EXPORT std::string whyNotVariable(const void* symbol, size_t size);
 
 // [any] The elements of a range in order, written through a string stream in the C locale with `separator`
 // between them. std::bad_alloc passes.

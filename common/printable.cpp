@@ -56,19 +56,28 @@ bool isUnseen(char32_t code) {
            isIn(code, 0x2028, 0x202E) || isIn(code, 0x2066, 0x2069);
 }
 
+// The usual short form; null: there is none.
+const char* shortForm(char32_t code) {
+    switch (code) {
+        case '\n':
+            return "\\n";
+        case '\t':
+            return "\\t";
+        case '\r':
+            return "\\r";
+        default:
+            return nullptr;
+    }
+}
+
 void append(std::string_view bytes, const Character& character, std::string* out) {
-    if (!character.is_valid) {
-        *out += stringPrintf("\\x%02x", static_cast<unsigned>(character.code));
-    } else if (character.code == '\n') {
-        *out += "\\n";
-    } else if (character.code == '\t') {
-        *out += "\\t";
-    } else if (character.code == '\r') {
-        *out += "\\r";
-    } else if (character.code < 0x20 || character.code == 0x7F) {
-        *out += stringPrintf("\\x%02x", static_cast<unsigned>(character.code));
-    } else if (isUnseen(character.code)) {
-        *out += stringPrintf("\\u%04x", static_cast<unsigned>(character.code));
+    const char32_t code = character.code;
+    if (const char* const form = shortForm(code)) {
+        out->append(form);
+    } else if (!character.is_valid || code < 0x20 || code == 0x7F) {
+        *out += stringPrintf("\\x%02x", static_cast<unsigned>(code));
+    } else if (isUnseen(code)) {
+        *out += stringPrintf("\\u%04x", static_cast<unsigned>(code));
     } else {
         out->append(bytes);
     }

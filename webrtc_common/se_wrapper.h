@@ -23,4 +23,5 @@
 #include "webrtc_common/se_wrapper/engine/process_block.h"
 #include "webrtc_common/se_wrapper/engine/saved_routines.h"
 #include "webrtc_common/se_wrapper/engine/start_up.h"
+#include "webrtc_common/se_wrapper/table/engine_symbols.h"
 #include "webrtc_common/se_wrapper/table/engine_table.h"

@@ -29,12 +29,15 @@ inline void referenceNarrowScaled(const float* in, float scale, int16_t* out, in
         out[i] = static_cast<int16_t>(truncated(static_cast<double>(in[i] * scale)));
     }
 }
+// A Q10 value, to which half a unit has been added, of any size.
+inline int16_t saturatedFromQ10(float value) {
+    const double units = std::floor(std::trunc(static_cast<double>(value)) / 1024);
+    return static_cast<int16_t>(std::clamp(units, -32768.0, 32767.0));
+}
 inline void referenceNarrowQ10(const float* in, float gain, int16_t* out, int count) {
     for (int i = 0; i < count; ++i) {
         const float scaled = in[i] * gain;
-        const float rounded = scaled + 512.0f;
-        const int32_t value = truncated(static_cast<double>(rounded)) >> 10;
-        out[i] = static_cast<int16_t>(std::clamp(value, -32768, 32767));
+        out[i] = saturatedFromQ10(scaled + 512.0f);
     }
 }
 

@@ -106,12 +106,11 @@ void EchoCanceller::transformFarEnd() {
 }
 
 void EchoCanceller::learn() {
-    LaneFft::Spectra errors;
+    lane_fft_.forward(errors_, &error_spectra_);
     float error_power[kEchoBins];
-    lane_fft_.forward(errors_, &errors);
     EchoSpectrum mean;
-    powerOf(errors, error_power);
-    meanOf(errors, &mean);
+    powerOf(error_spectra_, error_power);
+    meanOf(error_spectra_, &mean);
 
     const EchoSpectrum* far_end[kPartitions];
     bool silent[kPartitions];
@@ -126,12 +125,10 @@ void EchoCanceller::learn() {
     for (int p = 0; p < kPartitions; ++p) {
         if (silent[p]) continue;  // the correction would be zero
         EchoSpectrum gain;
-        LaneFft::Spectra weighted;
-        LaneFft::Signals correction;
         kalman_.learn(p, *far_end[p], &gain);
-        weigh(errors, gain, &weighted);
-        lane_fft_.backward(weighted, &correction);
-        path_.add(p, correction);
+        weigh(error_spectra_, gain, &weighted_);
+        lane_fft_.backward(weighted_, &correction_);
+        path_.add(p, correction_);
     }
 }
 

@@ -52,6 +52,11 @@ class EchoCanceller {
     float heard_ = 0;               // energy of the microphones while the far end is active
     float left_ = 0;                // and of the output
     LaneFft::Signals errors_ = {};  // one block at the end of a frame of zeros
+
+    // Used within learn() alone. They are here because an audio thread's stack may be small.
+    LaneFft::Spectra error_spectra_ = {};
+    LaneFft::Spectra weighted_ = {};
+    LaneFft::Signals correction_ = {};
 };
 
 }  // namespace reference_engine

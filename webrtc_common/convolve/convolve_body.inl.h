@@ -216,8 +216,10 @@ struct ShiftedOutput {
 #define CONVOLVE_FUNCTIONS(i16_i16, i16_i32)                                                               \
     void i16_i16(const int16_t* coeffs, const int16_t* signal, int16_t* out, int num_out, int num_taps) {  \
         convolve(coeffs, signal, num_out, num_taps, NarrowedOutput{out});                                  \
+        Widest::clearUpperHalves();                                                                        \
     }                                                                                                      \
     void i16_i32(const int16_t* coeffs, const int16_t* signal, int32_t* out, int shift_right, int num_out, \
                  int num_taps, int shift_left) {                                                           \
         convolve(coeffs, signal, num_out, num_taps, ShiftedOutput(out, shift_right, shift_left));          \
+        Widest::clearUpperHalves();                                                                        \
     }

@@ -33,6 +33,9 @@ struct Lanes128 {
     static constexpr size_t kChains = 1;
     static constexpr bool kCanBePart = false;
 
+    // The last thing that a kernel does: SSE code after it would be slow on some processors if it left the upper
+    // halves of the registers in use. Compilers do it by themselves only when they optimise as for a release.
+    static CONVOLVE_INLINE void clearUpperHalves() {}
     static CONVOLVE_INLINE Vector zero() { return _mm_setzero_si128(); }
     static CONVOLVE_INLINE Vector all(int value) { return _mm_set1_epi32(value); }
     static CONVOLVE_INLINE Vector pair(const int16_t* coeffs) { return all(tapPair(coeffs)); }

@@ -15,6 +15,7 @@ struct Lanes256 {
     static constexpr size_t kChains = 1;
     static constexpr bool kCanBePart = false;
 
+    static CONVOLVE_INLINE void clearUpperHalves() { _mm256_zeroupper(); }
     static CONVOLVE_INLINE Vector zero() { return _mm256_setzero_si256(); }
     static CONVOLVE_INLINE Vector all(int value) { return _mm256_set1_epi32(value); }
     static CONVOLVE_INLINE Vector pair(const int16_t* coeffs) { return all(tapPair(coeffs)); }

@@ -20,6 +20,7 @@ struct Lanes512 {
     static constexpr bool kCanBePart = true;
     using Part = __mmask32;  // a bit each output
 
+    static CONVOLVE_INLINE void clearUpperHalves() { _mm256_zeroupper(); }
     static CONVOLVE_INLINE Vector zero() { return _mm512_setzero_si512(); }
     static CONVOLVE_INLINE Vector all(int value) { return _mm512_set1_epi32(value); }
     static CONVOLVE_INLINE Vector pair(const int16_t* coeffs) { return all(tapPair(coeffs)); }

@@ -18,6 +18,9 @@ struct Four : FourSamples {
     using Vector = __m128;
     using Narrower = One;
     static constexpr size_t kLanes = 4;
+    // The last thing that a transform does: SSE code after it would be slow on some processors if it left the upper
+    // halves of the registers in use. Compilers do it by themselves only when they optimise as for a release.
+    static FFT_INLINE void clearUpperHalves() {}
     static FFT_INLINE Vector load(const float* p) { return _mm_loadu_ps(p); }
     static FFT_INLINE void store(float* p, Vector v) { _mm_storeu_ps(p, v); }
     using FourSamples::load;
@@ -48,6 +51,7 @@ struct Eight : EightSamples {
     using Vector = __m256;
     using Narrower = Four;
     static constexpr size_t kLanes = 8;
+    static FFT_INLINE void clearUpperHalves() { _mm256_zeroupper(); }
     static FFT_INLINE Vector load(const float* p) { return _mm256_loadu_ps(p); }
     static FFT_INLINE void store(float* p, Vector v) { _mm256_storeu_ps(p, v); }
     using EightSamples::load;

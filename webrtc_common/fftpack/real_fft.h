@@ -24,9 +24,8 @@ using RealFft = void(int n, float* r, float* wsave, const int* ifac);
 using ForwardSamples = void(int n, const int16_t* samples, float scale, int16_t* spectrum, float* r,
                             float* wsave, const int* ifac);
 
-// samples[i] = (x[i] * gain + 512 in single precision, truncated to 32 bits) >> 10, saturated to 16 bits.
-// Kept on purpose: what exceeds 32 bits, of either sign, truncates to -2^31, the answer of the processor's
-// conversion, and so leaves as -32768. [any] rt-safe
+// samples[i] = (x[i] * gain + 512 in single precision, truncated) >> 10, saturated to 16 bits, for a value of any
+// size. needs: a gain that is a number. [any] rt-safe
 using BackwardSamples = void(int n, const int16_t* spectrum, float gain, int16_t* samples, float* r,
                              float* wsave, const int* ifac);
 

@@ -244,7 +244,7 @@ void forwardSamples(int n, const int16_t* in, float scale, int16_t* out, float* 
 void backwardSamples(int n, const int16_t* in, float gain, int16_t* out, float* r, float* wsave,
                      const int* ifac) {
     const PackedSpectrum spectrum = {in, n - 1};
-    const SamplesOut samples = {out, gain};
+    const SamplesOut samples = {out, gain / PackedSpectrum::kUnit};
     if (passesKnowSamples(n, ifac)) return backwardPasses(n, spectrum, r, samples, wsave, ifac);
     for (int i = 0; i < n; ++i) r[i] = One::load(spectrum + i);
     backward(n, r, wsave, ifac);
@@ -259,20 +259,24 @@ void backwardSamples(int n, const int16_t* in, float gain, int16_t* out, float* 
 
 void FFT_JOIN(forward, FFT_SET)(int n, float* r, float* wsave, const int* ifac) {
     FFT_SET::forward(n, r, wsave, ifac);
+    FFT_SET::Widest::clearUpperHalves();
 }
 
 void FFT_JOIN(backward, FFT_SET)(int n, float* r, float* wsave, const int* ifac) {
     FFT_SET::backward(n, r, wsave, ifac);
+    FFT_SET::Widest::clearUpperHalves();
 }
 
 void FFT_JOIN(forwardSamples, FFT_SET)(int n, const int16_t* in, float scale, int16_t* out, float* r,
                                        float* wsave, const int* ifac) {
     FFT_SET::forwardSamples(n, in, scale, out, r, wsave, ifac);
+    FFT_SET::Widest::clearUpperHalves();
 }
 
 void FFT_JOIN(backwardSamples, FFT_SET)(int n, const int16_t* in, float gain, int16_t* out, float* r,
                                         float* wsave, const int* ifac) {
     FFT_SET::backwardSamples(n, in, gain, out, r, wsave, ifac);
+    FFT_SET::Widest::clearUpperHalves();
 }
 
 }  // namespace quill::fftpack

@@ -261,6 +261,13 @@ TEST_F(DamagedLibrary, IsRefusedWhenItIsADevice) {
     expectRefused("is not a regular file");
 }
 
+// Only its headers are read.
+TEST_F(DamagedLibrary, IsRefusedWhenItIsAHugeHole) {
+    std::ofstream(path_) << "no library";
+    std::filesystem::resize_file(path_, uintmax_t{1} << 42);
+    expectRefused("is not a shared library");
+}
+
 TEST_F(DamagedLibrary, LeavesNoFileOpen) {
     const int first = ::dup(0);
     ::close(first);

@@ -7,6 +7,7 @@
 #include "tests/fuzz/host/scripted_engine.h"
 #include "tests/fuzz/support/entry.h"
 #include "tests/fuzz/support/require.h"
+#include "tests/fuzz/support/scratch_file.h"
 #include "tools/output/errors.h"
 #include "tools/se_host/diags/diag_tree.h"
 #include "tools/se_host/diags/tuning.h"
@@ -53,13 +54,18 @@ void passes() {
     requireEqual(0, g_engine.edits, "edits of an applying pass without an edit");
 }
 
-// What is written comes back, and differs from nothing.
+// What is written comes back. Bytes that are not UTF-8 are replaced in a file, so names may differ then.
 void requireRoundTrip(const se_host::Tuning& tuning) {
-    const Json json = toJson(tuning);
-    const Json parsed = Json::parse(json.dump(2, ' ', false, Json::error_handler_t::replace), nullptr, false);
-    require(!parsed.is_discarded(), "a tuning that is not JSON");
-    for (const std::string& line : differences("a", tuning, "b", tuning))
-        fail("a tuning differs from itself: " + line);
+    static ScratchFile file;
+    const std::string written = toJson(tuning).dump(2, ' ', false, Json::error_handler_t::replace);
+    const bool is_exact = written.find("\xef\xbf\xbd") == std::string::npos;
+    if (!is_exact) {
+        require(!Json::parse(written, nullptr, false).is_discarded(), "a tuning that is not JSON");
+        return;
+    }
+    const se_host::Tuning read = se_host::readTuning(file.holding(written));
+    for (const std::string& line : differences("a", tuning, "b", read))
+        fail("written and read again: " + line);
 }
 
 void edit(se_host::DiagTree& tree, Input& input) {

@@ -2,10 +2,10 @@
 // a kernel would be slow if they were in use.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <vector>
 
 #include "tests/webrtc_common/convolve/each_build.h"
+#include "tests/webrtc_common/upper_halves.h"
 
 namespace quill::test {
 namespace {
@@ -14,23 +14,7 @@ class ConvolveRegisters : public EachBuild {
   protected:
     void SetUp() override {
         EachBuild::SetUp();
-#ifndef NDEBUG
-        GTEST_SKIP() << "compilers leave upper halves in use unless they optimise as for a release";
-#endif
         if (!CPUInfo().has_avx) GTEST_SKIP() << "this processor has no avx, so it has no upper halves";
-    }
-    // Whether all sixteen upper halves are zero. This program does not change them.
-    static bool upperHalvesAreZero() {
-        unsigned char halves[16][16];
-        __asm__ volatile(
-            ".irp n, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15\n\t"
-            "vextractf128 $1, %%ymm\\n, 16 * \\n(%0)\n\t"
-            ".endr"
-            :
-            : "r"(&halves[0][0])
-            : "memory");
-        return std::all_of(&halves[0][0], &halves[0][0] + sizeof halves,
-                           [](unsigned char byte) { return byte == 0; });
     }
     // More than one group of the widest build, with a remainder for each narrower one.
     static constexpr int kOutputs = 160 + 32 + 16 + 8;

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <numeric>
 #include <type_traits>
+#include <utility>
 
 #include "common/logging.h"
 #include "tests/support/log_capture.h"
@@ -181,6 +182,33 @@ TEST(Filter, GoesOnWithFiftyFourCoefficientsWhenTheCheckIsFilteredOut) {
         const Samples block = noise.next();
         EXPECT_EQ(filtered(filter, block, gain), reference.block(block, gain)) << gain;
     }
+}
+
+// The 55 newest samples, the gain of the previous block and the room behind the history come along.
+TEST(Filter, ContinuesWhereItWasWhenItIsMoved) {
+    const Samples ramp = [] {
+        Samples block(kFilterBlock);
+        std::iota(block.begin(), block.end(), int16_t{1000});
+        return block;
+    }();
+    Filter unmoved(kHighPass600Hz), moved(kHighPass600Hz);
+    filtered(unmoved, ramp, 0.25F);
+    filtered(moved, ramp, 0.25F);
+    Filter constructed(std::move(moved));
+    EXPECT_EQ(filtered(constructed, ramp, 0.5F), filtered(unmoved, ramp, 0.5F));
+    Filter assigned(kHighPass600Hz);
+    assigned = std::move(constructed);
+    EXPECT_EQ(filtered(assigned, ramp, 1.0F), filtered(unmoved, ramp, 1.0F));
+}
+
+TEST(Filter, WritesZerosAfterItWasMovedFromUntilItIsAssignedTo) {
+    static_assert(std::is_nothrow_move_constructible_v<Filter> && std::is_nothrow_move_assignable_v<Filter>);
+    Filter first(kHighPass600Hz);
+    const Filter second(std::move(first));
+    EXPECT_EQ(filtered(first, constantBlock(1000), 0.0F), constantBlock(0));
+    first = Filter(kHighPass600Hz);
+    filtered(first, constantBlock(1000), 1.0F);
+    EXPECT_EQ(filtered(first, constantBlock(1000), 1.0F), constantBlock(-8));
 }
 
 }  // namespace

@@ -102,10 +102,22 @@ TEST(InvFFT, AtUnityReproducesAFullScaleInputToWithinTwoUnits) {
 }
 
 // Each bin loses up to one unit when it is truncated, so a block that fills all of them loses more.
-TEST(InvFFT, AtUnityReproducesAnyInputToWithinTheTruncatedUnits) {
-    DftObj_t* const object = newDftObject(256);
-    const Samples block = filled(256, kUniform);
-    EXPECT_LE(largestDifference(inverse(object, forward(object, block), 1024), block), 256 / 2);
+TEST(InvFFT, AtUnityReproducesNoiseToWithinHalfAUnitEachValue) {
+    for (const int n : {64, 160, 256, 512, 1024}) {
+        DftObj_t* const object = newDftObject(n);
+        const Samples block = filled(static_cast<size_t>(n), kUniform);
+        EXPECT_LE(largestDifference(inverse(object, forward(object, block), 1024), block), n / 2) << n;
+    }
+}
+
+// All values lose in the same direction.
+TEST(InvFFT, AtUnityReproducesASingleSampleToWithinAUnitEachValue) {
+    for (const int n : {64, 160, 256, 512, 1024}) {
+        DftObj_t* const object = newDftObject(n);
+        Samples block(static_cast<size_t>(n));
+        block[0] = 32767;
+        EXPECT_LE(largestDifference(inverse(object, forward(object, block), 1024), block), n + 1) << n;
+    }
 }
 
 TEST(InvFFT, AtTwiceUnitySaturatesInsteadOfWrapping) {
@@ -120,10 +132,10 @@ TEST(InvFFT, AtTwiceUnitySaturatesInsteadOfWrapping) {
 
 // A DC of full scale at the highest gain: 2^32 in each sample, in the eight that are converted together and
 // in the two after them.
-TEST(InvFFT, WhatExceeds32BitsBecomesTheLowestValueForEitherSign) {
+TEST(InvFFT, WhatExceeds32BitsSaturatesWithItsSign) {
     Samples dc(12);
     dc[0] = 32767;
-    EXPECT_EQ(inverse(newDftObject(10), dc, 65535), Samples(10, -32768));
+    EXPECT_EQ(inverse(newDftObject(10), dc, 65535), Samples(10, 32767));
     dc[0] = -32768;
     EXPECT_EQ(inverse(newDftObject(10), dc, 65535), Samples(10, -32768));
 }

@@ -88,9 +88,9 @@ TEST_P(SampleTransform, BackwardRoundsAndSaturates) {
         Samples spectrum(static_cast<size_t>(n) + 2);
         spectrum[0] = 1;
         for (const float value : values()) {
+            if (std::isnan(value)) continue;
             const float gain = value * 512.0f;
-            const int32_t shifted = test::truncated(static_cast<double>(2.0f * gain + 512.0f)) >> 10;
-            const auto expected = static_cast<int16_t>(std::clamp(shifted, -32768, 32767));
+            const int16_t expected = test::saturatedFromQ10(2.0f * gain + 512.0f);
             EXPECT_EQ(backward(spectrum, gain), Samples(static_cast<size_t>(n), expected))
                 << value << " of " << n;
         }

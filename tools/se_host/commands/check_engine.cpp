@@ -31,7 +31,7 @@ quill::DynLibHandle open(const std::string& path) {
     if (!fs::exists(path, error))
         throw se_output::UsageError("no file '" + path + "'; give the path of an engine build");
     std::string reason;
-    const auto load = [&] { return quill::loadDynamicLibrary(fs::absolute(path).string(), &reason); };
+    const auto load = [&] { return quill::loadPermanentLibrary(fs::absolute(path).string(), &reason); };
     const quill::DynLibHandle engine = callEngine(EngineStage::kLoading, load);
     if (engine != nullptr) return engine;
     throw se_output::Failure("'" + path + "' cannot be loaded (" + reason +

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <memory>
 #include <optional>
+#include <system_error>
 
 #include "common/string_printf.h"
 #include "tools/output/errors.h"
@@ -60,15 +61,22 @@ std::string soundText(const NoiseTestOptions& command) {
 }
 
 // The wrapper does not report a failed write.
-void save(const se_output::OutputFile& file) {
+bool isWritten(int descriptor) {
     constexpr auto kLines = (se::NoiseTestResults::kRows + 1) * se::NoiseTestResults::kMicrophones;
+    try {
+        const std::string written = se_output::contentOf(descriptor);
+        return std::count(written.begin(), written.end(), '\n') == kLines;
+    } catch (const std::system_error&) {
+        return false;
+    }
+}
+
+void save(const se_output::OutputFile& file) {
     callEngine(EngineStage::kNoiseResults,
                [&] { se::saveNoiseTestResults(se_output::pathOf(file.descriptor())); });
-    const std::string written = se_output::contentOf(file.descriptor());
-    if (std::count(written.begin(), written.end(), '\n') != kLines) {
-        throw se_output::Failure("cannot write '" + file.path() +
-                                 "': the results did not fit; is there space left?");
-    }
+    if (isWritten(file.descriptor())) return;
+    throw se_output::Failure("cannot write '" + file.path() +
+                             "': the results did not fit; is there space left?");
 }
 
 void run(const NoiseTestOptions& command) {

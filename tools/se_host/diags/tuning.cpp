@@ -100,7 +100,6 @@ void editSwitches(const Tuning& tuning, DiagTree& tree, Applied* applied) {
     }
 }
 
-// By name. Switches and diagnostics are compared apart, because a diagnostic may have the name of a switch.
 using Values = std::vector<std::pair<std::string, Json>>;
 
 Values switchesOf(const Tuning& tuning) {
@@ -109,7 +108,7 @@ Values switchesOf(const Tuning& tuning) {
     return values;
 }
 
-Values valuesOf(const Tuning& tuning) {
+Values diagnosticsOf(const Tuning& tuning) {
     Values values;
     for (const auto& [name, diagnostic] : tuning.diagnostics.items()) {
         values.emplace_back(name, diagnostic["value"]);
@@ -123,10 +122,10 @@ std::unordered_map<std::string, const Json*> byName(const Values& values) {
     return places;
 }
 
-void compare(const std::string& path_a, const Values& values_a, const std::string& path_b,
-             const Values& values_b, std::vector<std::string>* lines) {
-    const auto in_a = byName(values_a), in_b = byName(values_b);
-    for (const auto& [name, value] : values_a) {
+void compare(const std::string& path_a, const Values& a, const std::string& path_b, const Values& b,
+             std::vector<std::string>* lines) {
+    const auto in_a = byName(a), in_b = byName(b);
+    for (const auto& [name, value] : a) {
         const auto other = in_b.find(name);
         if (other == in_b.end()) {
             lines->push_back(se_output::oneLine("only in " + path_a + ": " + name));
@@ -134,7 +133,7 @@ void compare(const std::string& path_a, const Values& values_a, const std::strin
             lines->push_back(changeText(name, value, *other->second));
         }
     }
-    for (const auto& [name, value] : values_b) {
+    for (const auto& [name, value] : b) {
         if (in_a.count(name) == 0) lines->push_back(se_output::oneLine("only in " + path_b + ": " + name));
     }
 }
@@ -208,8 +207,9 @@ std::vector<std::string> differences(const std::string& path_a, const Tuning& a,
                                      const Tuning& b) {
     std::vector<std::string> lines;
     if (a.version != b.version) lines.push_back(changeText("engine version", a.version, b.version));
+    // Apart, as a diagnostic may have the name of a switch.
     compare(path_a, switchesOf(a), path_b, switchesOf(b), &lines);
-    compare(path_a, valuesOf(a), path_b, valuesOf(b), &lines);
+    compare(path_a, diagnosticsOf(a), path_b, diagnosticsOf(b), &lines);
     return lines;
 }
 

@@ -68,6 +68,7 @@ EngineCheck checkEngine(const std::string& path, quill::DynLibHandle engine) {
     for (const GroupRule& rule : kGroups) check.groups.push_back(countGroup(rule, check.rows));
     check.objection = firstObjection(check.rows);
     if (check.objection.empty()) check.objection = firstObjection(check.groups);
+    if (check.objection.empty()) check.objection = se::whyNotUsable(engine);
     return check;
 }
 

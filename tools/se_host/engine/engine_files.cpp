@@ -43,7 +43,7 @@ quill::DynLibHandle openEngineFile(const std::string& name) {
     if (!fs::exists(path, error))
         throw se_output::UsageError("no engine '" + name + "' (" + path + "); " + choices());
     std::string reason;
-    if (const quill::DynLibHandle engine = quill::loadDynamicLibrary(path, &reason)) return engine;
+    if (const quill::DynLibHandle engine = quill::loadPermanentLibrary(path, &reason)) return engine;
     throw se_output::Failure("engine '" + name + "' cannot be loaded (" + reason + "); " + choices());
 }
 

@@ -175,11 +175,11 @@ void endWithParent(pid_t parent) {
 }  // namespace
 
 void superviseEngine(const Supervision& supervision) {
+    shareStage();
     if (supervision.in_process) {
         std::atexit(reportExit);
         return;
     }
-    shareStage();
     ::signal(SIGCHLD, SIG_DFL);
     const sigset_t signals = signalsToWaitFor();
     sigset_t before;

@@ -11,6 +11,7 @@ namespace quill::media::se_wrapper {
 // Hands all seven arguments, unchanged, to the selected scaled correlation kernel; shapes, reads, writes and
 // arithmetic are those of ConvolveI16I32 in webrtc_common/convolve/convolve.h.
 // fails: nothing.
+// The host's rounding mode and the flushing of denormals change nothing: all arithmetic is on integers.
 // [any] rt-safe
 SE_WRAPPER_EXPORT void aecConvolution(int16_t* coeffs, int16_t* signal, int32_t* out, int shift_right,
                                       int num_out, int num_taps, int shift_left);

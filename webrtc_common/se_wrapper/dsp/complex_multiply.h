@@ -13,6 +13,7 @@ namespace quill::media::se_wrapper {
 //          `out` may be `a` or `b`.
 // reads:   a[0 .. 2 n - 1], b[0 .. 2 n - 1].  writes: out[0 .. 2 n - 1].
 // fails:   nothing.
+// The host's rounding mode and the flushing of denormals change nothing: all arithmetic is on integers.
 // Kept on purpose: in whole groups of four values the real part is ar br + (-ai) bi with -ai in 16 bits, so
 // that an ai of -32768 stays -32768; the up to three values behind them subtract the product. The engine's
 // fixed-point results depend on it.

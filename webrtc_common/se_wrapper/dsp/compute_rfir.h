@@ -18,6 +18,7 @@ namespace quill::media::se_wrapper {
 //         before the first or past the last coefficient that is not zero.
 // writes: out[0 .. num_out - 1].
 // fails:  nothing. Uses up to 2 P bytes of stack, 128 KiB at most.
+// The host's rounding mode and the flushing of denormals change nothing: all arithmetic is on integers.
 // Kept on purpose: with num_out a multiple of 8 and step 1 sums are taken modulo 2^32, otherwise in 64 bits,
 // because the first go through the correlation kernel. They agree whenever the true sum fits in 32 bits.
 // [any] rt-safe

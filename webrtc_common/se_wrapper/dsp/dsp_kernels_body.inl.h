@@ -9,8 +9,10 @@
     namespace quill::media::se_wrapper {                                                     \
     void multiplyComplex_##set(const int16_t* a, const int16_t* b, int16_t* out, size_t n) { \
         multiplyComplex(a, b, out, n);                                                       \
+        Widest::clearUpperHalves();                                                          \
     }                                                                                        \
     void deinterleave_##set(const int16_t* interleaved, size_t channels, int16_t* rows) {    \
         deinterleave(interleaved, channels, rows);                                           \
+        Widest::clearUpperHalves();                                                          \
     }                                                                                        \
     }

@@ -23,6 +23,10 @@ class SE_WRAPPER_EXPORT Filter {
     // [setup]
     explicit Filter(FilterParams const& params);
 
+    // Moving takes the history along and allocates nothing. A filter that was moved from writes zeros, until it is
+    // assigned to.
+    Filter(Filter&&) noexcept = default;
+    Filter& operator=(Filter&&) noexcept = default;
     // A copy of the history would lack the room behind it.
     Filter(const Filter&) = delete;
     Filter& operator=(const Filter&) = delete;
@@ -46,8 +50,8 @@ class SE_WRAPPER_EXPORT Filter {
     void crossfade(int16_t* out, float gain) const;
     const int16_t* dry() const;
 
-    FilterParams const& filter_;
-    std::vector<int16_t> history_;  // num_coeffs_ + BLOCK_SIZE samples, the newest last
+    FilterParams const* params_;
+    std::vector<int16_t> history_;  // num_coeffs_ + BLOCK_SIZE samples, the newest last; empty after moving
     float gain_;                    // of the previous block
 };
 

@@ -18,6 +18,7 @@ namespace quill::media::se_wrapper {
 // writes: the num_in * factor outputs and *signal. With num_in 0 that is nothing, with num_taps 0 the outputs
 //         are 0.
 // fails:  nothing. Uses up to 2 (P + num_in + 7) bytes of stack, 256 KiB at most.
+// The host's rounding mode and the flushing of denormals change nothing: all arithmetic is on integers.
 // [any] rt-safe
 SE_WRAPPER_EXPORT void interp1ToNCore(uint16_t num_in, uint16_t factor, int16_t** signal, int16_t* out,
                                       int16_t* coeffs, uint16_t num_taps);

@@ -10,6 +10,7 @@
 #include "webrtc_common/se_wrapper/engine/resolve.h"
 #include "webrtc_common/se_wrapper/records.h"
 #include "webrtc_common/se_wrapper/table/engine_answers.h"
+#include "webrtc_common/se_wrapper/table/engine_symbols.h"
 
 namespace quill::media::se_wrapper {
 namespace {
@@ -27,6 +28,16 @@ void openChosenBuild() {
     p_signal_essence_library.node()->set<std::string>(name);
 }
 
+// Null, with the reason, when it cannot be loaded or what it exports cannot be used.
+DynLibHandle openEngine(const std::string& path, std::string* reason) {
+    const DynLibHandle engine = loadPermanentLibrary(path, reason);
+    if (engine == nullptr) return nullptr;
+    const std::string objection = whyNotUsable(engine);
+    if (objection.empty()) return engine;
+    *reason = path + ": " + objection;
+    return nullptr;
+}
+
 }  // namespace
 
 void openSignalEssenceDynamicLibrary(const std::string& name) {
@@ -34,7 +45,7 @@ void openSignalEssenceDynamicLibrary(const std::string& name) {
 
     const std::string path = File::joinPath(File::joinPath(getExePath(), "selibs"), name);
     std::string reason;
-    const DynLibHandle se_lib = loadDynamicLibrary(path, &reason);
+    const DynLibHandle se_lib = openEngine(path, &reason);
     if (se_lib == nullptr) SE_WRAPPER_LOG(5) << reason;
     QUILL_CHECK_AT(record_sites::kLibraryNotOpened, se_lib) << "Could not open shared library at " << path;
 

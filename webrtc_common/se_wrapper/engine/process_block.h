@@ -20,6 +20,8 @@ namespace quill::media::se_wrapper {
 // fails:  fatal, "BLOCK_SIZE == samples" and "skipChannels > -1". With the "check" tag filtered out it goes
 //         on with BLOCK_SIZE frames, whatever `samples` says; with fewer than 8 channels it then reads past
 //         the frames' ends, and the output is of no use.
+// stack:  less than 4 KB, and the engine's: with either build of the reference engine less than 48 KB together,
+//         so a thread with a stack of 64 KB will do. A page without access should stand below it.
 // [audio] rt-safe, as far as the engine is
 SE_WRAPPER_EXPORT void processBlock(uint32_t numChannels, const int16_t* interleaved, uint32_t samples,
                                     int16_t* output, bool enabled);

@@ -112,5 +112,22 @@ TEST_F(CheckEngine, NeedsALibrary) {
     expectRefused(run({"check-engine", path("text")}), kFailure, "cannot be loaded");
 }
 
+TEST_F(CheckEngine, RefusesASymbolOfTheWrongKind) {
+    for (const auto& [oddity, reason] :
+         {std::pair("hook_is_a_function", "ComputeRFir is a function, not a variable"),
+          std::pair("hook_is_a_constant", "ComputeRFir is a constant, not a variable"),
+          std::pair("init_is_a_variable", "MMIfInit is data, not a function")}) {
+        const HostRun result = check(std::string("test_engines/odd_") + oddity);
+        EXPECT_EQ(result.exit_code, kFailure);
+        EXPECT_NE(result.err.find(std::string("' cannot be used: symbol ") + reason), std::string::npos)
+            << result.err;
+    }
+}
+
+// A constructor that gives back the reference of the command itself.
+TEST_F(CheckEngine, OutlivesAnEngineThatClosesItself) {
+    expectDone(check("test_engines/odd_closes_itself_at_once"));
+}
+
 }  // namespace
 }  // namespace se_host_test

@@ -16,6 +16,14 @@ TEST_F(DiagsDiff, OfATuningWithItself) {
     EXPECT_EQ(printed({"diff", path("a.json"), path("a.json")}), "no difference\n");
 }
 
+TEST_F(DiagsDiff, KnowsADiagnosticFromTheSwitchOfItsName) {
+    writeTuning("a.json", {{"aec_bypass", 1}});
+    Json tuning = readJson("a.json");
+    tuning["switches"]["aec_bypass"] = false;
+    writeJson("a.json", tuning);
+    EXPECT_EQ(printed({"diff", path("a.json"), path("a.json")}), "no difference\n");
+}
+
 TEST_F(DiagsDiff, ShowsValuesSwitchesAndTheVersion) {
     dump("a.json");
     writeTuning("b.json", {{"seout_gain_q10", 900}, {"semic_peak", {1, 2}}, {"seout_level_dbfs", nullptr}});
