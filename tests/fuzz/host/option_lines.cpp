@@ -32,15 +32,7 @@ CLI::App& parser() {
     static CLI::App app("host", "se_host");
     static const bool is_made = [] {
         app.set_version_flag("--version", "se_host 1");
-        app.require_subcommand(1);
-        se_host::addProcess(app);
-        se_host::addScene(app);
-        se_host::addNoiseTest(app);
-        se_host::addSpectrum(app);
-        se_host::addHighpass(app);
-        se_host::addInfo(app);
-        se_host::addDiags(app);
-        se_host::addCheckEngine(app);
+        se_host::addCommands(app);
         disarm(app);
         return true;
     }();

@@ -1,9 +1,12 @@
-// The commands of se_host. Each function registers one and is in the file with the command's name.
+// The commands of se_host. Each function but the first registers one and is in the file with the command's name.
 #pragma once
 
 #include <CLI/CLI.hpp>
 
 namespace se_host {
+
+// All of them; one has to be given.
+void addCommands(CLI::App& app);
 
 void addProcess(CLI::App& app);
 void addScene(CLI::App& app);

@@ -94,15 +94,7 @@ ExitStatus runHost(int argc, char** argv) {
     app.formatter(std::make_shared<se_host::HelpFormat>());
     app.set_version_flag("--version", "se_host " SE_HOST_VERSION);
     app.footer(footer());
-    app.require_subcommand(1);
-    se_host::addProcess(app);
-    se_host::addScene(app);
-    se_host::addNoiseTest(app);
-    se_host::addSpectrum(app);
-    se_host::addHighpass(app);
-    se_host::addInfo(app);
-    se_host::addDiags(app);
-    se_host::addCheckEngine(app);
+    se_host::addCommands(app);
     const ExitStatus status = parseAndRun(app, argc, argv);
     se_host::noteEnd(status);
     return status;
