@@ -35,7 +35,7 @@ constexpr bool isRequired(EngineRowKind kind) {
         case EngineRowKind::noise_test:
         case EngineRowKind::dft_hook:
         case EngineRowKind::defaulted:
-            return false;
+            break;
     }
     return false;
 }
