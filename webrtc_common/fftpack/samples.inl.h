@@ -84,7 +84,7 @@ struct OneSample {
         *to.data = static_cast<int16_t>(_mm_cvttss_si32(_mm_set_ss(v * to.scale)));
     }
     static FFT_INLINE void store(SamplesOut to, float v) {
-        const __m128i truncated = _mm_cvttps_epi32(to.limited(_mm_set_ss(to.scaled(v))));
+        const __m128i truncated = _mm_cvttps_epi32(SamplesOut::limited(_mm_set_ss(to.scaled(v))));
         *to.data = static_cast<int16_t>(_mm_cvtsi128_si32(saturated(truncated, truncated)));
     }
 };
@@ -96,7 +96,7 @@ struct FourSamples {
     }
     static FFT_INLINE __m128 load(const int16_t* p) { return _mm_cvtepi32_ps(widened(p)); }
     static FFT_INLINE void store(SamplesOut to, __m128 v) {
-        const __m128i truncated = _mm_cvttps_epi32(to.limited(to.scaled(v)));
+        const __m128i truncated = _mm_cvttps_epi32(SamplesOut::limited(to.scaled(v)));
         _mm_storel_epi64(reinterpret_cast<__m128i*>(to.data), saturated(truncated, truncated));
     }
 
@@ -125,7 +125,7 @@ struct EightSamples {
         return _mm256_cvtepi32_ps(_mm256_cvtepi16_epi32(FourSamples::loadPairs(p)));
     }
     static FFT_INLINE void store(SamplesOut to, __m256 v) {
-        const __m256i shifted = _mm256_srai_epi32(_mm256_cvttps_epi32(to.limited(to.scaled(v))), 10);
+        const __m256i shifted = _mm256_srai_epi32(_mm256_cvttps_epi32(SamplesOut::limited(to.scaled(v))), 10);
         FourSamples::storePairs(
             to.data, _mm_packs_epi32(_mm256_castsi256_si128(shifted), _mm256_extracti128_si256(shifted, 1)));
     }
@@ -162,7 +162,7 @@ struct EightSamples {
         return _mm256_cvtepi32_ps(joined(FourSamples::widened(p), FourSamples::widened(p + 4)));
     }
     static FFT_INLINE void store(SamplesOut to, __m256 v) {
-        const __m256i truncated = _mm256_cvttps_epi32(to.limited(to.scaled(v)));
+        const __m256i truncated = _mm256_cvttps_epi32(SamplesOut::limited(to.scaled(v)));
         FourSamples::storePairs(
             to.data, saturated(_mm256_castsi256_si128(truncated), _mm256_extractf128_si256(truncated, 1)));
     }
