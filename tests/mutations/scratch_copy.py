@@ -38,11 +38,11 @@ class ScratchCopy:
         self.tests = {}  # name -> the build's files that the test runs
 
     def prepare(self):
-        """Copies, configures, builds. Raises CommandFailed."""
+        """Copies, configures, builds with all cores, as copies are prepared one after the other. Raises CommandFailed."""
         self._copy()
         must_run(["cmake", "-S", self.source, "-B", self.build_folder, *self.options, *self._compiler_cache()],
                  env=self._environment())
-        self.build(self.targets)
+        self.build(self.targets, os.cpu_count() or 1)
         listed = json.loads(must_run(["ctest", "--test-dir", self.build_folder, "--show-only=json-v1"]))
         inside = str(self.build_folder) + os.sep
         for test in listed["tests"]:
@@ -54,12 +54,12 @@ class ScratchCopy:
     def names(self, regex):
         return [name for name in self.tests if re.search(regex, name)]
 
-    def build(self, targets):
-        must_run(["ninja", "-C", self.build_folder, f"-j{self.cores}", *targets], env=self._environment())
+    def build(self, targets, cores):
+        must_run(["ninja", "-C", self.build_folder, f"-j{cores}", *targets], env=self._environment())
 
     def failed(self, regex, seconds=TEST_SECONDS):
         """Builds what the tests run, runs them until one fails and returns its name, or None. Raises CommandFailed."""
-        self.build(sorted({file for name in self.names(regex) for file in self.tests[name]}))
+        self.build(sorted({file for name in self.names(regex) for file in self.tests[name]}), self.cores)
         # A test's own time limit is minutes, so all of them are cut here.
         tests = subprocess.Popen(["ctest", "--test-dir", self.build_folder, "-R", regex, "--stop-on-failure",
                                   "--no-tests=error", f"-j{self.cores}"], stdout=subprocess.PIPE,
