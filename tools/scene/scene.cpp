@@ -5,6 +5,7 @@
 
 #include "tools/scene/measure.h"
 #include "tools/scene/noise.h"
+#include "tools/scene/playback.h"
 #include "tools/scene/room.h"
 #include "tools/scene/scene_checks.h"
 #include "tools/scene/voice.h"
@@ -119,8 +120,9 @@ void changePath(double change_s, const MicrophoneRows& after, MicrophoneRows& ec
 
 MicrophoneRows makeEcho(const SceneOptions& options, const Row& far_end) {
     if (options.echo_level_dbfs == kSilent) return silence(far_end.size());
+    const Row sound = played(far_end, options);
     const auto arriving = [&](double azimuth_deg) {
-        return convolve(far_end, responsesFrom(azimuth_deg, options.echo_distance_m, options));
+        return convolve(sound, responsesFrom(azimuth_deg, options.echo_distance_m, options));
     };
     MicrophoneRows echo = arriving(options.echo_azimuth_deg);
     const double factor = factorFor(options.echo_level_dbfs, activeLevelDbfs(echo[0]));

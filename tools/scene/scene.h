@@ -59,6 +59,11 @@ struct SceneOptions {
     double echo_distance_m = 0.3;
     std::optional<double> echo_path_change_s;  // then the loudspeaker moves; its level stays
     double echo_azimuth_after_deg = 320;
+    double echo_delay_ms = 0;           // of the playback, beside the way through the air
+    double echo_drift_ppm = 0;          // by which the loudspeaker's clock is slower: the delay grows
+    std::optional<double> echo_jump_s;  // then the delay changes at once ...
+    double echo_jump_ms = 0;            // ... by this much
+    double loudspeaker_limit_dbfs = 0;  // peak beyond which it clips
 };
 
 // Rows of samples at full scale 1.0, one a microphone, all of `frames` samples.

@@ -64,6 +64,11 @@ void checkOptions(const SceneOptions& options) {
         {"echo_azimuth_deg", options.echo_azimuth_deg, -360, 360},
         {"echo_azimuth_after_deg", options.echo_azimuth_after_deg, -360, 360},
         {"echo_distance_m", options.echo_distance_m, 0.25, 10},
+        {"echo_delay_ms", options.echo_delay_ms, 0, 1000},
+        {"echo_drift_ppm", options.echo_drift_ppm, -1000, 1000},
+        {"echo_jump_s", options.echo_jump_s.value_or(0), 0, options.seconds},
+        {"echo_jump_ms", options.echo_jump_ms, -1000, 1000},
+        {"loudspeaker_limit_dbfs", options.loudspeaker_limit_dbfs, -60, 0},
         {"echo_path_change_s", options.echo_path_change_s.value_or(0), 0, options.seconds},
     };
     for (const Range& range : ranges) check(range);

@@ -19,6 +19,7 @@ constexpr const char* kLoudspeaker = "Loudspeaker";
 
 constexpr const char* kEcho = "--echo";
 constexpr const char* kEchoPathChange = "--echo-path-change";
+constexpr const char* kEchoJump = "--echo-jump";
 constexpr const char* kReverberation = "--reverberation";
 
 // One row an option: its flag, the scene's own name for it, where its number goes.
@@ -63,6 +64,14 @@ constexpr Row kRows[] = {
      "Distance of the loudspeaker"},
     {"--echo-azimuth-after", "echo_azimuth_after_deg", &SceneOptions::echo_azimuth_after_deg, "DEGREES",
      kLoudspeaker, kEcho, "Its direction after --echo-path-change"},
+    {"--echo-delay", "echo_delay_ms", &SceneOptions::echo_delay_ms, "MS", kLoudspeaker, kEcho,
+     "Delay of the playback, beside the way through the air"},
+    {"--echo-drift", "echo_drift_ppm", &SceneOptions::echo_drift_ppm, "PPM", kLoudspeaker, kEcho,
+     "Parts per million by which the loudspeaker's clock is slower: the delay grows"},
+    {"--echo-jump-by", "echo_jump_ms", &SceneOptions::echo_jump_ms, "MS", kLoudspeaker, kEcho,
+     "Change of the delay at --echo-jump"},
+    {"--loudspeaker-limit", "loudspeaker_limit_dbfs", &SceneOptions::loudspeaker_limit_dbfs, "LEVEL",
+     kLoudspeaker, kEcho, "Peak beyond which the loudspeaker clips, in dBFS"},
 };
 
 std::string numberText(double number) {
@@ -112,6 +121,7 @@ void addRoom(CLI::App& command, SceneOptions& options) {
 // Flags by the scene's names.
 std::map<std::string, std::string> flagsByName() {
     std::map<std::string, std::string> flags{{"echo_path_change_s", kEchoPathChange},
+                                             {"echo_jump_s", kEchoJump},
                                              {"room.length_m", "--room's length"},
                                              {"room.width_m", "--room's width"},
                                              {"room.height_m", "--room's height"}};
@@ -138,6 +148,10 @@ void addSceneOptions(CLI::App& command, SceneOptions& options) {
     addColour(command, options);
     addRoom(command, options);
     command.add_option(kEchoPathChange, options.echo_path_change_s, "The loudspeaker moves at this time")
+        ->type_name("S")
+        ->needs(kEcho)
+        ->group(kLoudspeaker);
+    command.add_option(kEchoJump, options.echo_jump_s, "The delay changes at once at this time")
         ->type_name("S")
         ->needs(kEcho)
         ->group(kLoudspeaker);
