@@ -45,6 +45,8 @@ struct Readings {
 
     float echo_enhancement_db = 0;
     uint16_t echo_tail_ms = 0;
+    float echo_delay_ms = 0;
+    float echo_drift_ppm = 0;
     float echo_path_energy[kPartitions] = {};
 
     uint64_t microphone_energy[kMicrophones] = {};

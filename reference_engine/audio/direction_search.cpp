@@ -1,5 +1,4 @@
-// Single precision, without the DFT hooks: a 16-bit transform would blur the phases of weak bins, and the
-// look direction must not depend on the DFT in the hooks. The noise floor is the minimum of the smoothed
+// The noise floor is the minimum of the smoothed
 // power over the last 1.5 to 3 seconds (Martin: Noise power spectral density estimation based on optimal
 // smoothing and minimum statistics, IEEE Transactions on Speech and Audio Processing 9(5), 2001), without
 // that paper's bias correction: the threshold above it includes the bias.
@@ -22,11 +21,8 @@ constexpr int kFloorBlocks = 150;        // after which the older half of the mi
 // A bin counts when its power exceeds these multiples of the noise floor (a minimum, well below the mean), of
 // the expected echo, and of its own recent power: the onsets of a sound arrive before its reflections.
 constexpr float kAboveFloor = 12.0f;
-constexpr float kAboveEcho = 4.0f;
+constexpr float kAboveEcho = 40.0f;
 constexpr float kAboveTail = 1.0f;
-
-// Of the expected echo, a block: the frame spans three.
-constexpr float kEchoMemory = 0.6f;
 
 constexpr float kLeastActivity = 0.05f;              // share of such bins from which a block counts
 constexpr float kAdaptation = 0.12f;                 // of the response, when every bin counts
@@ -34,31 +30,20 @@ constexpr float kHuge = 1e30f;                       // more than any power
 constexpr float kTiny = 1e-3f;                       // against division by zero; samples are integers
 constexpr float kNoDirection = 1.0f / kMicrophones;  // response of noise independent in each microphone
 
-uint64_t meanEnergyOf(const MicrophoneBlock& block) {
-    uint64_t energy = 0;
-    for (const auto& microphone : block) energy += energyOf(microphone);
-    return energy / kMicrophones;
-}
-
 }  // namespace
 
 void DirectionSearch::init() {
-    fft_.init(kFrame);
-    for (int i = 0; i < kFrame; ++i) {
-        window_[i] = static_cast<float>(0.5 - 0.5 * std::cos(2 * M_PI * (i + 0.5) / kFrame));
-    }
     for (int d = 0; d < kLocations; ++d) {
         for (int m = 0; m < kMicrophones; ++m) {
             const double lead = leadOf(m, azimuthOf(d));
             for (int k = 0; k < kBins; ++k) {
-                const double angle = -2 * M_PI * (kFirstBin + k) * kSampleRate / kFrame * lead;
+                const double angle =
+                    -2 * M_PI * (kFirstBin + k) * kSampleRate / MicrophoneSpectra::kFrame * lead;
                 steer_re_[d][m][k] = static_cast<float>(std::cos(angle));
                 steer_im_[d][m][k] = static_cast<float>(std::sin(angle));
             }
         }
     }
-    for (auto& frame : frames_) std::fill(std::begin(frame), std::end(frame), 0.0f);
-    std::fill(std::begin(echo_), std::end(echo_), 0.0f);
     std::fill(std::begin(smoothed_), std::end(smoothed_), 0.0f);
     std::fill(std::begin(least_), std::end(least_), kHuge);
     std::fill(std::begin(least_before_), std::end(least_before_), kHuge);
@@ -71,52 +56,39 @@ void DirectionSearch::restart() {
     active_ = false;
 }
 
-void DirectionSearch::update(const MicrophoneBlock& block, const float (&echo)[kEchoBins], uint64_t gate) {
-    analyse(block);
-    follow(echo);
-    const float activity = weighBins();
-    active_ = activity > kLeastActivity && meanEnergyOf(block) >= gate;
+void DirectionSearch::update(const MicrophoneSpectra& spectra, const float (&echo)[MicrophoneSpectra::kBins],
+                             uint64_t energy, uint64_t gate) {
+    readPhases(spectra);
+    const float activity = weighBins(echo + kFirstBin);
+    active_ = activity > kLeastActivity && energy >= gate;
     if (!active_) return;
     const float step = kAdaptation * activity;
     for (int d = 0; d < kLocations; ++d) response_[d] += step * (powerFrom(d) - response_[d]);
 }
 
-void DirectionSearch::analyse(const MicrophoneBlock& block) {
-    std::fill(std::begin(power_), std::end(power_), 0.0f);
-    for (int m = 0; m < kMicrophones; ++m) {
-        float* frame = frames_[m];
-        std::copy(frame + kBlock, frame + kFrame, frame);
-        std::copy(block[m], block[m] + kBlock, frame + kFrame - kBlock);
-
-        float windowed[kFrame];
-        Complex bins[kFrame / 2 + 1];
-        for (int i = 0; i < kFrame; ++i) windowed[i] = frame[i] * window_[i];
-        fft_.forward(windowed, bins);
-        for (int k = 0; k < kBins; ++k) {
-            const float re = bins[kFirstBin + k].real();
-            const float im = bins[kFirstBin + k].imag();
-            const float power = re * re + im * im;
-            const float to_unit = 1.0f / std::sqrt(power + kTiny);
-            phase_re_[m][k] = re * to_unit;
-            phase_im_[m][k] = im * to_unit;
-            power_[k] += power / kMicrophones;
+void DirectionSearch::readPhases(const MicrophoneSpectra& spectra) {
+    for (int k = 0; k < kBins; ++k) {
+        const LaneBin& bin = spectra.bin(kFirstBin + k);
+        const Lanes powers = spectra.power(kFirstBin + k);
+        power_[k] = 0;
+        for (int m = 0; m < kMicrophones; ++m) {
+            const float to_unit = 1.0f / std::sqrt(powers[m] + kTiny);
+            phase_re_[m][k] = bin.re[m] * to_unit;
+            phase_im_[m][k] = bin.im[m] * to_unit;
+            power_[k] += powers[m] / kMicrophones;
         }
     }
 }
 
-void DirectionSearch::follow(const float (&echo)[kEchoBins]) {
-    for (int k = 0; k < kBins; ++k) echo_[k] = flushed(kEchoMemory * echo_[k] + echo[kFirstBin + k]);
-}
-
 // Returns the mean weight: the share of the band with sound above the thresholds.
-float DirectionSearch::weighBins() {
+float DirectionSearch::weighBins(const float* echo) {
     float sum = 0;
     for (int k = 0; k < kBins; ++k) {
         const float before = smoothed_[k];
         smoothed_[k] = std::max(kTiny, kPowerSmoothing * before + (1 - kPowerSmoothing) * power_[k]);
         least_[k] = std::min(least_[k], smoothed_[k]);
         const float floor = std::min(least_[k], least_before_[k]);
-        const float threshold = std::max({kAboveFloor * floor, kAboveTail * before, kAboveEcho * echo_[k]});
+        const float threshold = std::max({kAboveFloor * floor, kAboveTail * before, kAboveEcho * echo[k]});
         weight_[k] = power_[k] > threshold ? 1 - threshold / power_[k] : 0.0f;
         sum += weight_[k];
     }

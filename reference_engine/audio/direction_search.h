@@ -5,10 +5,9 @@
 // Threads: init [setup]; update [audio] rt-safe.
 #pragma once
 
-#include <complex>
+#include <cstdint>
 
-#include "reference_engine/audio/echo_format.h"
-#include "reference_engine/routines/real_fft.h"
+#include "reference_engine/audio/microphone_spectra.h"
 
 namespace reference_engine {
 
@@ -19,9 +18,10 @@ class DirectionSearch {
     // Clears the response; the noise floor is kept.
     void restart();
 
-    // in: the block; `echo`, expected power of the echo in its spectrum (kEchoFrame samples, all but the
-    // block's 0); `gate`, the energy (sum of squares, mean of the microphones) below which it is ignored.
-    void update(const MicrophoneBlock& block, const float (&echo)[kEchoBins], uint64_t gate);
+    // in: the spectra; `echo`, expected power of the echo in each of their bins; `energy` of the block (sum of squares, mean
+    // of the microphones), and `gate`, the energy below which it is ignored.
+    void update(const MicrophoneSpectra& spectra, const float (&echo)[MicrophoneSpectra::kBins],
+                uint64_t energy, uint64_t gate);
 
     // True when the last block added to the response.
     bool active() const { return active_; }
@@ -30,22 +30,15 @@ class DirectionSearch {
     const float (&response() const)[kLocations] { return response_; }
 
   private:
-    static constexpr int kFrame = kEchoFrame;  // samples
-    static constexpr int kFirstBin = 20;       // 625 Hz: below, the array is too small to resolve directions
+    static constexpr int kFirstBin = 20;  // 625 Hz: below, the array is too small to resolve directions
     static constexpr int kBins =
         172;  // up to 5970 Hz: above, speech has little energy and spatial aliasing begins
-    using Complex = std::complex<float>;
 
-    void analyse(const MicrophoneBlock& block);
-    void follow(const float (&echo)[kEchoBins]);
-    float weighBins();
+    void readPhases(const MicrophoneSpectra& spectra);
+    float weighBins(const float* echo);
     float powerFrom(int location) const;
 
-    RealFft fft_;
-    float window_[kFrame] = {};
-    float frames_[kMicrophones][kFrame] = {};
     float power_[kBins] = {};         // mean of the microphones
-    float echo_[kBins] = {};          // expected power of the echo
     float smoothed_[kBins] = {};      // the power, averaged over a few blocks
     float least_[kBins] = {};         // minimum of the smoothed power, in the present interval
     float least_before_[kBins] = {};  // the same in the interval before

@@ -138,8 +138,12 @@ SEDiag_t g_rows[] = {
     reading("seaec_enhancement_db", kBasic, get.echo_enhancement_db,
             "Echo attenuation at the microphones in decibels, over a second of active far end"),
     reading("seaec_tail_ms", kAdvanced, get.echo_tail_ms, "Longest echo that is cancelled, milliseconds"),
+    reading("seaec_delay_ms", kIntermediate, get.echo_delay_ms,
+            "Delay of the far end at which the echo canceller starts, milliseconds"),
+    reading("seaec_drift_ppm", kIntermediate, get.echo_drift_ppm,
+            "Clock of the microphones against that of the loudspeaker, parts per million"),
     readings("seaec_path_energy", kDebug, get.echo_path_energy,
-             "Energy of each 20 ms of the echo path, mean of the microphones"),
+             "Energy of each 20 ms of the echo path from that delay on, mean of the microphones"),
 
     // Microphones.
     readings("semic_level_dbfs", kBasic, get.microphone_dbfs, "Level of each microphone in the last block"),

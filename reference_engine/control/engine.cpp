@@ -13,6 +13,16 @@ Settings g_settings;
 Readings g_readings;
 Engine g_engine;
 
+namespace {
+
+uint64_t meanEnergyOf(const MicrophoneBlock& block) {
+    uint64_t energy = 0;
+    for (const auto& microphone : block) energy += energyOf(microphone);
+    return energy / kMicrophones;
+}
+
+}  // namespace
+
 void Engine::init() {
     g_settings = Settings{};
     g_readings = Readings{};
@@ -22,6 +32,7 @@ void Engine::init() {
     g_readings.echo_tail_ms = kEchoTaps * 1000 / kSampleRate;
     high_pass_.init();
     echo_canceller_.init();
+    spectra_.init();
     residual_echo_.init();
     search_.init();
     look_.init();
@@ -52,7 +63,7 @@ void Engine::processMicrophones(const int16_t* centre, const int16_t* circle, in
     beam_former_.process(clean, beams);
     int16_t selected[kBlock], reduced[kBlock];
     output_.select(beam_former_, beams, look_.location(), g_settings, selected);
-    noise_reduction_.process(selected, residual_echo_.power(), g_settings, reduced);
+    noise_reduction_.process(selected, residual_echo_.framePower(), g_settings, reduced);
     output_.play(reduced, look_.soundFromOutside(), g_settings, g_readings.sample_clock, out);
     report(microphones, beams, out);
 }
@@ -80,8 +91,11 @@ void Engine::cancelEcho(const MicrophoneBlock& in, MicrophoneBlock& out) {
     g_readings.echo_enhancement_db = echo_canceller_.enhancementDb();
     std::copy(std::begin(echo_canceller_.pathEnergy()), std::end(echo_canceller_.pathEnergy()),
               g_readings.echo_path_energy);
-    residual_echo_.update(echo_canceller_.residual());
+    g_readings.echo_delay_ms = echo_canceller_.delayMs();
+    g_readings.echo_drift_ppm = echo_canceller_.driftPpm();
     if (g_settings.aec_bypass != 0) std::copy(in[0], in[0] + kMicrophones * kBlock, out[0]);
+    spectra_.update(in, out);
+    residual_echo_.update(spectra_, echo_canceller_.residual(), echo_canceller_.unknownShare());
 }
 
 void Engine::search(const MicrophoneBlock& block) {
@@ -89,7 +103,7 @@ void Engine::search(const MicrophoneBlock& block) {
         search_.restart();
         g_settings.restart_search = 0;
     }
-    search_.update(block, echo_canceller_.residual(), g_settings.search_gate_energy);
+    search_.update(spectra_, residual_echo_.power(), meanEnergyOf(block), g_settings.search_gate_energy);
     look_.update(search_, g_settings);
 }
 

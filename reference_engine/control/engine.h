@@ -4,14 +4,15 @@
 
 #include "reference_engine/audio/beam_former.h"
 #include "reference_engine/audio/direction_search.h"
-#include "reference_engine/audio/echo_canceller.h"
+#include "reference_engine/audio/echo/echo_canceller.h"
+#include "reference_engine/audio/echo/residual_echo.h"
 #include "reference_engine/audio/high_pass.h"
 #include "reference_engine/audio/look_direction.h"
+#include "reference_engine/audio/microphone_spectra.h"
 #include "reference_engine/audio/noise_reduction.h"
 #include "reference_engine/audio/noise_test.h"
 #include "reference_engine/audio/output.h"
 #include "reference_engine/audio/receive_path.h"
-#include "reference_engine/audio/residual_echo.h"
 #include "reference_engine/settings.h"
 
 namespace reference_engine {
@@ -31,6 +32,7 @@ class Engine {
     bool ready_ = false;
     HighPass high_pass_;
     EchoCanceller echo_canceller_;
+    MicrophoneSpectra spectra_;
     ResidualEcho residual_echo_;
     DirectionSearch search_;
     LookDirection look_;

@@ -22,7 +22,7 @@ TEST_P(ResidualEcho, IsLowerTheHigherTheSafetyFactor) {
     const se_scene::Scene scene = makeScene(echoOptions(GetParam(), 6));
     const double none = powerOf(between(processed(scene, 0), 2, 6));
     const double unity = powerOf(between(processed(scene, 1024), 2, 6));
-    const double little = powerOf(between(processed(scene, 128), 2, 6));
+    const double little = powerOf(between(processed(scene, 16), 2, 6));
     EXPECT_GT(decibels(none / little), 1);
     EXPECT_GT(decibels(little / unity), 1);
     EXPECT_GT(decibels(none / unity), 6);

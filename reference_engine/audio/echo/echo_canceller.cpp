@@ -1,0 +1,229 @@
+#include "reference_engine/audio/echo/echo_canceller.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+
+#include "reference_engine/audio/meters.h"
+#include "reference_engine/routines/fixed_point.h"
+#include "reference_engine/routines/flushed.h"
+
+namespace reference_engine {
+namespace {
+
+constexpr uint64_t kAudibleEnergy = 16000;  // of a block: -70 dBFS
+constexpr float kMeterMemory = 0.99f;       // a block
+
+// The shares of the paths' power that may be others after a block: the paths stand still; the shadow expects a change.
+constexpr float kForgetting = 2e-5f;
+constexpr float kShadowForgetting = 0.02f;
+
+// The powers that may appear in a block, where no path is known.
+constexpr float kAppearing = 1e-9f;
+constexpr float kShadowAppearing = 1e-3f;
+
+constexpr float kShadowMemory = 0.8f;  // a block, of its errors' energy
+constexpr float kBetter = 0.5f;        // energy of the shadow's errors over the main filter's
+constexpr int kNeighbours = 4;         // bins on either side over which the difference of both is averaged
+
+constexpr float kUnknownStep = 0.1f;  // a block
+
+constexpr int kLastBlock = kEchoFrame - kBlock;
+
+// out: the mean of the microphones, and the shadow's.
+void powersOf(const LaneSpectra& spectra, EchoBins* mean, EchoBins* shadow) {
+    for (int k = 0; k < kEchoBins; ++k) {
+        const Lanes powers = spectra[k].re * spectra[k].re + spectra[k].im * spectra[k].im;
+        float sum = 0;
+        for (int m = 0; m < kMicrophones; ++m) sum += powers[m];
+        mean->value[k] = sum / kMicrophones;
+        shadow->value[k] = powers[EchoFilter::kShadowLane];
+    }
+}
+
+// Mean of each bin and its neighbours.
+void smooth(EchoBins* power) {
+    float sums[kEchoBins + 1];
+    sums[0] = 0;
+    for (int k = 0; k < kEchoBins; ++k) sums[k + 1] = sums[k] + power->value[k];
+    for (int k = 0; k < kEchoBins; ++k) {
+        const int begin = std::max(0, k - kNeighbours);
+        const int end = std::min(kEchoBins, k + kNeighbours + 1);
+        power->value[k] = (sums[end] - sums[begin]) / static_cast<float>(end - begin);
+    }
+}
+
+}  // namespace
+
+void EchoCanceller::init() {
+    fft_.init(kEchoFrame);
+    far_end_.init();
+    delay_.init();
+    alignment_.init();
+    drift_.init();
+    restart();
+    std::fill(std::begin(microphones_), std::end(microphones_), Lanes{});
+    found_delay_.reset();
+    restart_after_move_ = false;
+    constrained_ = 0;
+    heard_ = left_ = 0;
+}
+
+void EchoCanceller::restart() {
+    filter_.init();
+    first_partition_.init();
+    kalman_.init(kForgetting, kAppearing);
+    shadow_kalman_.init(kShadowForgetting, kShadowAppearing);
+    main_left_ = shadow_left_ = 0;
+    unknown_share_ = 1;
+}
+
+void EchoCanceller::process(const int16_t* far_end, const MicrophoneBlock& in, MicrophoneBlock& out) {
+    far_end_.push(far_end, drift_.step());
+    remember(in);
+    if (far_end_.silent()) {
+        std::copy(in[0], in[0] + kMicrophones * kBlock, out[0]);
+        return;
+    }
+    transformInputs();
+    findErrors();
+    subtract(in, out);
+    if (energyOf(far_end) > kAudibleEnergy) measure(in, out);
+    learn();
+    followDelay(found_delay_);
+}
+
+// The last lane hears what the first microphone does.
+void EchoCanceller::remember(const MicrophoneBlock& in) {
+    std::copy(microphones_ + kBlock, microphones_ + kEchoFrame, microphones_);
+    for (int i = 0; i < kBlock; ++i) {
+        Lanes& sample = microphones_[kLastBlock + i];
+        for (int m = 0; m < kMicrophones; ++m) sample[m] = in[m][i];
+        sample[EchoFilter::kShadowLane] = in[EchoFilter::kMainLane][i];
+    }
+}
+
+void EchoCanceller::transformInputs() {
+    far_end_.writeFrames(signals_);
+    delay_.writeFrames(far_end_.played(), microphones_, signals_);
+    fft_.forward(signals_, spectra_);
+    if (far_end_.readSpectra(spectra_) && restart_after_move_) restart();
+    found_delay_ = delay_.update(spectra_);
+}
+
+// signals_: the echo through all partitions but the first. errors_: of the whole window, by the present filter.
+void EchoCanceller::findErrors() {
+    filter_.predict(far_end_, first_spectra_, spectra_);
+    fft_.backward(spectra_, signals_);
+    fft_.backward(first_spectra_, first_echo_);
+    for (int i = kEchoFrame - kEchoWindow; i < kEchoFrame; ++i) {
+        signals_[i] *= 1.0f / kEchoFrame;
+        first_echo_[i] = signals_[i] + first_echo_[i] * (1.0f / kEchoFrame);
+        errors_[i] = microphones_[i] - first_echo_[i];
+    }
+}
+
+void EchoCanceller::subtract(const MicrophoneBlock& in, MicrophoneBlock& out) {
+    float first[kMicrophones][kBlock];
+    first_partition_.predict(far_end_.aligned(), first);
+    for (int m = 0; m < kMicrophones; ++m) {
+        for (int i = 0; i < kBlock; ++i) {
+            const float echo = signals_[kLastBlock + i][m] + first[m][i];
+            out[m][i] = saturate16(std::lround(in[m][i] - echo));
+        }
+    }
+}
+
+void EchoCanceller::measure(const MicrophoneBlock& in, const MicrophoneBlock& out) {
+    heard_ = flushed(heard_ * kMeterMemory);
+    left_ = flushed(left_ * kMeterMemory);
+    for (int m = 0; m < kMicrophones; ++m) {
+        heard_ += static_cast<float>(energyOf(in[m]));
+        left_ += static_cast<float>(energyOf(out[m]));
+    }
+    alignment_.measure(static_cast<float>(energyOf(in[0])), static_cast<float>(energyOf(out[0])));
+}
+
+float EchoCanceller::enhancementDb() const {
+    return 10 * std::log10((heard_ + 1) / (left_ + 1));
+}
+
+void EchoCanceller::learn() {
+    fft_.forward(errors_, spectra_);
+    EchoBins error_power, shadow_error_power;
+    powersOf(spectra_, &error_power, &shadow_error_power);
+    kalman_.begin();
+    shadow_kalman_.begin();
+    for (int p = 0; p < kPartitions; ++p) {
+        const FarSpectrum& x = far_end_.spectrum(p * kPartitionBlocks);
+        kalman_.expect(p, filter_.power(p), x);
+        shadow_kalman_.expect(p, filter_.shadowPower(p), x);
+    }
+    kalman_.observe(error_power);
+    measureUnknown();
+    shadow_kalman_.observe(shadow_error_power);
+    constrained_ = constrained_ % (kPartitions - 1) + 1;
+    for (int p = 0; p < kPartitions; ++p) {
+        const FarSpectrum& x = far_end_.spectrum(p * kPartitionBlocks);
+        EchoBins step, shadow_step;
+        kalman_.learn(p, x, &step);
+        shadow_kalman_.learn(p, x, &shadow_step);
+        filter_.adapt(p, x, spectra_, step, shadow_step);
+        if (p != 0 && p != constrained_) continue;
+        filter_.constrain(p, fft_, signals_);
+        if (p == 0) first_partition_.set(signals_);
+    }
+    compareWithShadow();
+}
+
+// Of a few blocks, at the first microphone.
+void EchoCanceller::measureUnknown() {
+    float echo = 0, left = 0;
+    for (int i = kEchoFrame - kEchoWindow; i < kEchoFrame; ++i) {
+        echo += first_echo_[i][EchoFilter::kMainLane] * first_echo_[i][EchoFilter::kMainLane];
+    }
+    for (int k = 0; k < kEchoBins; ++k) left += 2 * kalman_.residual().value[k] / kEchoFrame;
+    if (left > kAudibleEnergy) unknown_share_ += kUnknownStep * (left / (left + echo) - unknown_share_);
+}
+
+// The shadow follows a change of the paths at once, but is disturbed by local speech. Where it becomes better, the paths
+// have changed: the difference of the two is what the main filter does not know. Where it becomes worse, it restarts from
+// the main filter. (Ochiai, Araseki, Ogihara: Echo canceler with two echo path
+// models, IEEE Transactions on Communications 25(6), 1977.)
+void EchoCanceller::compareWithShadow() {
+    float main = 0, shadow = 0;
+    for (int i = kLastBlock; i < kEchoFrame; ++i) {
+        main += errors_[i][EchoFilter::kMainLane] * errors_[i][EchoFilter::kMainLane];
+        shadow += errors_[i][EchoFilter::kShadowLane] * errors_[i][EchoFilter::kShadowLane];
+    }
+    main_left_ = flushed(kShadowMemory * main_left_ + (1 - kShadowMemory) * main);
+    shadow_left_ = flushed(kShadowMemory * shadow_left_ + (1 - kShadowMemory) * shadow);
+    if (shadow_left_ < kBetter * main_left_ && main_left_ > kAudibleEnergy) {
+        for (int p = 0; p < kPartitions; ++p) {
+            EchoBins difference;
+            filter_.compareWithShadow(p, &difference);
+            smooth(&difference);
+            kalman_.raise(p, difference, shadow_kalman_.uncertainty(p));
+        }
+    } else if (main_left_ < kBetter * shadow_left_ && shadow_left_ > kAudibleEnergy) {
+        filter_.restartShadow();
+        shadow_kalman_.restartFrom(kalman_);
+        shadow_left_ = main_left_;
+    }
+}
+
+// While the far end moves, its delay says nothing about the clocks.
+void EchoCanceller::followDelay(std::optional<int> found) {
+    if (far_end_.moving() || !alignment_.learned() || !alignment_.matches()) {
+        drift_.hold();
+    } else {
+        drift_.update(errors_ + kLastBlock - 1, first_echo_ + kLastBlock - 1);
+    }
+    if (!found || far_end_.moving()) return;
+    const std::optional<int> delay = alignment_.newDelay(*found, far_end_.delay());
+    if (!delay || *delay == static_cast<int>(far_end_.delay())) return;
+    restart_after_move_ = !alignment_.learned();
+    far_end_.moveTo(*delay);
+}
+
+}  // namespace reference_engine

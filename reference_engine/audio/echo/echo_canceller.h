@@ -1,0 +1,82 @@
+// Acoustic echo canceller: predicts the echo of the loudspeaker at each microphone and subtracts it. It precedes the beam
+// former, so that a change of look direction does not disturb it. Threads: init [setup]; the others [audio] rt-safe.
+#pragma once
+
+#include "reference_engine/audio/echo/echo_alignment.h"
+#include "reference_engine/audio/echo/echo_delay.h"
+#include "reference_engine/audio/echo/echo_drift.h"
+#include "reference_engine/audio/echo/echo_filter.h"
+#include "reference_engine/audio/echo/echo_kalman.h"
+#include "reference_engine/audio/echo/far_end.h"
+#include "reference_engine/audio/echo/first_partition.h"
+#include "reference_engine/lanes/lane_fft.h"
+
+namespace reference_engine {
+
+class EchoCanceller {
+  public:
+    void init();
+
+    // in: the far end as played and the microphones, of the same 10 ms. out: the microphones without the echo, with no
+    // delay of their own.
+    void process(const int16_t* far_end, const MicrophoneBlock& in, MicrophoneBlock& out);
+
+    // Whether it does anything: not while the loudspeaker is silent.
+    bool active() const { return !far_end_.silent(); }
+
+    // Echo attenuation at the microphones in decibels, over the last second in which the far end was active.
+    float enhancementDb() const;
+
+    // Energy of each partition of the echo paths, mean of the microphones, from the delay on.
+    const float (&pathEnergy() const)[kPartitions] { return filter_.energy(); }
+    float delayMs() const { return static_cast<float>(far_end_.delay()) * 1000 / kSampleRate; }
+    float driftPpm() const { return drift_.partsPerMillion(); }
+
+    // Expected power of the residual echo in the spectrum of the last kEchoWindow samples of the output.
+
+    // Share of the echo that the filter does not know yet, by its own expectation: 0 to 1.
+    float unknownShare() const { return unknown_share_; }
+
+    const EchoBins& residual() const { return kalman_.residual(); }
+
+  private:
+    void remember(const MicrophoneBlock& in);
+    void subtract(const MicrophoneBlock& in, MicrophoneBlock& out);
+    void transformInputs();
+    void findErrors();
+    void followDelay(std::optional<int> found);
+    void measure(const MicrophoneBlock& in, const MicrophoneBlock& out);
+    void learn();
+    void measureUnknown();
+    void compareWithShadow();
+    void restart();
+
+    LaneFft fft_;
+    FarEnd far_end_;
+    EchoDelay delay_;
+    EchoAlignment alignment_;
+    EchoDrift drift_;
+    EchoFilter filter_;
+    FirstPartition first_partition_;
+    EchoKalman kalman_;
+    EchoKalman shadow_kalman_;
+
+    LaneSignals microphones_ = {};  // the last frame
+    std::optional<int> found_delay_;
+    bool restart_after_move_ = false;
+    int constrained_ = 0;  // partition that was constrained last, but for the first one
+    float unknown_share_ = 1;
+    float main_left_ = 0;  // energy of the errors at the first microphone, over a few blocks
+    float shadow_left_ = 0;
+    float heard_ = 0;  // energy of the microphones while the far end is active
+    float left_ = 0;   // and of the output
+
+    // Used within a block alone. They are here because an audio thread's stack may be small.
+    LaneSignals signals_ = {};
+    LaneSignals first_echo_ = {};
+    LaneSignals errors_ = {};
+    LaneSpectra spectra_ = {};
+    LaneSpectra first_spectra_ = {};
+};
+
+}  // namespace reference_engine

@@ -1,0 +1,99 @@
+#include "reference_engine/audio/echo/echo_delay.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+
+namespace reference_engine {
+namespace {
+
+constexpr float kMemory = 0.96f;   // a block: an average over half a second
+constexpr float kCertain = 0.12f;  // of the mean coherence; blocks without an echo reach half of it by chance
+constexpr int kCertainBlocks = 4;  // for which a lag must be the best
+constexpr float kLoud = 1e7f;      // mean power of a bin: a far end of -46 dBFS
+constexpr float kAudible = 1e3f;   // the same of the microphone: above the rounding of samples
+constexpr float kTiny = 1e-3f;     // against division by zero; samples are integers
+
+}  // namespace
+
+void EchoDelay::init() {
+    fft_.init(kPeakFrame);
+    for (int i = 0; i < kEchoFrame; ++i) {
+        window_[i] = static_cast<float>(0.5 - 0.5 * std::cos(2 * M_PI * (i + 0.5) / kEchoFrame));
+    }
+    std::fill(std::begin(far_end_), std::end(far_end_), Phases{});
+    std::fill(std::begin(cross_), std::end(cross_), Phases{});
+    std::fill(std::begin(coherence_), std::end(coherence_), 0.0f);
+    newest_ = best_ = best_blocks_ = 0;
+}
+
+void EchoDelay::writeFrames(const int16_t* far_end, const Lanes* microphones, LaneSignals& signals) const {
+    for (int i = 0; i < kEchoFrame; ++i) {
+        signals[i][kFarLane] = window_[i] * far_end[i];
+        signals[i][kMicrophoneLane] = window_[i] * microphones[i][0];
+    }
+}
+
+void EchoDelay::readPhases(const LaneSpectra& spectra, int lane, Phases* phases) {
+    float total = 0;
+    for (int g = 0; g < kGroups; ++g) {
+        for (int i = 0; i < kLanes; ++i) {
+            const LaneBin& bin = spectra[kFirstBin + kBinStep * (g * kLanes + i)];
+            const float re = bin.re[lane];
+            const float im = bin.im[lane];
+            const float power = re * re + im * im;
+            const float to_unit = 1 / std::sqrt(power + kTiny);
+            phases->re[g][i] = re * to_unit;
+            phases->im[g][i] = im * to_unit;
+            total += power;
+        }
+    }
+    phases->power = total / (kGroups * kLanes);
+}
+
+std::optional<int> EchoDelay::update(const LaneSpectra& spectra) {
+    newest_ = (newest_ + kFrames - 1) % kFrames;
+    readPhases(spectra, kFarLane, &far_end_[newest_]);
+    Phases microphone;
+    readPhases(spectra, kMicrophoneLane, &microphone);
+
+    if (microphone.power < kAudible) return std::nullopt;
+    const int lag = strongestLag(microphone);
+    best_blocks_ = lag == best_ && coherence_[lag] > kCertain ? best_blocks_ + 1 : 0;
+    best_ = lag;
+    if (best_blocks_ < kCertainBlocks) return std::nullopt;
+    return std::max(0, lag * kLag + peakOf(cross_[lag]));
+}
+
+int EchoDelay::strongestLag(const Phases& microphone) {
+    for (int lag = 0; lag < kLags; ++lag) {
+        const Phases& far_end = far_end_[(newest_ + lag * kLagBlocks) % kFrames];
+        if (far_end.power < kLoud) continue;
+        Phases& cross = cross_[lag];
+        Lanes power;
+        laneKernels().correlate(far_end.re, far_end.im, microphone.re, microphone.im, kMemory, kGroups,
+                                cross.re, cross.im, &power);
+        coherence_[lag] = 0;
+        for (int i = 0; i < kLanes; ++i) coherence_[lag] += power[i] / (kGroups * kLanes);
+    }
+    return static_cast<int>(std::max_element(std::begin(coherence_), std::end(coherence_)) -
+                            std::begin(coherence_));
+}
+
+// The delay within the lag: that of the highest peak of the correlation.
+int EchoDelay::peakOf(const Phases& cross) const {
+    std::complex<float> bins[kPeakFrame / 2 + 1] = {};
+    for (int g = 0; g < kGroups; ++g) {
+        for (int i = 0; i < kLanes; ++i) {
+            bins[kFirstBin / kBinStep + g * kLanes + i] = {cross.re[g][i], cross.im[g][i]};
+        }
+    }
+    float correlation[kPeakFrame];
+    fft_.backward(bins, correlation);
+    const auto quieter = [](float a, float b) { return std::abs(a) < std::abs(b); };
+    const auto peak = std::max_element(std::begin(correlation), std::end(correlation), quieter);
+    const int place = static_cast<int>(peak - std::begin(correlation));
+    return place < kPeakFrame / 2 ? place : place - kPeakFrame;
+}
+
+}  // namespace reference_engine

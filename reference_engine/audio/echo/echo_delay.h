@@ -1,0 +1,62 @@
+// Finds the bulk delay of the echo: the lag of the far end at which the microphone has the most stable phase towards it,
+// over all frequencies (Knapp and Carter: The generalized correlation method for estimation of time delay, IEEE
+// Transactions on Acoustics, Speech and Signal Processing 24(4), 1976, with the phase transform). Local speech has no
+// stable phase towards the far end at any lag. Threads: init [setup]; the others [audio] rt-safe.
+#pragma once
+
+#include <optional>
+
+#include "reference_engine/audio/echo/far_end.h"
+#include "reference_engine/lanes/lane_kernels.h"
+#include "reference_engine/routines/real_fft.h"
+
+namespace reference_engine {
+
+class EchoDelay {
+  public:
+    void init();
+
+    // in: the last kEchoFrame samples of the far end as played, and of a microphone. The transform of the frames is
+    // shared with others.
+    void writeFrames(const int16_t* far_end, const Lanes* microphones, LaneSignals& signals) const;
+
+    // The delay in samples, once it is certain: 0 to kLags * kLag.
+    std::optional<int> update(const LaneSpectra& spectra);
+
+  private:
+    static constexpr int kFarLane = FarEnd::kLanesUsed;
+    static constexpr int kMicrophoneLane = kFarLane + 1;
+    static_assert(kMicrophoneLane < kLanes);
+
+    static constexpr int kLag =
+        kPartition;  // samples: a fraction of the frame, so that no delay falls between two
+    static constexpr int kLagBlocks = kPartitionBlocks;
+    static constexpr int kLags = FarEnd::kLongestDelay / kLag;
+    static constexpr int kFrames = kLags * kLagBlocks;
+
+    static constexpr int kFirstBin = 20;  // 313 Hz
+    static constexpr int kBinStep = 2;
+    static constexpr int kGroups = 20;  // of eight bins; up to 5300 Hz
+    static constexpr int kPeakFrame = kEchoFrame / kBinStep;
+
+    struct Phases {
+        Lanes re[kGroups];
+        Lanes im[kGroups];
+        float power;  // mean of the bins
+    };
+
+    static void readPhases(const LaneSpectra& spectra, int lane, Phases* phases);
+    int strongestLag(const Phases& microphone);
+    int peakOf(const Phases& cross) const;
+
+    RealFft fft_;
+    float window_[kEchoFrame] = {};
+    Phases far_end_[kFrames] = {};  // in a ring
+    int newest_ = 0;
+    Phases cross_[kLags] = {};
+    float coherence_[kLags] = {};  // at each lag: 0 for none, 1 for an echo without anything else
+    int best_ = 0;
+    int best_blocks_ = 0;  // for which it has been the best
+};
+
+}  // namespace reference_engine

@@ -1,0 +1,127 @@
+#include "reference_engine/audio/echo/far_end.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <utility>
+
+#include "reference_engine/routines/fixed_point.h"
+
+namespace reference_engine {
+namespace {
+
+void readLane(const LaneSpectra& spectra, int lane, FarSpectrum* out) {
+    for (int k = 0; k < kEchoBins; ++k) {
+        const float re = spectra[k].re[lane];
+        const float im = spectra[k].im[lane];
+        out->re.value[k] = re;
+        out->im.value[k] = im;
+        out->power.value[k] = re * re + im * im;
+    }
+}
+
+}  // namespace
+
+void FarEnd::Ring::add(const LaneSpectra& from, int lane) {
+    newest = (newest + kSpectra - 1) % kSpectra;
+    readLane(from, lane, &spectra[newest]);
+    known = std::min(known + 1, kSpectra);
+}
+
+void FarEnd::Ring::addOlder(const LaneSpectra& from, int lane) {
+    if (known < kSpectra) readLane(from, lane, &spectra[(newest + known++) % kSpectra]);
+}
+
+void FarEnd::init() {
+    std::fill(std::begin(history_), std::end(history_), int16_t{0});
+    std::fill(std::begin(aligned_), std::end(aligned_), int16_t{0});
+    silent_blocks_ = kHistoryBlocks;
+    delay_ = 0;
+    for (FarSpectrum& spectrum : present_->spectra) spectrum = FarSpectrum{};
+    present_->known = kSpectra;
+    moving_ = false;
+    designInterpolation();
+}
+
+// Sincs under squared cosines (Laakso and others: Splitting the unit delay, IEEE Signal Processing Magazine 13(1), 1996).
+void FarEnd::designInterpolation() {
+    for (int phase = 0; phase <= kPhases; ++phase) {
+        for (int k = 0; k < 2 * kReach; ++k) {
+            const double distance = k + 1 - kReach - static_cast<double>(phase) / kPhases;
+            const double window = std::cos(M_PI_2 * distance / (kReach + 1));
+            const double sinc = distance == 0 ? 1 : std::sin(M_PI * distance) / (M_PI * distance);
+            taps_[phase][k] = static_cast<float>(sinc * window * window);
+        }
+    }
+}
+
+void FarEnd::push(const int16_t* block, double drift) {
+    std::copy(history_ + kBlock, history_ + kHistory, history_);
+    std::copy_n(block, kBlock, history_ + kHistory - kBlock);
+    const bool silent = std::all_of(block, block + kBlock, [](int16_t sample) { return sample == 0; });
+    silent_blocks_ = silent ? std::min(silent_blocks_ + 1, kHistoryBlocks) : 0;
+    align(moving_ ? 0 : drift);
+}
+
+void FarEnd::align(double drift) {
+    std::copy(aligned_ + kBlock, aligned_ + kEchoFrame, aligned_);
+    const double before = delay_;
+    delay_ = std::clamp(delay_ + drift, 0.0, double{kLongestDelay});
+    const double step = 1 - (delay_ - before) / kBlock;
+    for (int i = 0; i < kBlock; ++i) {
+        aligned_[kEchoFrame - kBlock + i] = sampleAt(kHistory - kBlock - before - 1 + (i + 1) * step);
+    }
+}
+
+// Samples beyond the newest one are taken as 0.
+int16_t FarEnd::sampleAt(double position) const {
+    const int index = static_cast<int>(position);
+    const float phase = static_cast<float>(position - index) * kPhases;
+    if (phase == 0) return history_[index];
+    const int whole = static_cast<int>(phase);
+    const float* before = taps_[whole];
+    const float* after = taps_[whole + 1];
+    const float share = phase - static_cast<float>(whole);
+    const int16_t* samples = history_ + index + 1 - kReach;
+    const int count = std::min(2 * kReach, kHistory - (index + 1 - kReach));
+    float sum = 0;
+    for (int k = 0; k < count; ++k) sum += samples[k] * (before[k] + share * (after[k] - before[k]));
+    return saturate16(std::lround(sum));
+}
+
+void FarEnd::moveTo(double delay) {
+    moving_ = true;
+    next_delay_ = static_cast<int>(delay);
+    next_->known = 0;
+}
+
+void FarEnd::writeFrame(int lane, int age, LaneSignals& signals) const {
+    const int16_t* frame = history_ + kHistory - kEchoFrame - next_delay_ - age * kBlock;
+    for (int i = 0; i < kEchoFrame; ++i) signals[i][lane] = frame[i];
+}
+
+void FarEnd::writeFrames(LaneSignals& signals) const {
+    for (int i = 0; i < kEchoFrame; ++i) signals[i][kFrameLane] = aligned_[i];
+    if (!moving_) return;
+    writeFrame(kMovedLane, 0, signals);
+    for (int i = 0; i < kOldFrames; ++i) writeFrame(kMovedLane + 1 + i, next_->known + 1 + i, signals);
+}
+
+bool FarEnd::readSpectra(const LaneSpectra& spectra) {
+    present_->add(spectra, kFrameLane);
+    if (!moving_) return false;
+    next_->add(spectra, kMovedLane);
+    for (int i = 0; i < kOldFrames; ++i) next_->addOlder(spectra, kMovedLane + 1 + i);
+    if (next_->known < kSpectra) return false;
+    finishMove();
+    return true;
+}
+
+void FarEnd::finishMove() {
+    std::swap(present_, next_);
+    delay_ = next_delay_;
+    std::copy_n(history_ + kHistory - kEchoFrame - next_delay_, kEchoFrame, aligned_);
+    moving_ = false;
+}
+
+}  // namespace reference_engine

@@ -1,0 +1,89 @@
+// The far end as the echo canceller sees it: later by the bulk delay of the echo, and stretched by the difference of the
+// clocks of loudspeaker and microphones, so that the echo's path stands still. Its spectra are kept for the whole tail.
+// Threads: init [setup]; the others [audio] rt-safe.
+#pragma once
+
+#include <cstdint>
+
+#include "reference_engine/audio/echo/echo_format.h"
+
+namespace reference_engine {
+
+class FarEnd {
+  public:
+    static constexpr int kLongestDelay = 9600;  // samples: 600 ms
+    static constexpr int kSpectra = (kPartitions - 1) * kPartitionBlocks + 1;
+
+    void init();
+
+    // in: a block as played; `drift`, samples by which its delay grows within this block.
+    void push(const int16_t* block, double drift);
+
+    // Starts a change of the delay. It takes a few blocks, as the spectra of the past are computed again, a few a block.
+    // needs: 0 to kLongestDelay.
+    void moveTo(double delay);
+    bool moving() const { return moving_; }
+    double delay() const { return delay_; }
+
+    // No sound within all that it remembers.
+    bool silent() const { return silent_blocks_ == kHistoryBlocks; }
+
+    // The transform of the frames is shared with others: they go into lanes of `signals`, and come back as lanes of
+    // `spectra`. True when a move has come to its end.
+    void writeFrames(LaneSignals& signals) const;
+    bool readSpectra(const LaneSpectra& spectra);
+
+    // Of the frame that ended `blocks` before the last one.
+    const FarSpectrum& spectrum(int blocks) const {
+        return present_->spectra[(present_->newest + blocks) % kSpectra];
+    }
+
+    // Later by the delay, oldest first: a partition less one sample of the past and the last block; then seven of any value.
+    int16_t* aligned() { return aligned_ + kEchoFrame - kBlock - (kPartition - 1); }
+
+    // As played, the last kEchoFrame samples, oldest first.
+    const int16_t* played() const { return history_ + kHistory - kEchoFrame; }
+
+    // The lanes that it uses.
+    static constexpr int kOldFrames = 3;  // a block, while it moves
+    static constexpr int kFrameLane = 0;
+    static constexpr int kMovedLane = 1;  // then those of the old frames
+    static constexpr int kLanesUsed = 2 + kOldFrames;
+
+  private:
+    static constexpr int kHistoryBlocks = 102;
+    static constexpr int kHistory = kHistoryBlocks * kBlock;
+    static constexpr int kReach = 12;  // samples on either side of an interpolated one
+    static constexpr int kPhases = 64;
+    static_assert(kHistory > kLongestDelay + kEchoFrame + kSpectra * kBlock + kReach);
+
+    // In a ring, the newest first.
+    struct Ring {
+        FarSpectrum spectra[kSpectra];
+        int newest = 0;
+        int known = 0;
+
+        void add(const LaneSpectra& spectra, int lane);       // a newer one
+        void addOlder(const LaneSpectra& spectra, int lane);  // than all known
+    };
+
+    void designInterpolation();
+    void align(double drift);
+    int16_t sampleAt(double position) const;
+    void writeFrame(int lane, int age, LaneSignals& signals) const;
+    void finishMove();
+
+    int16_t history_[kHistory] = {};
+    int16_t aligned_[kEchoFrame + 8] = {};
+    int silent_blocks_ = 0;
+    double delay_ = 0;
+    float taps_[kPhases + 1][2 * kReach] = {};  // of the interpolation
+
+    Ring rings_[2];
+    Ring* present_ = &rings_[0];
+    Ring* next_ = &rings_[1];
+    bool moving_ = false;
+    int next_delay_ = 0;
+};
+
+}  // namespace reference_engine

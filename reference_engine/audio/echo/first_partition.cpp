@@ -1,0 +1,71 @@
+#include "reference_engine/audio/echo/first_partition.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <iterator>
+
+#include "reference_engine/engine_interface.h"
+#include "reference_engine/lanes/lane_kernels.h"
+
+namespace reference_engine {
+namespace {
+
+static_assert(kPartition % 8 == 0, "convolution routines work in steps of eight taps");
+
+constexpr int kMostFractionBits = 24;
+constexpr int kEchoFractionBits = 4;          // of the result, where the taps have as many
+constexpr float kLargestSum = 2147000000.0f;  // of products, less a margin for rounding: no 32-bit sum wraps
+constexpr float kLargestCoefficient = 32766.0f;
+constexpr float kTiny = 1e-9f;
+
+int32_t peakOf(const int16_t* samples, int count) {
+    int32_t peak = 0;
+    for (int i = 0; i < count; ++i) peak = std::max(peak, std::abs(int32_t{samples[i]}));
+    return peak;
+}
+
+}  // namespace
+
+void FirstPartition::init() {
+    std::fill(std::begin(taps_), std::end(taps_), Lanes{});
+}
+
+void FirstPartition::set(const Lanes* taps) {
+    std::copy_n(taps, kPartition, taps_);
+}
+
+void FirstPartition::predict(int16_t* far_end, float (&echo)[kMicrophones][kBlock]) const {
+    int fraction_bits[kLanes];
+    LaneInts coeffs[kPartition];
+    quantise(std::max(peakOf(far_end, kPartition - 1 + kBlock), 1), fraction_bits, coeffs);
+    for (int m = 0; m < kMicrophones; ++m) {
+        int16_t reversed[kPartition];
+        for (int n = 0; n < kPartition; ++n)
+            reversed[kPartition - 1 - n] = static_cast<int16_t>(coeffs[n][m]);
+        const int kept = std::min(fraction_bits[m], kEchoFractionBits);
+        int32_t sums[kBlock];
+        AecConvolution(reversed, far_end, sums, fraction_bits[m] - kept, kBlock, kPartition, 0);
+        const float unit = std::ldexp(1.0f, -kept);
+        for (int i = 0; i < kBlock; ++i) echo[m][i] = static_cast<float>(sums[i]) * unit;
+    }
+}
+
+// The largest number of fraction bits at which neither a coefficient nor a sum of products overflows.
+void FirstPartition::quantise(int32_t peak, int (&fraction_bits)[kLanes],
+                              LaneInts (&coeffs)[kPartition]) const {
+    Lanes sums, largest;
+    laneKernels().magnitudes(taps_, kPartition, &sums, &largest);
+    // Rounding may add half a unit to every magnitude.
+    const float room = kLargestSum / static_cast<float>(peak) - 0.5f * kPartition;
+    Lanes scale = {};
+    for (int m = 0; m < kMicrophones; ++m) {
+        const float most =
+            std::min(room / std::max(sums[m], kTiny), kLargestCoefficient / std::max(largest[m], kTiny));
+        fraction_bits[m] = std::clamp(std::ilogb(most), 0, kMostFractionBits);
+        scale[m] = std::ldexp(1.0f, fraction_bits[m]);
+    }
+    laneKernels().quantise(taps_, &scale, kLargestCoefficient, kPartition, coeffs);
+}
+
+}  // namespace reference_engine

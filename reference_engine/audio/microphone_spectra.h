@@ -1,0 +1,35 @@
+// Short-time spectra of the microphones without the echo, and of the echo that was removed from the centre one: one transform
+// for all stages that look at them. In single precision, without the DFT hooks: a 16-bit transform would blur the phases of
+// weak bins, and the look direction must not depend on the DFT in the hooks. Threads: init [setup]; update [audio] rt-safe.
+#pragma once
+
+#include "reference_engine/format.h"
+#include "reference_engine/lanes/lane_fft.h"
+
+namespace reference_engine {
+
+class MicrophoneSpectra {
+  public:
+    static constexpr int kFrame = 512;  // samples, under a Hann window
+    static constexpr int kBins = kFrame / 2 + 1;
+    static constexpr int kEchoLane = kMicrophones;
+    static_assert(kEchoLane < kLanes);
+
+    void init();
+
+    // in: the microphones of a block before and after the echo canceller.
+    void update(const MicrophoneBlock& in, const MicrophoneBlock& clean);
+
+    // A lane a microphone, and one for the echo.
+    const LaneBin& bin(int k) const { return spectra_[k]; }
+    Lanes power(int k) const { return spectra_[k].re * spectra_[k].re + spectra_[k].im * spectra_[k].im; }
+
+  private:
+    LaneFft fft_;
+    float window_[kFrame] = {};
+    Lanes samples_[kFrame] = {};
+    Lanes windowed_[kFrame] = {};
+    LaneBin spectra_[kBins] = {};
+};
+
+}  // namespace reference_engine

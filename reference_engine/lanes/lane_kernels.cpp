@@ -1,0 +1,9 @@
+#include "reference_engine/lanes/lane_kernels.h"
+
+namespace reference_engine {
+
+const LaneKernels& laneKernels() {
+    return __builtin_cpu_supports("avx2") ? kLaneKernelsAvx2 : kLaneKernelsSse2;
+}
+
+}  // namespace reference_engine
