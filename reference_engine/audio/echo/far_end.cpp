@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
-#include <utility>
 
 #include "reference_engine/routines/fixed_point.h"
 
@@ -37,8 +36,8 @@ void FarEnd::init() {
     std::fill(std::begin(aligned_), std::end(aligned_), int16_t{0});
     silent_blocks_ = kHistoryBlocks;
     delay_ = 0;
-    for (FarSpectrum& spectrum : present_->spectra) spectrum = FarSpectrum{};
-    present_->known = kSpectra;
+    for (FarSpectrum& spectrum : rings_[present_].spectra) spectrum = FarSpectrum{};
+    rings_[present_].known = kSpectra;
     moving_ = false;
     designInterpolation();
 }
@@ -92,7 +91,7 @@ int16_t FarEnd::sampleAt(double position) const {
 void FarEnd::moveTo(double delay) {
     moving_ = true;
     next_delay_ = static_cast<int>(delay);
-    next_->known = 0;
+    rings_[1 - present_].known = 0;
 }
 
 void FarEnd::writeFrame(int lane, int age, LaneSignals& signals) const {
@@ -104,21 +103,22 @@ void FarEnd::writeFrames(LaneSignals& signals) const {
     for (int i = 0; i < kEchoFrame; ++i) signals[i][kFrameLane] = aligned_[i];
     if (!moving_) return;
     writeFrame(kMovedLane, 0, signals);
-    for (int i = 0; i < kOldFrames; ++i) writeFrame(kMovedLane + 1 + i, next_->known + 1 + i, signals);
+    for (int i = 0; i < kOldFrames; ++i)
+        writeFrame(kMovedLane + 1 + i, rings_[1 - present_].known + 1 + i, signals);
 }
 
 bool FarEnd::readSpectra(const LaneSpectra& spectra) {
-    present_->add(spectra, kFrameLane);
+    rings_[present_].add(spectra, kFrameLane);
     if (!moving_) return false;
-    next_->add(spectra, kMovedLane);
-    for (int i = 0; i < kOldFrames; ++i) next_->addOlder(spectra, kMovedLane + 1 + i);
-    if (next_->known < kSpectra) return false;
+    rings_[1 - present_].add(spectra, kMovedLane);
+    for (int i = 0; i < kOldFrames; ++i) rings_[1 - present_].addOlder(spectra, kMovedLane + 1 + i);
+    if (rings_[1 - present_].known < kSpectra) return false;
     finishMove();
     return true;
 }
 
 void FarEnd::finishMove() {
-    std::swap(present_, next_);
+    present_ = 1 - present_;
     delay_ = next_delay_;
     std::copy_n(history_ + kHistory - kEchoFrame - next_delay_, kEchoFrame, aligned_);
     moving_ = false;

@@ -35,7 +35,8 @@ class FarEnd {
 
     // Of the frame that ended `blocks` before the last one.
     const FarSpectrum& spectrum(int blocks) const {
-        return present_->spectra[(present_->newest + blocks) % kSpectra];
+        const Ring& ring = rings_[present_];
+        return ring.spectra[(ring.newest + blocks) % kSpectra];
     }
 
     // Later by the delay, oldest first: a partition less one sample of the past and the last block; then seven of any value.
@@ -80,8 +81,7 @@ class FarEnd {
     float taps_[kPhases + 1][2 * kReach] = {};  // of the interpolation
 
     Ring rings_[2];
-    Ring* present_ = &rings_[0];
-    Ring* next_ = &rings_[1];
+    int present_ = 0;  // of the rings; the other one is filled while it moves
     bool moving_ = false;
     int next_delay_ = 0;
 };
