@@ -1,7 +1,6 @@
-// The noise floor is the minimum of the smoothed
-// power over the last 1.5 to 3 seconds (Martin: Noise power spectral density estimation based on optimal
-// smoothing and minimum statistics, IEEE Transactions on Speech and Audio Processing 9(5), 2001), without
-// that paper's bias correction: the threshold above it includes the bias.
+// The noise floor is the minimum of the smoothed power over the last 1.5 to 3 seconds (Martin: Noise power spectral
+// density estimation based on optimal smoothing and minimum statistics, IEEE Transactions on Speech and Audio Processing
+// 9(5), 2001), without that paper's bias correction: the threshold above it includes the bias.
 #include "reference_engine/audio/direction_search.h"
 
 #include <algorithm>

@@ -1,5 +1,6 @@
 // Echoes whose delay is any, jumps or grows, as playback chains make them.
 #include <algorithm>
+#include <cmath>
 
 #include "tests/reference_engine/echo_scene.h"
 
@@ -84,4 +85,21 @@ TEST_P(EchoTiming, ClocksThatAgreeAreLeftAlone) {
     const se_scene::Scene scene = makeScene(options);
     process(se_scene::toInt16(scene.far_end), scene.mixture());
     EXPECT_NEAR(driftPpm(), 0, 40);
+}
+
+// Of a sound that repeats itself, every delay in its period would do for a while.
+TEST_P(EchoTiming, ToneAndMelodyMoveNothingWrongly) {
+    for (const double seconds_a_note : {100.0, 0.25}) {
+        se_scene::SceneOptions options = echoOptions(GetParam(), 7);
+        options.echo_delay_ms = 130;
+        double phase = 0;
+        for (int i = 0; i < 7 * se_scene::kSampleRate; ++i) {
+            const int note = static_cast<int>(i / (seconds_a_note * se_scene::kSampleRate));
+            phase += 2 * M_PI * 110 * std::pow(2, note * 7 % 12 / 12.0) / se_scene::kSampleRate;
+            double sum = 0;
+            for (int harmonic = 1; harmonic < 30; ++harmonic) sum += std::sin(harmonic * phase) / harmonic;
+            options.far_end_speech.push_back(static_cast<float>(0.1 * sum));
+        }
+        EXPECT_GT(enhancement(makeScene(options), 5, 7), 25) << seconds_a_note;
+    }
 }

@@ -36,7 +36,8 @@ std::optional<int> EchoAlignment::newDelay(int echo, double far_end) {
         return delay;
     }
     if (lead_ < 0) lead_ = lead;
-    if (std::abs(lead - lead_) < kJump) return std::nullopt;
+    // Of a tone every delay in its period is right: paths that match are left alone.
+    if (matches() || std::abs(lead - lead_) < kJump) return std::nullopt;
     return std::max(0, echo - lead_);
 }
 

@@ -90,7 +90,7 @@ void EchoCanceller::process(const int16_t* far_end, const MicrophoneBlock& in, M
     subtract(in, out);
     if (energyOf(far_end) > kAudibleEnergy) measure(in, out);
     learn();
-    followDelay(found_delay_);
+    followDelay();
 }
 
 // The last lane hears what the first microphone does.
@@ -213,14 +213,14 @@ void EchoCanceller::compareWithShadow() {
 }
 
 // While the far end moves, its delay says nothing about the clocks.
-void EchoCanceller::followDelay(std::optional<int> found) {
+void EchoCanceller::followDelay() {
     if (far_end_.moving() || !alignment_.learned() || !alignment_.matches()) {
         drift_.hold();
     } else {
         drift_.update(errors_ + kLastBlock - 1, first_echo_ + kLastBlock - 1);
     }
-    if (!found || far_end_.moving()) return;
-    const std::optional<int> delay = alignment_.newDelay(*found, far_end_.delay());
+    if (!found_delay_ || far_end_.moving()) return;
+    const std::optional<int> delay = alignment_.newDelay(*found_delay_, far_end_.delay());
     if (!delay || *delay == static_cast<int>(far_end_.delay())) return;
     restart_after_move_ = !alignment_.learned();
     far_end_.moveTo(*delay);

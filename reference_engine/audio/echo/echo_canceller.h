@@ -44,7 +44,7 @@ class EchoCanceller {
     void subtract(const MicrophoneBlock& in, MicrophoneBlock& out);
     void transformInputs();
     void findErrors();
-    void followDelay(std::optional<int> found);
+    void followDelay();
     void measure(const MicrophoneBlock& in, const MicrophoneBlock& out);
     void learn();
     void measureUnknown();

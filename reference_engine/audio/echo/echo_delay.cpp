@@ -9,6 +9,7 @@ namespace {
 
 constexpr float kMemory = 0.96f;   // a block: an average over half a second
 constexpr float kCertain = 0.12f;  // of the mean coherence; blocks without an echo reach half of it by chance
+constexpr float kOther = 0.6f;     // of it, at most, at any lag that is no neighbour
 constexpr int kCertainBlocks = 4;  // for which a lag must be the best
 constexpr float kLoud = 1e7f;      // mean power of a bin: a far end of -46 dBFS
 constexpr float kAudible = 1e3f;   // the same of the microphone: above the rounding of samples
@@ -59,7 +60,7 @@ std::optional<int> EchoDelay::update(const LaneSpectra& spectra) {
 
     if (microphone.power < kAudible) return std::nullopt;
     const int lag = strongestLag(microphone);
-    best_blocks_ = lag == best_ && coherence_[lag] > kCertain ? best_blocks_ + 1 : 0;
+    best_blocks_ = lag == best_ && coherence_[lag] > kCertain && isUnique(lag) ? best_blocks_ + 1 : 0;
     best_ = lag;
     if (best_blocks_ < kCertainBlocks) return std::nullopt;
     return std::max(0, lag * kLag + peakOf(cross_[lag]));
@@ -78,6 +79,14 @@ int EchoDelay::strongestLag(const Phases& microphone) {
     }
     return static_cast<int>(std::max_element(std::begin(coherence_), std::end(coherence_)) -
                             std::begin(coherence_));
+}
+
+// A sound that repeats itself, such as a tone, is coherent at many lags.
+bool EchoDelay::isUnique(int best) const {
+    for (int lag = 0; lag < kLags; ++lag) {
+        if (std::abs(lag - best) > 1 && coherence_[lag] > kOther * coherence_[best]) return false;
+    }
+    return true;
 }
 
 // The delay within the lag: that of the highest peak of the correlation.

@@ -47,6 +47,7 @@ class EchoDelay {
 
     static void readPhases(const LaneSpectra& spectra, int lane, Phases* phases);
     int strongestLag(const Phases& microphone);
+    bool isUnique(int best) const;
     int peakOf(const Phases& cross) const;
 
     RealFft fft_;

@@ -88,9 +88,9 @@ int16_t FarEnd::sampleAt(double position) const {
     return saturate16(std::lround(sum));
 }
 
-void FarEnd::moveTo(double delay) {
+void FarEnd::moveTo(int delay) {
     moving_ = true;
-    next_delay_ = static_cast<int>(delay);
+    next_delay_ = delay;
     rings_[1 - present_].known = 0;
 }
 

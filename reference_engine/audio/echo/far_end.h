@@ -21,7 +21,7 @@ class FarEnd {
 
     // Starts a change of the delay. It takes a few blocks, as the spectra of the past are computed again, a few a block.
     // needs: 0 to kLongestDelay.
-    void moveTo(double delay);
+    void moveTo(int delay);
     bool moving() const { return moving_; }
     double delay() const { return delay_; }
 
