@@ -1,0 +1,8 @@
+#include "reference_engine/lanes/lane_kernels_body.inl.h"
+
+namespace reference_engine {
+
+extern const LaneKernels kLaneKernelsAvx512 = {forward, backward, accumulate, adapt,    expect,
+                                               learn,   scale,    magnitudes, quantise, correlate};
+
+}  // namespace reference_engine
