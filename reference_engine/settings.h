@@ -56,6 +56,7 @@ struct Readings {
     float microphone_dbfs[kMicrophones] = {};
     int64_t microphone_correlation[kMicrophones] = {};  // with the centre, sum of products
 
+    int32_t array_source = 0;
     uint16_t location = 0;
     int16_t confidence = 0;
     int32_t look_azimuth_deg = 0;

@@ -5,6 +5,7 @@
 
 #include "reference_engine/audio/noise_test.h"
 #include "reference_engine/build.h"
+#include "reference_engine/control/array_file.h"
 #include "reference_engine/settings.h"
 
 namespace reference_engine {
@@ -24,6 +25,7 @@ constexpr Range kAny40 = {-549755813888.0, 549755813887.0};
 constexpr const char* kLookModeLabels[kLookModes] = {"All directions", "Forward", "Narrow forward",
                                                      "One direction"};
 constexpr const char* kOutputSourceLabels[kOutputSources] = {"Beam", "Centre microphone"};
+constexpr const char* kArrayLabels[kArraySources] = {"Built in", "File", "File refused"};
 constexpr const char* kNoiseTestLabels[NoiseTest::kStates] = {"Idle", "Running", "Done"};
 
 // The type of a diagnostic is the type of the field that it names.
@@ -122,6 +124,9 @@ SEDiag_t g_rows[] = {
     reading("mmfx_look_azimuth_deg", kBasic, get.look_azimuth_deg, "The same in degrees from microphone 1"),
     reading("mmfx_location_confidence", kBasic, get.confidence,
             "Contrast of that direction with all others, 0 to 32767"),
+    choice(
+        "mmfx_array", kIntermediate, kSEDiagRead, get.array_source, kArrayLabels,
+        "Where the places of the microphones come from: the environment variable SE_ARRAY_FILE names a file"),
     readings("mmfx_azimuth_deg", kDebug, get.azimuth_deg, "Azimuth of each location in degrees"),
     readings("mmfx_response", kAdvanced, get.response,
              "Power that the search finds at each location; 1: all sound comes from there"),

@@ -6,6 +6,7 @@
 
 #include "reference_engine/audio/geometry.h"
 #include "reference_engine/audio/meters.h"
+#include "reference_engine/control/array_file.h"
 
 namespace reference_engine {
 
@@ -26,6 +27,7 @@ uint64_t meanEnergyOf(const MicrophoneBlock& block) {
 void Engine::init() {
     g_settings = Settings{};
     g_readings = Readings{};
+    g_readings.array_source = placeArray();
     for (int d = 0; d < kLocations; ++d) {
         g_readings.azimuth_deg[d] = static_cast<uint16_t>(360 * d / kLocations);
     }
