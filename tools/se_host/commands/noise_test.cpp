@@ -44,6 +44,7 @@ struct NoiseTestOptions {
 Recording simulatedRecording(const NoiseTestOptions& command) {
     se_scene::SceneOptions options = command.scene;
     if (command.engine.device_model) options.array_radius_m = kDeviceModelRadius;
+    if (!command.engine.array.empty()) options.circle = circleOf(command.engine.array);
     const se_scene::Scene scene = simulate(options);
     Recording recording;
     recording.microphones = {se_scene::kSampleRate, se_scene::kChannels,
@@ -81,7 +82,7 @@ void save(const se_output::OutputFile& file) {
 
 void run(const NoiseTestOptions& command) {
     superviseEngine(command.engine.supervision);
-    refuseClashes({command.recording}, {command.output, command.picture});
+    refuseClashes({command.recording, command.engine.array}, {command.output, command.picture});
     // Steps that can fail come before steps that take long.
     se_output::OutputFile output(command.output);
     std::optional<se_output::Picture> picture;
@@ -127,6 +128,7 @@ void addNoiseTest(CLI::App& app) {
     command->add_option("--plot", options->picture, "Also draw the results, a picture in .png or .svg")
         ->type_name("FILE");
     addEngineChoice(*command, options->engine);
+    addArray(*command, options->engine.array);
     command->add_flag("--quiet", options->quiet, "No table, unless --json asks for it");
     command->add_flag("--json", options->json, "The results as JSON");
     command->footer(kExamples);

@@ -11,6 +11,7 @@ void addEngineAndTuning(CLI::App& command, DiagsOptions& options) {
         ->type_name("FILE.json");
     addOnDifference(command, options.on_difference);
     addEngineChoice(command, options.engine);
+    addArray(command, options.engine.array);
 }
 
 void addRecording(CLI::App& command, DiagsOptions& options) {
