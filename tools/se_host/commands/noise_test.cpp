@@ -12,6 +12,7 @@
 #include "tools/se_host/commands/noise_test_report.h"
 #include "tools/se_host/commands/output_paths.h"
 #include "tools/se_host/commands/print_json.h"
+#include "tools/se_host/commands/recording_options.h"
 #include "tools/se_host/commands/scene_options.h"
 #include "tools/se_host/engine/engine_stage.h"
 #include "tools/se_host/engine/noise_test_run.h"
@@ -36,6 +37,7 @@ struct NoiseTestOptions {
     EngineOptions engine;
     std::string output;
     std::string recording;
+    std::string channel_map;  // of the recording
     std::string picture;
     bool quiet = false;
     bool json = false;
@@ -88,9 +90,9 @@ void run(const NoiseTestOptions& command) {
     std::optional<se_output::Picture> picture;
     if (!command.picture.empty()) picture.emplace(command.picture);
     const Engine engine = startEngine(command.engine);
-    const Recording recording = command.recording.empty()
-                                    ? simulatedRecording(command)
-                                    : readRecording({command.recording, {}, std::nullopt});
+    const Recording recording =
+        command.recording.empty() ? simulatedRecording(command)
+                                  : readRecording({command.recording, {}, std::nullopt, command.channel_map});
 
     NoiseTestReport report{
         command.output, command.picture, soundText(command), engine.build, engine.version, 0, {}};
@@ -124,6 +126,8 @@ void addNoiseTest(CLI::App& app) {
                             "Test with this WAV or FLAC of 8 or more channels, not with a simulated array");
     recording->type_name("IN");
     excludeSceneOptions(*command, recording);
+    addChannelMap(*command, options->channel_map);
+    command->get_option("--channel-map")->needs(recording);
     command->add_option("OUT", options->output, "The results, a text")->required()->type_name("");
     command->add_option("--plot", options->picture, "Also draw the results, a picture in .png or .svg")
         ->type_name("FILE");
