@@ -80,6 +80,8 @@ Summary summarise(const ProcessOptions& options, const Engine& engine, const Rec
     summary.output_level = levelOf(processed.output);
     summary.directions = processed.directions;
     summary.talker = findTalker(processed.directions);
+    summary.block_times = processed.block_times;
+    summary.call = callReportOf(recording, processed);
     if (parts) summary.effect = effectOf(*parts, processed.output);
     return summary;
 }
