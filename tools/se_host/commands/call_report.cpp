@@ -133,16 +133,4 @@ Json echoJson(const CallReport& report) {
     return json;
 }
 
-Json microphonesJson(const CallReport& report) {
-    Json microphones = Json::array();
-    for (const MicrophoneCheck& check : report.microphones) {
-        microphones.push_back(
-            {{"microphone", check.microphone},
-             {"rms_dbfs", std::isinf(check.level_dbfs) ? Json(nullptr) : Json(check.level_dbfs)},
-             {"correlation", check.correlation},
-             {"finding", check.finding.empty() ? Json(nullptr) : Json(check.finding)}});
-    }
-    return microphones;
-}
-
 }  // namespace se_host

@@ -29,6 +29,5 @@ CallReport callReportOf(const Recording& recording, const Processed& processed);
 std::string echoPathText(const CallReport& report);
 
 nlohmann::ordered_json echoJson(const CallReport& report);
-nlohmann::ordered_json microphonesJson(const CallReport& report);
 
 }  // namespace se_host

@@ -25,8 +25,10 @@ namespace se = quill::media::se_wrapper;
 
 constexpr const char* kExamples =
     "Without a recording the microphones are simulated, with sensor noise and the parts of the options.\n"
-    "OUT is a text: for each microphone a line 'Microphone N', then for each row a line with its number\n"
-    "and value.\n"
+    "OUT is a text: for each microphone a line 'Microphone K', then for each row a line with its number\n"
+    "and value. K counts as the engine does: 0 to 5 are the microphones 3, 2, 5, 6, 7 and 4. The test "
+    "leaves\n"
+    "out microphone 1, that of the centre; the table has the levels of all.\n"
     "Examples:\n"
     "  se_host noise-test noise.txt\n"
     "  se_host noise-test noise.txt --diffuse-noise -45 --plot noise.png\n"
@@ -94,8 +96,14 @@ void run(const NoiseTestOptions& command) {
         command.recording.empty() ? simulatedRecording(command)
                                   : readRecording({command.recording, {}, std::nullopt, command.channel_map});
 
-    NoiseTestReport report{
-        command.output, command.picture, soundText(command), engine.build, engine.version, 0, {}};
+    NoiseTestReport report{command.output,
+                           command.picture,
+                           soundText(command),
+                           engine.build,
+                           engine.version,
+                           0,
+                           {},
+                           checkMicrophones(recording)};
     report.blocks = runNoiseTest(recording);
     report.results = noiseTestResults();
     save(output);

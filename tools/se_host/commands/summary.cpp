@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "common/string_printf.h"
+#include "tools/se_host/commands/microphones_json.h"
 #include "tools/se_host/engine/cycle_split_output.h"
 #include "tools/se_host/sound/resample.h"
 
@@ -234,7 +235,7 @@ Json toJson(const Summary& summary) {
             {"real_time_factor", summary.realTimeFactor(summary.processing_seconds)},
             {"block_seconds", blockTimesJson(summary.block_times)},
             {"levels", levelsJson(summary)},
-            {"microphones", microphonesJson(summary.call)},
+            {"microphones", microphonesJson(summary.call.microphones)},
             {"talker", talkerJson(summary)},
             {"azimuth_shares", sharesJson(summary)},
             {"echo", echoJson(summary.call)},

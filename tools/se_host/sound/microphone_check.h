@@ -2,7 +2,6 @@
 // a microphone that does not is dead or wired wrongly.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <vector>
 
