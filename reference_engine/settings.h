@@ -49,6 +49,7 @@ struct Readings {
     float echo_drift_ppm = 0;
     float echo_path_energy[kPartitions] = {};
 
+    // Of the device's channels 1 to 7.
     uint64_t microphone_energy[kMicrophones] = {};
     int16_t microphone_peak[kMicrophones] = {};
     uint16_t microphone_clipped[kMicrophones] = {};  // samples at the ends of the range, this block
@@ -63,7 +64,8 @@ struct Readings {
     float response[kLocations] = {};
     uint16_t azimuth_deg[kLocations] = {};
     uint32_t blocks_at_location[kLocations] = {};
-    int32_t steering_delay_ns[kMicrophones] = {};  // of the look direction, against the centre
+    int32_t steering_delay_ns[kMicrophones] =
+        {};  // of the look direction, against the centre; channels 1 to 7
     int32_t beam_peak[kLocations] = {};
     uint64_t beam_energy[kLocations] = {};
     int64_t beam_correlation[kLocations] = {};  // with the centre, sum of products

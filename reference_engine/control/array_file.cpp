@@ -15,9 +15,6 @@
 namespace reference_engine {
 namespace {
 
-// The device's channel of each microphone. Kept on purpose: the device crosses its channels.
-constexpr int kChannelOf[kMicrophones] = {1, 3, 2, 5, 6, 7, 4};
-
 constexpr double kNearest = 10;    // millimetres from channel 1
 constexpr double kFarthest = 100;  // the beams' filters reach no farther
 constexpr double kLeastApart = 5;  // millimetres between two microphones

@@ -119,7 +119,7 @@ void Engine::report(const MicrophoneBlock& microphones, const Beams& beams, cons
     std::copy(std::begin(search_.response()), std::end(search_.response()), g_readings.response);
     ++g_readings.blocks_at_location[location];
     for (int m = 0; m < kMicrophones; ++m) {
-        g_readings.steering_delay_ns[m] =
+        g_readings.steering_delay_ns[kChannelOf[m] - 1] =
             static_cast<int32_t>(std::lround(leadOf(m, azimuthOf(location)) * 1e9));
     }
     std::copy(out, out + kBlock, g_readings.output_block);

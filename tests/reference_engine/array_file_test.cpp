@@ -26,6 +26,9 @@ constexpr const char* kOtherArray =
     "6\t60\t-180\n"
     "7  45.5  90\n";
 
+constexpr int kChannelOf[] = {3, 2, 5, 6, 7, 4};
+
+// In the order of these channels.
 std::vector<se_scene::MicrophonePlace> otherArray() {
     return {{0.06, 0}, {0.03, 0}, {0.03, 180}, {0.06, 180}, {0.0455, 90}, {0.09, 0}};
 }
@@ -99,7 +102,7 @@ TEST_P(ArrayFile, GivesTheSteeringOfEachMicrophone) {
     const auto places = otherArray();
     for (size_t m = 0; m < places.size(); ++m) {
         const double angle = (30 - places[m].azimuth_deg) * M_PI / 180;
-        EXPECT_NEAR(delays[m + 1], places[m].distance_m * std::cos(angle) / 343 * 1e9, 1) << m;
+        EXPECT_NEAR(delays[kChannelOf[m] - 1], places[m].distance_m * std::cos(angle) / 343 * 1e9, 1) << m;
     }
 }
 
@@ -137,7 +140,7 @@ TEST_P(ArrayFile, ThatCannotBeUsedIsRefusedInALine) {
         EXPECT_EQ(line, std::string("SE_ARRAY_FILE '") + std::getenv("SE_ARRAY_FILE") +
                             "': " + refusal.reason + "; the built-in array is used\n");
         EXPECT_EQ(source(), kRefused) << refusal.text;
-        EXPECT_NEAR(steeringTowards(0)[1], arrayRadiusOf(GetParam()) / 343 * 1e9, 1);
+        EXPECT_NEAR(steeringTowards(0)[3 - 1], arrayRadiusOf(GetParam()) / 343 * 1e9, 1);
     }
 }
 
