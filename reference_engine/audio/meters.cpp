@@ -44,12 +44,13 @@ int32_t peakOf(const int16_t* samples, int step) {
 
 void meterMicrophones(const MicrophoneBlock& block, Readings* readings) {
     for (int m = 0; m < kMicrophones; ++m) {
-        readings->microphone_energy[m] = energyOf(block[m]);
-        readings->microphone_peak[m] = static_cast<int16_t>(std::min(peakOf(block[m]), 32767));
-        readings->microphone_clipped[m] = clippedIn(block[m]);
-        readings->microphone_clipped_total[m] += readings->microphone_clipped[m];
-        readings->microphone_dbfs[m] = dbfsOf(readings->microphone_energy[m]);
-        readings->microphone_correlation[m] = correlationOf(block[m], block[0]);
+        const int i = kChannelOf[m] - 1;
+        readings->microphone_energy[i] = energyOf(block[m]);
+        readings->microphone_peak[i] = static_cast<int16_t>(std::min(peakOf(block[m]), 32767));
+        readings->microphone_clipped[i] = clippedIn(block[m]);
+        readings->microphone_clipped_total[i] += readings->microphone_clipped[i];
+        readings->microphone_dbfs[i] = dbfsOf(readings->microphone_energy[i]);
+        readings->microphone_correlation[i] = correlationOf(block[m], block[0]);
     }
 }
 

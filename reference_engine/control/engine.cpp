@@ -6,6 +6,7 @@
 
 #include "reference_engine/audio/geometry.h"
 #include "reference_engine/audio/meters.h"
+#include "reference_engine/control/array_file.h"
 
 namespace reference_engine {
 
@@ -26,6 +27,7 @@ uint64_t meanEnergyOf(const MicrophoneBlock& block) {
 void Engine::init() {
     g_settings = Settings{};
     g_readings = Readings{};
+    g_readings.array_source = placeArray();
     for (int d = 0; d < kLocations; ++d) {
         g_readings.azimuth_deg[d] = static_cast<uint16_t>(360 * d / kLocations);
     }
@@ -117,7 +119,7 @@ void Engine::report(const MicrophoneBlock& microphones, const Beams& beams, cons
     std::copy(std::begin(search_.response()), std::end(search_.response()), g_readings.response);
     ++g_readings.blocks_at_location[location];
     for (int m = 0; m < kMicrophones; ++m) {
-        g_readings.steering_delay_ns[m] =
+        g_readings.steering_delay_ns[kChannelOf[m] - 1] =
             static_cast<int32_t>(std::lround(leadOf(m, azimuthOf(location)) * 1e9));
     }
     std::copy(out, out + kBlock, g_readings.output_block);

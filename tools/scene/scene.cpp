@@ -66,7 +66,7 @@ void speakOnlyBetween(double start_s, double end_s, Row& speech) {
 
 ImpulseResponses responsesFrom(double azimuth_deg, double distance_m, const SceneOptions& options) {
     const Point source = atAzimuth(azimuth_deg, distance_m);
-    const MicrophonePositions microphones = microphonePositions(options.array_radius_m);
+    const MicrophonePositions microphones = microphonePositions(options);
     if (options.reverberation_s <= 0) return freeFieldResponses(source, microphones);
     return roomResponses(options.room, options.reverberation_s, source, microphones);
 }
@@ -89,8 +89,8 @@ MicrophoneRows makeNoise(const SceneOptions& options, size_t frames) {
     }
     if (options.diffuse_noise_dbfs != kSilent) {
         Random random(options.seed, Stream::kDiffuseNoise);
-        MicrophoneRows diffuse = diffuseNoise(frames, microphonePositions(options.array_radius_m),
-                                              options.diffuse_noise_colour, random);
+        MicrophoneRows diffuse =
+            diffuseNoise(frames, microphonePositions(options), options.diffuse_noise_colour, random);
         scaleRows(diffuse, factorFor(options.diffuse_noise_dbfs, levelDbfs(diffuse[0])));
         add(noise, diffuse);
     }
