@@ -53,12 +53,13 @@ void meterMicrophones(const MicrophoneBlock& block, Readings* readings) {
     }
 }
 
-void meterBeams(const Beams& beams, const int16_t* centre, Readings* readings) {
-    for (int d = 0; d < kLocations; ++d) {
-        const int16_t* beam = &beams[0][d];
-        readings->beam_peak[d] = peakOf(beam, kLocations);
-        readings->beam_energy[d] = energyOf(beam, kLocations);
-        readings->beam_correlation[d] = correlationOf(beam, centre, kLocations);
+void meterBeams(const LiveBeams& beams, const int16_t* centre, Readings* readings) {
+    for (int b = 0; b < kLiveBeams; ++b) {
+        const int16_t* beam = &beams.samples[0][b];
+        const int location = beams.location[b];
+        readings->beam_peak[location] = peakOf(beam, kLiveBeams);
+        readings->beam_energy[location] = energyOf(beam, kLiveBeams);
+        readings->beam_correlation[location] = correlationOf(beam, centre, kLiveBeams);
     }
 }
 

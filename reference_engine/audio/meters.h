@@ -14,6 +14,6 @@ float dbfsOf(uint64_t energy);                         // of a block; -120 at le
 int32_t peakOf(const int16_t* samples, int step = 1);  // 0 to 32768
 
 void meterMicrophones(const MicrophoneBlock& block, Readings* readings);
-void meterBeams(const Beams& beams, const int16_t* centre, Readings* readings);
+void meterBeams(const LiveBeams& beams, const int16_t* centre, Readings* readings);
 
 }  // namespace reference_engine
