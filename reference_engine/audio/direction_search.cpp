@@ -25,6 +25,7 @@ constexpr float kAboveTail = 1.0f;
 
 constexpr float kLeastActivity = 0.05f;              // share of such bins from which a block counts
 constexpr float kAdaptation = 0.12f;                 // of the response, when every bin counts
+constexpr float kMeanStep = 0.01f;                   // of the mean power, a block
 constexpr float kHuge = 1e30f;                       // more than any power
 constexpr float kTiny = 1e-3f;                       // against division by zero; samples are integers
 constexpr float kNoDirection = 1.0f / kMicrophones;  // response of noise independent in each microphone
@@ -47,11 +48,13 @@ void DirectionSearch::init() {
     std::fill(std::begin(least_), std::end(least_), kHuge);
     std::fill(std::begin(least_before_), std::end(least_before_), kHuge);
     floor_age_ = 0;
+    mean_power_ = 0;
     restart();
 }
 
 void DirectionSearch::restart() {
     std::fill(std::begin(response_), std::end(response_), kNoDirection);
+    track_ = DirectionTrack{};
     active_ = false;
 }
 
@@ -59,10 +62,15 @@ void DirectionSearch::update(const MicrophoneSpectra& spectra, const float (&ech
                              uint64_t energy, uint64_t gate) {
     readPhases(spectra);
     const float activity = weighBins(echo + kFirstBin);
+    const float loud = loudness();
     active_ = activity > kLeastActivity && energy >= gate;
     if (!active_) return;
-    const float step = kAdaptation * activity;
-    for (int d = 0; d < kLocations; ++d) response_[d] += step * (powerFrom(d) - response_[d]);
+    float powers[kLocations];
+    for (int d = 0; d < kLocations; ++d) {
+        powers[d] = powerFrom(d);
+        response_[d] += kAdaptation * activity * (powers[d] - response_[d]);
+    }
+    track_.update(powers, activity * loud);
 }
 
 void DirectionSearch::readPhases(const MicrophoneSpectra& spectra) {
@@ -97,6 +105,16 @@ float DirectionSearch::weighBins(const float* echo) {
         floor_age_ = 0;
     }
     return sum / kBins;
+}
+
+// The power of all bins, as a share of its sum with the mean: close to 1 for a talker after a pause, close to 0 for voices
+// in the background while the talker makes a short pause.
+float DirectionSearch::loudness() {
+    float power = 0;
+    for (const float each : power_) power += each;
+    const float share = power / (power + mean_power_ + kTiny);
+    mean_power_ = flushed(mean_power_ + kMeanStep * (power - mean_power_));
+    return share;
 }
 
 // needs: a bin whose weight is not 0.
