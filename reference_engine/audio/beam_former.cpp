@@ -17,6 +17,13 @@ int16_t scaledBack(int32_t sum, int shift) {
     return saturate16((sum + (1 << (shift - 1))) >> shift);
 }
 
+// From one signal to the other over the block, linear.
+void fade(const int16_t* from, const int16_t* to, int16_t* out) {
+    for (int i = 0; i < kBlock; ++i) {
+        out[i] = static_cast<int16_t>(from[i] + (to[i] - from[i]) * (i + 1) / kBlock);
+    }
+}
+
 }  // namespace
 
 void BeamFormer::init() {
@@ -51,11 +58,11 @@ void BeamFormer::process(const MicrophoneBlock& in, int location, int16_t* out) 
         for (int i = 0; i < kValues; ++i) sums[i] += steered[i];
     }
     for (int i = 0; i < kBlock; ++i) {
-        int16_t(&sample)[kLiveBeams] = beams_.samples[i];
-        for (int b = 0; b < kLiveBeams; ++b) sample[b] = scaledBack(sums[i * kLiveBeams + b], weights_.shift);
-        const int from = location == location_ ? sample[0] : sample[1];
-        out[i] = static_cast<int16_t>(from + (sample[0] - from) * (i + 1) / kBlock);
+        for (int b = 0; b < kLiveBeams; ++b) {
+            beams_.samples[b][i] = scaledBack(sums[i * kLiveBeams + b], weights_.shift);
+        }
     }
+    fade(location == location_ ? beams_.samples[0] : beams_.samples[1], beams_.samples[0], out);
     location_ = location;
 }
 

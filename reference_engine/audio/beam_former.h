@@ -11,10 +11,9 @@ namespace reference_engine {
 
 inline constexpr int kLiveBeams = 2;
 
-// Interleaved, as the interpolation routine writes it: sample i of live beam b is samples[i][b].
 struct LiveBeams {
     int location[kLiveBeams];  // where they look; never the same direction
-    int16_t samples[kBlock][kLiveBeams];
+    int16_t samples[kLiveBeams][kBlock];
 };
 
 class BeamFormer {
