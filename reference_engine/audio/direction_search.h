@@ -37,22 +37,22 @@ class DirectionSearch {
     static constexpr int kBins =
         172;  // up to 5970 Hz: above, speech has little energy and spatial aliasing begins
 
-    void readPhases(const MicrophoneSpectra& spectra);
-    float weighBins(const float* echo);
-    float loudness();
-    float powerFrom(int location) const;
+    float weighBins(const MicrophoneSpectra& spectra, const float* echo);
+    float loudness(const MicrophoneSpectra& spectra);
+    void findPowers(const MicrophoneSpectra& spectra, float (&powers)[kLocations]) const;
 
-    float power_[kBins] = {};         // mean of the microphones
-    float smoothed_[kBins] = {};      // the power, averaged over a few blocks
+    float smoothed_[kBins] = {};      // the power of the microphones, averaged over a few blocks
     float least_[kBins] = {};         // minimum of the smoothed power, in the present interval
     float least_before_[kBins] = {};  // the same in the interval before
     float weight_[kBins] = {};        // 0 for noise, towards 1 for sound far above it
-    // Real and imaginary parts in arrays of their own, which suits SIMD: unit phases of the microphones, and
-    // the steering that aligns them.
-    float phase_re_[kMicrophones][kBins] = {};
-    float phase_im_[kMicrophones][kBins] = {};
-    float steer_re_[kLocations][kMicrophones][kBins] = {};
-    float steer_im_[kLocations][kMicrophones][kBins] = {};
+
+    // What aligns the microphones of the circle with the centre, for half of the locations. For the opposite ones it is
+    // the conjugate.
+    static constexpr int kSteered = kMicrophones - 1;
+    static constexpr int kOpposite = kLocations / 2;
+    static_assert(kSteered == kLanes - 2 && kOpposite <= kLanes);
+    LaneBin steering_[kBins][kSteered] = {};
+
     float mean_power_ = 0;  // of all bins together, over the last second
     float response_[kLocations] = {};
     DirectionTrack track_;

@@ -2,7 +2,7 @@
 
 namespace reference_engine {
 
-extern const LaneKernels kLaneKernelsAvx2 = {forward, backward, accumulate, adapt,    expect,
-                                             learn,   scale,    magnitudes, quantise, correlate};
+extern const LaneKernels kLaneKernelsAvx2 = {forward, backward,   accumulate, adapt,     expect, learn,
+                                             scale,   magnitudes, quantise,   correlate, steer};
 
 }  // namespace reference_engine
