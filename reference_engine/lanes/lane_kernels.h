@@ -59,6 +59,11 @@ struct LaneKernels {
     // cross = memory * cross + (1 - memory) * conj(a) * b. out: the sum of the powers of `cross`, for each lane.
     void (*correlate)(const Lanes* a_re, const Lanes* a_im, const Lanes* b_re, const Lanes* b_im,
                       float memory, int groups, Lanes* cross_re, Lanes* cross_im, Lanes* power);
+
+    // Of the phases of all signals but the last: sum of weight * |first + sum of others * steering|^2, and the same with
+    // the conjugate of the steering. A lane of the steering is a direction; each bin has one for each of the others.
+    void (*steer)(const LaneBin* spectra, const LaneBin* steering, const float* weight, int bins,
+                  Lanes* power, Lanes* opposite);
 };
 
 extern const LaneKernels kLaneKernelsSse2;

@@ -2,6 +2,8 @@
 // The transform: pairs of samples are the complex values of a transform of half the size, computed in radix 4 after one
 // step in radix 4 or 8 that needs no twiddles (Cooley and Tukey 1965; the packing of real data: Press et al.,
 // Numerical Recipes, "FFT of real functions").
+#include <xmmintrin.h>
+
 #include <cstddef>
 
 #include "reference_engine/lanes/lane_bin.inl.h"
@@ -193,6 +195,46 @@ void correlate(const Lanes* a_re, const Lanes* a_im, const Lanes* b_re, const La
     }
     *power = sum;
 }
+
+Lanes squareRootOf(const Lanes& a) {
+    Lanes root;
+    for (int i = 0; i < kLanes; i += 4) {
+        float* const to = reinterpret_cast<float*>(&root) + i;
+        _mm_store_ps(to, _mm_sqrt_ps(_mm_load_ps(reinterpret_cast<const float*>(&a) + i)));
+    }
+    return root;
+}
+
+void steer(const LaneBin* spectra, const LaneBin* steering, const float* weight, int bins, Lanes* power,
+           Lanes* opposite) {
+    constexpr int kSteered = kLanes - 2;
+    constexpr float kTiny = 1e-3f;  // against division by zero
+    Lanes ahead = {}, behind = {};
+    for (int k = 0; k < bins; ++k) {
+        if (weight[k] == 0) continue;
+        const LaneBin& bin = spectra[k];
+        const Lanes to_unit = 1 / squareRootOf(bin.re * bin.re + bin.im * bin.im + kTiny);
+        const LaneBin phase = {bin.re * to_unit, bin.im * to_unit};
+        Lanes re_cosine = Lanes{} + phase.re[0], im_cosine = Lanes{} + phase.im[0];
+        Lanes re_sine = {}, im_sine = {};
+        for (int m = 0; m < kSteered; ++m) {
+            const LaneBin& turn = steering[k * kSteered + m];
+            re_cosine += turn.re * phase.re[m + 1];
+            im_cosine += turn.re * phase.im[m + 1];
+            re_sine += turn.im * phase.re[m + 1];
+            im_sine += turn.im * phase.im[m + 1];
+        }
+        const LaneBin sum = {re_cosine - im_sine, im_cosine + re_sine};
+        const LaneBin mirrored = {re_cosine + im_sine, im_cosine - re_sine};
+        ahead += (sum.re * sum.re + sum.im * sum.im) * weight[k];
+        behind += (mirrored.re * mirrored.re + mirrored.im * mirrored.im) * weight[k];
+    }
+    *power = ahead;
+    *opposite = behind;
+}
+
+constexpr LaneKernels kLaneKernels = {forward, backward,   accumulate, adapt,     expect, learn,
+                                      scale,   magnitudes, quantise,   correlate, steer};
 
 }  // namespace
 }  // namespace reference_engine

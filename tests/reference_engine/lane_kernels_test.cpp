@@ -204,6 +204,42 @@ TEST_P(LaneKernelsTest, CorrelationsHaveTheSameBits) {
     EXPECT_TRUE(same(power_a, power_b));
 }
 
+TEST_F(LaneKernelsTest, SteeredPowersHaveTheSameBits) {
+    const std::vector<LaneBin> spectra = bins(kBins), steering = bins(kBins * (kLanes - 2));
+    std::vector<float> weight = numbers(kBins);
+    weight[3] = 0;
+    Lanes a[2], b[2];
+    narrow_.steer(spectra.data(), steering.data(), weight.data(), kBins, &a[0], &a[1]);
+    wide_.steer(spectra.data(), steering.data(), weight.data(), kBins, &b[0], &b[1]);
+    EXPECT_EQ(std::memcmp(a, b, sizeof a), 0);
+}
+
+// Signals that the steering of lane 2 brings in phase, in two bins, and those of its mirror image in a third one.
+TEST(LaneSteer, FindsTheDirectionWhoseSteeringAlignsTheSignals) {
+    constexpr int kSteered = kLanes - 2;
+    LaneBin spectra[3] = {}, steering[3 * kSteered] = {};
+    for (int k = 0; k < 3; ++k) {
+        for (int m = 0; m <= kSteered; ++m) {
+            for (int d = 0; d < kLanes && m > 0; ++d) {
+                const double turn = 0.7 * m * (d + 1) + k;
+                steering[k * kSteered + m - 1].re[d] = static_cast<float>(std::cos(turn));
+                steering[k * kSteered + m - 1].im[d] = static_cast<float>(std::sin(turn));
+            }
+            const double late = m == 0 ? 0 : (0.7 * m * 3 + k) * (k == 2 ? -1 : 1);
+            spectra[k].re[m] = static_cast<float>(100 * (m + 1) * std::cos(late));
+            spectra[k].im[m] = static_cast<float>(-100 * (m + 1) * std::sin(late));
+        }
+    }
+    const float weight[] = {1, 0.5F, 0.25F};
+    Lanes power, opposite;
+    laneKernels().steer(spectra, steering, weight, 2, &power, &opposite);
+    EXPECT_NEAR(power[2], 49 * 1.5, 1e-3);
+    EXPECT_LT(power[0], 30);
+    EXPECT_LT(opposite[2], 30);
+    laneKernels().steer(spectra + 2, steering + 2 * kSteered, weight + 2, 1, &power, &opposite);
+    EXPECT_NEAR(opposite[2], 49 * 0.25, 1e-3);
+}
+
 TEST(LaneQuantise, RoundsHalvesAwayFromZeroWithinTheLimit) {
     const Lanes values = {0.5F, -0.5F, 1.4F, -1.6F, 99.0F, -99.0F, 0, 2.5F};
     const Lanes unity = Lanes{} + 1;
