@@ -34,6 +34,7 @@ void Engine::init() {
     echo_canceller_.init();
     spectra_.init();
     residual_echo_.init();
+    diffuseness_.init();
     search_.init();
     look_.init();
     beam_former_.init();
@@ -63,7 +64,8 @@ void Engine::processMicrophones(const int16_t* centre, const int16_t* circle, in
     beam_former_.process(clean, beams);
     int16_t selected[kBlock], reduced[kBlock];
     output_.select(beam_former_, beams, look_.location(), g_settings, selected);
-    noise_reduction_.process(selected, residual_echo_.framePower(), g_settings, reduced);
+    noise_reduction_.process(selected, residual_echo_.framePower(), diffuseness_.value(), g_settings,
+                             reduced);
     output_.play(reduced, look_.soundFromOutside(), g_settings, g_readings.sample_clock, out);
     report(microphones, beams, out);
 }
@@ -96,6 +98,7 @@ void Engine::cancelEcho(const MicrophoneBlock& in, MicrophoneBlock& out) {
     if (g_settings.aec_bypass != 0) std::copy(in[0], in[0] + kMicrophones * kBlock, out[0]);
     spectra_.update(in, out);
     residual_echo_.update(spectra_, echo_canceller_.residual(), echo_canceller_.unknownShare());
+    diffuseness_.update(spectra_);
 }
 
 void Engine::search(const MicrophoneBlock& block) {

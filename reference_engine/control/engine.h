@@ -3,6 +3,7 @@
 #pragma once
 
 #include "reference_engine/audio/beam_former.h"
+#include "reference_engine/audio/diffuseness.h"
 #include "reference_engine/audio/direction_search.h"
 #include "reference_engine/audio/echo/echo_canceller.h"
 #include "reference_engine/audio/echo/residual_echo.h"
@@ -34,6 +35,7 @@ class Engine {
     EchoCanceller echo_canceller_;
     MicrophoneSpectra spectra_;
     ResidualEcho residual_echo_;
+    Diffuseness diffuseness_;
     DirectionSearch search_;
     LookDirection look_;
     BeamFormer beam_former_;
