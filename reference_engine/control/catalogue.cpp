@@ -155,6 +155,8 @@ SEDiag_t g_rows[] = {
              "Samples of the last block at the ends of the range, for each microphone"),
     readings("semic_clipped_total", kIntermediate, get.microphone_clipped_total,
              "The same since the engine was initialised"),
+    readings("semic_faulty", kBasic, get.microphone_faulty,
+             "1: a microphone that is dead or far too quiet or loud, which the others replace"),
     readings("semic_correlation", kDebug, get.microphone_correlation,
              "Sum of products of the last block of each microphone with the centre one"),
 

@@ -9,6 +9,8 @@
 #include "reference_engine/audio/echo/residual_echo.h"
 #include "reference_engine/audio/high_pass.h"
 #include "reference_engine/audio/look_direction.h"
+#include "reference_engine/audio/microphone_faults.h"
+#include "reference_engine/audio/microphone_prediction.h"
 #include "reference_engine/audio/microphone_spectra.h"
 #include "reference_engine/audio/noise_reduction.h"
 #include "reference_engine/audio/noise_test.h"
@@ -26,12 +28,14 @@ class Engine {
     void startNoiseTest();
 
   private:
-    void cancelEcho(const MicrophoneBlock& in, MicrophoneBlock& out);
+    void cancelEcho(MicrophoneBlock& in, MicrophoneBlock& out);
     void search(const MicrophoneBlock& block);
     void report(const MicrophoneBlock& microphones, const Beams& beams, const int16_t* out);
 
     bool ready_ = false;
     HighPass high_pass_;
+    MicrophoneFaults faults_;
+    MicrophonePrediction prediction_;
     EchoCanceller echo_canceller_;
     MicrophoneSpectra spectra_;
     ResidualEcho residual_echo_;
