@@ -39,6 +39,17 @@ TEST(ScenePlayback, JumpsAtItsTime) {
     EXPECT_NEAR(delayBetween(excerpt(far_end, 2, 4), excerpt(sound, 2, 4), kLongest), 480, 0.05);
 }
 
+TEST(ScenePlayback, JumpsBackAtItsTime) {
+    SceneOptions options = echoAlone(4);
+    const Row far_end = makeScene(options).far_end;
+    options.echo_jump_s = 1;
+    options.echo_jump_ms = 100;
+    options.echo_jump_back_s = 2.5;
+    const Row sound = played(far_end, options);
+    EXPECT_NEAR(delayBetween(excerpt(far_end, 1, 2.5), excerpt(sound, 1, 2.5), kLongest), 1600, 0.05);
+    EXPECT_EQ(excerpt(sound, 2.5, 4), excerpt(far_end, 2.5, 4));
+}
+
 TEST(ScenePlayback, GetsLaterWithASlowerClock) {
     SceneOptions options = echoAlone(10);
     const Row far_end = makeScene(options).far_end;
