@@ -15,7 +15,8 @@ enum class Stream : uint32_t {
     kSensorNoise,
     kDiffuseNoise,
     kSecondTalker,
-    kSurroundings
+    kSurroundings,
+    kTrial
 };
 
 class Random {

@@ -45,7 +45,7 @@ Signal noise(size_t size, uint32_t seed = 1) {
 Signal noisy(const Signal& signal, double amount) {
     Signal sum = noise(signal.size());
     for (size_t i = 0; i < sum.size(); ++i) {
-        sum[i] = static_cast<float>(signal[i] + amount * static_cast<double>(sum[i]));
+        sum[i] = static_cast<float>(static_cast<double>(signal[i]) + amount * static_cast<double>(sum[i]));
     }
     return sum;
 }
