@@ -83,7 +83,7 @@ class TalkerMeasure {
 // Talker and echo equally loud.
 SceneOptions doubleTalk(const TrialOptions& options, uint32_t number) {
     SceneOptions scene = drawScene(options, number, kFarEndToo.end_s);
-    scene.echo_level_dbfs = kTalkerDbfs;
+    scene.echo_level_dbfs = kTalkerDbfs + 6;
     scene.talker_start_s = kDoubleTalk.begin_s;
     scene.talker_end_s = kDoubleTalk.end_s;
     return scene;
