@@ -16,7 +16,6 @@ struct Panel {
     const char* name;
     const char* title;
     bool (*shows)(const FigureRow& row);
-    const char* area;  // in gnuplot's language
 };
 
 bool isEcho(const FigureRow& row) {
@@ -32,10 +31,9 @@ bool isDecibelsOfTalker(const FigureRow& row) {
 }
 
 const Panel kPanels[] = {
-    {"echo", "Echo: ERLE, dB", isEcho, "set lmargin at screen 0.31\nset rmargin at screen 0.97\n"},
-    {"talker", "Talker and noise, dB", isDecibelsOfTalker,
-     "set lmargin at screen 0.31\nset rmargin at screen 0.97\n"},
-    {"stoi", "Intelligibility: STOI", isShare, "set lmargin at screen 0.31\nset rmargin at screen 0.97\n"},
+    {"echo", "Echo: ERLE, dB", isEcho},
+    {"talker", "Talker and noise, dB", isDecibelsOfTalker},
+    {"stoi", "Intelligibility: STOI", isShare},
 };
 
 constexpr int kRowPixels = 24;
@@ -87,8 +85,9 @@ std::string plotOf(const Panel& panel, const Rows& rows, double bottom, double t
     const std::string name = panel.name;
     std::string script = pointsOf(name + "_engine", rows, kEngine) + pointsOf(name + "_peer", rows, kPeer) +
                          boundsOf(name + "_bound", rows);
-    script += panel.area + stringPrintf("set bmargin at screen %g\nset tmargin at screen %g\n", bottom, top);
-    script += "set title " + plotText(panel.title) + "\nset ytics (" + namesOf(rows) + ")\n" +
+    script += stringPrintf("set bmargin at screen %g\nset tmargin at screen %g\n", bottom, top);
+    script += "set title " + plotText(panel.title) + " offset graph -0.5, 0 left" + "\nset ytics (" +
+              namesOf(rows) + ")\n" +
               stringPrintf("set yrange [%g:0.6]\n", 0.4 - static_cast<double>(rows.size()));
     return script + "plot $" + name +
            "_bound using 1:2 with points pt 2 ps 0.9 lw 1.6 lc rgb '#d62728' title 'to reach', $" + name +
@@ -105,7 +104,7 @@ void draw(const Report& report, se_output::Picture& picture) {
     }
     std::string script =
         "set multiplot\nset border 3\nset tics nomirror\nset grid xtics ytics lt 1 lw 0.5 lc rgb '#d0d0d0'\n"
-        "set key top right outside horizontal\n";
+        "set key top right outside horizontal\nset lmargin at screen 0.4\nset rmargin at screen 0.97\n";
     int used = 0;
     for (const Panel& panel : kPanels) {
         const Rows rows = rowsOf(panel, report);
@@ -113,6 +112,7 @@ void draw(const Report& report, se_output::Picture& picture) {
         const int top = used + kPanelPixels / 2;
         used += kPanelPixels + kRowPixels * static_cast<int>(rows.size());
         const auto fromBottom = [height](int pixels) { return 1 - static_cast<double>(pixels) / height; };
+        if (&panel != kPanels) script += "set key off\n";
         script += plotOf(panel, rows, fromBottom(used - kPanelPixels / 2), fromBottom(top));
     }
     picture.draw(script + "unset multiplot\n", {kWidth, height});

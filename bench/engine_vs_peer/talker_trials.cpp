@@ -12,7 +12,7 @@ using se_scene::SceneOptions;
 constexpr uint32_t kFirstNumber = 50;  // after those of the echo trials
 
 constexpr Span kInNoise{2, 12};
-constexpr Span kOnset{2, 2.6};
+constexpr double kOnset = 0.6;  // seconds
 constexpr Span kDoubleTalk{3, 7};
 constexpr Span kFarEndToo{3, 10};
 constexpr Span kWalk{5, 7};
@@ -20,7 +20,6 @@ constexpr double kFirstTurn = 1;
 constexpr double kTurn = 3;
 constexpr double kTwoTalkersEnd = 13;
 
-// What is asked of a scene beside the intelligibility and the talker's level.
 constexpr Target kNoTarget{Aim::kAtLeast};
 constexpr Target kLevel{Aim::kWithin, 3};
 
@@ -80,7 +79,7 @@ class TalkerMeasure {
     double lags_[kSystems];
 };
 
-// Talker and echo equally loud.
+// The echo is louder than the talker, because the loudspeaker is nearer.
 SceneOptions doubleTalk(const TrialOptions& options, uint32_t number) {
     SceneOptions scene = drawScene(options, number, kFarEndToo.end_s);
     scene.echo_level_dbfs = kTalkerDbfs + 6;
@@ -132,10 +131,24 @@ std::vector<Figure> measureBabble(const Recording& recording) {
     return figures;
 }
 
+// The first sound that is within 20 dB of the talker's level: it may start with a pause.
+double onsetOf(const Row& talker, const Span& span) {
+    constexpr double kPiece = 0.02;
+    const double weakest_dbfs = se_scene::activeLevelDbfs(talker) - 20;
+    double begin_s = span.begin_s;
+    while (begin_s < span.end_s &&
+           se_scene::levelDbfs(se_scene::excerpt(talker, begin_s, begin_s + kPiece)) < weakest_dbfs) {
+        begin_s += kPiece;
+    }
+    return begin_s;
+}
+
 std::vector<Figure> measureLoudNoise(const Recording& recording) {
     const TalkerMeasure measure(recording, kInNoise);
     std::vector<Figure> figures = measure.usual(kNoTarget);
-    figures.push_back(measure.level("level of the first 0.6 s", {Aim::kAtLeast, -3.5}, {kOnset}));
+    const double begin_s = onsetOf(measure.direct(), kInNoise);
+    figures.push_back(
+        measure.level("level of the first 0.6 s", {Aim::kAtLeast, -3.5}, {{begin_s, begin_s + kOnset}}));
     return figures;
 }
 
