@@ -11,7 +11,7 @@
 namespace se_scene {
 namespace {
 
-constexpr double kLongest = 6000;  // samples
+constexpr int kLongest = 6000;  // samples
 
 TEST(ScenePlayback, IsTheFarEndUnlessSomethingHappens) {
     const SceneOptions options = echoAlone(1);
