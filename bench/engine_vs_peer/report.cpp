@@ -20,6 +20,12 @@ double scoreOf(const Target& target, double value) {
     return value;
 }
 
+std::vector<double> scoresOf(const FigureRow& row, System system) {
+    std::vector<double> scores;
+    for (const double value : row.of_seed[system]) scores.push_back(scoreOf(row.figure.target, value));
+    return scores;
+}
+
 FigureRow& rowOf(const std::string& scene, const Figure& figure, std::vector<FigureRow>& rows) {
     const auto same = std::find_if(rows.begin(), rows.end(), [&](const FigureRow& row) {
         return row.scene == scene && row.figure.name == figure.name;
@@ -50,11 +56,9 @@ void add(const Trial& trial, const std::vector<Recording>& recordings, Report& r
 }
 
 const char* aheadIn(const FigureRow& row) {
-    std::vector<double> leads;
-    for (size_t i = 0; i < row.of_seed[kEngine].size(); ++i) {
-        leads.push_back(scoreOf(row.figure.target, row.of_seed[kEngine][i]) -
-                        scoreOf(row.figure.target, row.of_seed[kPeer][i]));
-    }
+    std::vector<double> leads = scoresOf(row, kEngine);
+    const std::vector<double> of_peer = scoresOf(row, kPeer);
+    for (size_t i = 0; i < leads.size(); ++i) leads[i] -= of_peer[i];
     const Estimate lead = estimate(leads);
     if (!(std::abs(lead.mean) > lead.margin)) return "";
     return lead.mean > 0 ? "engine" : "peer";
@@ -66,11 +70,9 @@ bool hasTarget(const FigureRow& row) {
 
 bool isReached(const FigureRow& row) {
     const Target& target = row.figure.target;
-    if (target.aim == Aim::kNotBelowPeer) return row.of(kEngine).mean >= row.of(kPeer).mean;
-    if (target.aim != Aim::kWithin)
-        return scoreOf(target, row.of(kEngine).mean) >= scoreOf(target, target.bound);
-    return std::all_of(row.of_seed[kEngine].begin(), row.of_seed[kEngine].end(),
-                       [&](double value) { return std::abs(value) <= target.bound; });
+    const double needed = target.aim == Aim::kNotBelowPeer ? estimate(scoresOf(row, kPeer)).mean
+                                                           : scoreOf(target, target.bound);
+    return estimate(scoresOf(row, kEngine)).mean >= needed;
 }
 
 }  // namespace engine_vs_peer

@@ -31,8 +31,8 @@ void add(const Trial& trial, const std::vector<Recording>& recordings, Report& r
 // "engine" or "peer" when the 95 % confidence interval of their difference does not contain 0.
 const char* aheadIn(const FigureRow& row);
 
-// needs: a bound, or the peer as one. The mean counts; of a level every seed.
 bool hasTarget(const FigureRow& row);
+// The mean counts, of what must be within a bound that of the magnitude. needs: hasTarget.
 bool isReached(const FigureRow& row);
 
 // Of a run.

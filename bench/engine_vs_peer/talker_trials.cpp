@@ -15,7 +15,8 @@ constexpr Span kInNoise{2, 12};
 constexpr double kOnset = 0.6;  // seconds
 constexpr Span kDoubleTalk{3, 7};
 constexpr Span kFarEndToo{3, 10};
-constexpr Span kWalk{5, 7};
+constexpr Span kWalk{4, 6};
+constexpr Span kWalkAndAfter{4, 8};
 constexpr double kFirstTurn = 1;
 constexpr double kTurn = 3;
 constexpr double kTwoTalkersEnd = 13;
@@ -168,7 +169,7 @@ std::vector<Figure> measureTwoTalkers(const Recording& recording) {
 }
 
 std::vector<Figure> measureWalking(const Recording& recording) {
-    return TalkerMeasure(recording, kWalk).usual({Aim::kAtLeast, 1.5});
+    return TalkerMeasure(recording, kWalkAndAfter).usual({Aim::kAtLeast, 1.5});
 }
 
 struct TalkerTrial {
@@ -220,7 +221,7 @@ const TalkerTrial kTalkerTrials[] = {
      measureTwoTalkers},
     {"walking", "talker walks 90 degrees in 2 s",
      [](const TrialOptions& options, uint32_t number) {
-         SceneOptions scene = drawScene(options, number, 9);
+         SceneOptions scene = drawScene(options, number, kWalkAndAfter.end_s + 0.5);
          scene.walk_deg = drawerOf(scene).uniform() < 0.5 ? 90 : -90;
          scene.walk_start_s = kWalk.begin_s;
          scene.walk_s = kWalk.end_s - kWalk.begin_s;
