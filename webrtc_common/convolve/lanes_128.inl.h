@@ -9,12 +9,14 @@
 #define CONVOLVE_INLINE inline __attribute__((always_inline))
 #define CONVOLVE_LAMBDA __attribute__((always_inline))
 
-// Hides the origin of two vectors from the compiler, so that they stay in registers.
+// Hide the origin of a vector, so that it stays in its register, or of an address, so that nothing that was loaded from
+// it before does.
 #ifdef __AVX512F__
-#define CONVOLVE_IN_REGISTERS(a, b) __asm__("" : "+v"(a), "+v"(b))
+#define CONVOLVE_IN_REGISTER(vector) __asm__("" : "+v"(vector))
 #else
-#define CONVOLVE_IN_REGISTERS(a, b) __asm__("" : "+x"(a), "+x"(b))
+#define CONVOLVE_IN_REGISTER(vector) __asm__("" : "+x"(vector))
 #endif
+#define CONVOLVE_NEW_ADDRESS(pointer) __asm__("" : "+r"(pointer))
 
 namespace {
 
@@ -25,12 +27,19 @@ CONVOLVE_INLINE int tapPair(const int16_t* coeffs) {
     return pair;
 }
 
+// Multiplication and addition in one instruction.
+#ifdef __AVXVNNI__
+constexpr bool kDotProduct = true;
+#else
+constexpr bool kDotProduct = false;
+#endif
+
 struct Lanes128 {
     using Vector = __m128i;
     static constexpr size_t kOutputs = 8;
     static constexpr size_t kGroups = 4;  // together: 8 sums in 16 registers, the rest for products
-    static constexpr size_t kSets = 2;
-    static constexpr size_t kChains = 1;
+    static constexpr size_t kSums = kDotProduct ? 8 : 0;  // as many as hide a multiplication's latency
+    static constexpr size_t kSets = 1;
     static constexpr bool kCanBePart = false;
 
     // The last thing that a kernel does: SSE code after it would be slow on some processors if it left the upper
@@ -38,7 +47,12 @@ struct Lanes128 {
     static CONVOLVE_INLINE void clearUpperHalves() {}
     static CONVOLVE_INLINE Vector zero() { return _mm_setzero_si128(); }
     static CONVOLVE_INLINE Vector all(int value) { return _mm_set1_epi32(value); }
-    static CONVOLVE_INLINE Vector pair(const int16_t* coeffs) { return all(tapPair(coeffs)); }
+    // As a float: so gcc loads it into all lanes with one instruction where AVX has it.
+    static CONVOLVE_INLINE Vector pair(const int16_t* coeffs) {
+        float pair;
+        __builtin_memcpy(&pair, coeffs, sizeof pair);
+        return _mm_castps_si128(_mm_set1_ps(pair));
+    }
     static CONVOLVE_INLINE Vector load(const int16_t* p) {
         return _mm_loadu_si128(reinterpret_cast<const Vector*>(p));
     }

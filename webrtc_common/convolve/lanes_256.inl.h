@@ -10,9 +10,9 @@ struct Lanes256 {
     using Vector = __m256i;
     using Narrower = Lanes128;
     static constexpr size_t kOutputs = 16;
-    static constexpr size_t kGroups = 5;  // together: 10 sums, as many as hide a multiplication's latency
-    static constexpr size_t kSets = 2;
-    static constexpr size_t kChains = 1;
+    static constexpr size_t kGroups = 5;  // together: 10 sums
+    static constexpr size_t kSums = kDotProduct ? 8 : 0;
+    static constexpr size_t kSets = 1;
     static constexpr bool kCanBePart = false;
 
     static CONVOLVE_INLINE void clearUpperHalves() { _mm256_zeroupper(); }

@@ -1,5 +1,5 @@
 // A group of 32 outputs in registers of 512 bits. Included beside convolve_body.inl.h; its rules apply here,
-// too. Nearly every load crosses a cache line, so more sets than with other widths share one.
+// too. Nearly every load crosses a cache line and counts twice, so two sets share one, or it is shifted.
 #pragma once
 
 #include "webrtc_common/convolve/lanes_128.inl.h"
@@ -15,8 +15,8 @@ struct Lanes512 {
     using Vector = __m512i;
     static constexpr size_t kOutputs = 32;
     static constexpr size_t kGroups = 5;
-    static constexpr size_t kSets = 4;
-    static constexpr size_t kChains = 2;
+    static constexpr size_t kSums = 20;
+    static constexpr size_t kSets = 2;
     static constexpr bool kCanBePart = true;
     using Part = __mmask32;  // a bit each output
 
@@ -28,6 +28,10 @@ struct Lanes512 {
     static CONVOLVE_INLINE Vector load(const int16_t* p) { return _mm512_loadu_si512(p); }
     static CONVOLVE_INLINE Vector load(const int16_t* p, Part part) {
         return _mm512_maskz_loadu_epi16(part, p);
+    }
+    // The samples two further than those of `low`, which those of `high` follow.
+    static CONVOLVE_INLINE Vector shifted(Vector low, Vector high) {
+        return _mm512_alignr_epi32(high, low, 1);
     }
     static CONVOLVE_INLINE void multiplyAdd(Vector& sums, Vector samples, Vector taps) {
         sums = _mm512_dpwssd_epi32(sums, samples, taps);
