@@ -81,6 +81,28 @@ struct Lanes128 {
         store(out, _mm_unpacklo_epi32(even, odd));
         store(out + 4, _mm_unpackhi_epi32(even, odd));
     }
+    // Collects the pairs for as many outputs as whole vectors of samples are there for. Returns their number.
+    static CONVOLVE_INLINE size_t collectPairs(const int16_t* from, size_t step, size_t count, int16_t* to) {
+        size_t i = 0;
+        if (step == 1) {
+            for (; i + 8 < count; i += 8) {
+                store(to + 2 * i, _mm_unpacklo_epi16(load(from + i), load(from + i + 1)));
+                store(to + 2 * i + 8, _mm_unpackhi_epi16(load(from + i), load(from + i + 1)));
+            }
+        } else if (step == 2) {
+            for (; i + 4 <= count; i += 4) store(to + 2 * i, load(from + 2 * i));
+        } else if (step == 3) {  // three, and a fourth that the next ones replace
+            const Vector pairs = _mm_setr_epi8(0, 1, 2, 3, 6, 7, 8, 9, 12, 13, 14, 15, -1, -1, -1, -1);
+            for (; i + 3 < count; i += 3) store(to + 2 * i, _mm_shuffle_epi8(load(from + 3 * i), pairs));
+        } else if (step == 4) {
+            const Vector pairs = _mm_setr_epi8(0, 1, 2, 3, 8, 9, 10, 11, -1, -1, -1, -1, -1, -1, -1, -1);
+            for (; i + 4 < count; i += 4) {
+                store(to + 2 * i, _mm_unpacklo_epi64(_mm_shuffle_epi8(load(from + 4 * i), pairs),
+                                                     _mm_shuffle_epi8(load(from + 4 * i + 8), pairs)));
+            }
+        }
+        return i;
+    }
     template <class T>
     static CONVOLVE_INLINE void store(T* p, Vector v) {
         _mm_storeu_si128(reinterpret_cast<Vector*>(p), v);

@@ -49,6 +49,9 @@ struct Lanes256 {
         store(out, _mm256_permute2x128_si256(low, high, 0x20));
         store(out + 8, _mm256_permute2x128_si256(low, high, 0x31));
     }
+    static CONVOLVE_INLINE size_t collectPairs(const int16_t* from, size_t step, size_t count, int16_t* to) {
+        return Lanes128::collectPairs(from, step, count, to);
+    }
     template <class T>
     static CONVOLVE_INLINE void store(T* p, Vector v) {
         _mm256_storeu_si256(reinterpret_cast<Vector*>(p), v);
