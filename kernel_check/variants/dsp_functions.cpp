@@ -69,7 +69,7 @@ void poseInterpolate(Problem& problem, Interpolate* kernel) {
 // Multiples of eight outputs, with taps that are a multiple of eight or padded to one, and all others.
 void poseRFir(Problem& problem, RFir* kernel) {
     const int order =
-        problem.draw("order", {0, 1, 6, 7, 8, 9, 15, 16, 17, 23, 54, 55, 63, 159, 254, 255, 256, 600});
+        problem.draw("order", {0, 1, 6, 7, 8, 9, 15, 16, 17, 23, 54, 55, 63, 159, 255, 502, 503, 504, 1100});
     const int num_out =
         problem.draw("num_out", {0, 1, 4, 5, 7, 8, 9, 15, 16, 17, 31, 55, 56, 80, 159, 160, 161, 333});
     const int step = problem.draw("step", {1, 1, 1, 0, 2, 3, 4, 5, 6, 40});

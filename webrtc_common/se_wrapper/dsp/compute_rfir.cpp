@@ -27,10 +27,10 @@ Span nonZeroSpan(const int16_t* coeffs, int taps) {
     return {first, end};
 }
 
-// Two sums for each output of a block: the exact one is 256 high + low. With this number of taps none of the two
-// overflows 32 bits, as both parts of a coefficient are -128 to 128.
+// Two sums for each output of a block: the exact one is 256 high + low. Both parts of a coefficient are -128 to 128, so
+// with this number of taps 32 bits hold each of the two, and high + low / 256.
+constexpr int kMostTaps = 504;
 constexpr int kBlock = 160;
-constexpr int kMostTaps = 256;
 struct Sums {
     alignas(64) int32_t low[kBlock];
     alignas(64) int32_t high[kBlock];
@@ -95,6 +95,34 @@ void narrow(const Sums& sums, int count, int16_t* out) {
     std::copy_n(last, count - i, out + i);
 }
 
+// What the sums of several parts of a filter add up to: 2^24 upper + 2^8 lower + rest, rounding included.
+class Totals {
+  public:
+    Totals() { std::fill_n(rest_, kBlock, 1 << 14); }
+
+    void add(const Sums& sums, int count) {
+        for (int i = 0; i < count; ++i) {
+            const int32_t low = sums.low[i] + rest_[i];
+            const int32_t high = sums.high[i] + (low >> 8);
+            rest_[i] = low & 0xff;
+            lower_[i] += high & 0xffff;
+            upper_[i] += high >> 16;
+        }
+    }
+
+    void narrow(int count, int16_t* out) const {
+        for (int i = 0; i < count; ++i) {
+            const int32_t upper =
+                std::clamp(upper_[i] + (lower_[i] >> 16), -65, 64);  // beyond, `out` saturates
+            const int32_t value = 512 * upper + ((lower_[i] & 0xffff) >> 7);
+            out[i] = static_cast<int16_t>(std::clamp(value, -32768, 32767));
+        }
+    }
+
+  private:
+    int32_t upper_[kBlock] = {}, lower_[kBlock] = {}, rest_[kBlock];
+};
+
 void filterBlock(const int16_t* signal, const int16_t* coeffs, int taps, int16_t* out, int count,
                  std::size_t step) {
     Sums sums;
@@ -103,14 +131,12 @@ void filterBlock(const int16_t* signal, const int16_t* coeffs, int taps, int16_t
         narrow(sums, count, out);
         return;
     }
-    int64_t totals[kBlock] = {};
+    Totals totals;
     for (int first = 0; first < taps; first += kMostTaps) {
         sumBlock(signal + first, step, coeffs + first, std::min(kMostTaps, taps - first), count, sums);
-        for (int i = 0; i < count; ++i) totals[i] += int64_t{256} * sums.high[i] + sums.low[i];
+        totals.add(sums, count);
     }
-    for (int i = 0; i < count; ++i) {
-        out[i] = static_cast<int16_t>(std::clamp<int64_t>((totals[i] + 16384) >> 15, -32768, 32767));
-    }
+    totals.narrow(count, out);
 }
 
 void filterDirectly(const int16_t* signal, const int16_t* coeffs, Span span, int16_t* out, int num_out,
@@ -122,9 +148,11 @@ void filterDirectly(const int16_t* signal, const int16_t* coeffs, Span span, int
         std::fill_n(out, num_out, each);
         return;
     }
-    for (int first = 0; first < num_out; first += kBlock) {
+    const int block =
+        step < 16 ? kBlock : 64;  // with longer steps hardly any output shares its samples with others
+    for (int first = 0; first < num_out; first += block) {
         filterBlock(signal + static_cast<std::size_t>(first) * step + span.first, coeffs + span.first, taps,
-                    out + first, std::min(kBlock, num_out - first), step);
+                    out + first, std::min(block, num_out - first), step);
     }
 }
 
