@@ -20,7 +20,7 @@ struct Settings {
     int16_t force_location_confidence = 0;
     int32_t look_mode = kAllDirections;
     float rear_rejection_db = 0;          // of the output, while sound comes from outside the sector
-    int32_t switch_hold_blocks = 15;      // for which another direction must be stronger
+    int32_t switch_hold_blocks = 0;       // for which another direction must be ahead
     uint64_t search_gate_energy = 16000;  // sum of squares over a block: -70 dBFS
     uint16_t restart_search = 0;          // not 0: restarts at the next block, which clears it
 

@@ -135,10 +135,12 @@ SEDiag_t g_rows[] = {
              "Blocks for which the beam has looked at each location"),
     readings("mmfx_steering_delay_ns", kDebug, get.steering_delay_ns,
              "Nanoseconds by which the beam delays the microphones 1 to 7 against the centre, which is 1"),
-    readings("mmfx_beam_peak", kDebug, get.beam_peak, "Largest magnitude in the last block of each beam"),
-    readings("mmfx_beam_energy", kDebug, get.beam_energy, "Sum of squares of the last block of each beam"),
+    readings("mmfx_beam_peak", kDebug, get.beam_peak,
+             "Largest magnitude of each beam in its last block: that of the look direction in each block, "
+             "the others in turn"),
+    readings("mmfx_beam_energy", kDebug, get.beam_energy, "Sum of squares of each beam in its last block"),
     readings("mmfx_beam_correlation", kDebug, get.beam_correlation,
-             "Sum of products of the last block of each beam with the centre microphone"),
+             "Sum of products of each beam with the centre microphone in its last block"),
 
     // Echo canceller.
     reading("seaec_enhancement_db", kBasic, get.echo_enhancement_db,

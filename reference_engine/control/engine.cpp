@@ -61,13 +61,12 @@ void Engine::processMicrophones(const int16_t* centre, const int16_t* circle, in
     cancelEcho(filtered, clean);
     search(clean);
 
-    Beams beams;
-    beam_former_.process(clean, beams);
-    int16_t selected[kBlock], reduced[kBlock];
-    output_.select(beam_former_, beams, look_.location(), g_settings, selected);
+    int16_t beam[kBlock], reduced[kBlock];
+    beam_former_.process(clean, look_.location(), beam);
+    const int16_t* selected = g_settings.output_source == kCentreMicrophone ? beam_former_.centre() : beam;
     noise_reduction_.process(selected, residual_echo_.framePower(), g_settings, reduced);
     output_.play(reduced, look_.soundFromOutside(), g_settings, g_readings.sample_clock, out);
-    report(microphones, beams, out);
+    report(microphones, out);
 }
 
 void Engine::processReceivePath(const int16_t* in, int16_t* out) {
@@ -109,10 +108,10 @@ void Engine::search(const MicrophoneBlock& block) {
     look_.update(search_, g_settings);
 }
 
-void Engine::report(const MicrophoneBlock& microphones, const Beams& beams, const int16_t* out) {
+void Engine::report(const MicrophoneBlock& microphones, const int16_t* out) {
     const int location = look_.location();
     meterMicrophones(microphones, &g_readings);
-    meterBeams(beams, beam_former_.centre(), &g_readings);
+    meterBeams(beam_former_.beams(), beam_former_.centre(), &g_readings);
     g_readings.location = static_cast<uint16_t>(location);
     g_readings.look_azimuth_deg = g_readings.azimuth_deg[location];
     g_readings.confidence = look_.confidence();

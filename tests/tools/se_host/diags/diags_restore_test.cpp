@@ -100,7 +100,7 @@ TEST_F(DiagsRestore, RefusesSingleValuesAndAppliesTheOthers) {
     const HostRun result = restore();
     EXPECT_EQ(result.exit_code, kSettingsDiffer);
     EXPECT_EQ(result.out,
-              "mmfx_switch_hold_blocks: 15 -> 1000\nseout_gain_q10: 1024 -> 900\n"
+              "mmfx_switch_hold_blocks: 0 -> 1000\nseout_gain_q10: 1024 -> 900\n"
               "2 changed, 30 kept for the record, 0 unknown, 6 refused\n");
     EXPECT_EQ(result.errorLines(), 6u) << result.err;
     for (const char* why :
