@@ -184,6 +184,15 @@ TEST_F(RealRecording, WithOneMicrophoneTwiceIsNamed) {
     expectFinding(reportOf({}), "microphone 3 is the same signal as microphone 2");
 }
 
+TEST_F(RealRecording, WithOneSignalInAllMicrophonesIsNamedOnce) {
+    record({"--seconds", "3"});
+    const std::vector<int16_t> centre = channelOf(readSound(path("in.wav")), 1);
+    for (int channel = 2; channel < 8; ++channel) {
+        rewire(channel, [&](std::vector<int16_t>& samples) { samples = centre; });
+    }
+    expectFinding(reportOf({}), "all microphones have the same signal");
+}
+
 TEST_F(RealRecording, WithExchangedMicrophonesIsNamed) {
     record({"--seconds", "4", "--azimuth", "20", "--reverberation", "0.3"});
     expectFinding(reportOf({"--channel-map", "1,2,6,4,5,3,7"}),
