@@ -55,6 +55,7 @@ struct Readings {
     uint16_t microphone_clipped[kMicrophones] = {};  // samples at the ends of the range, this block
     uint32_t microphone_clipped_total[kMicrophones] = {};
     float microphone_dbfs[kMicrophones] = {};
+    uint16_t microphone_faulty[kMicrophones] = {};
     int64_t microphone_correlation[kMicrophones] = {};  // with the centre, sum of products
 
     int32_t array_source = 0;

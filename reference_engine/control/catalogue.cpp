@@ -164,6 +164,8 @@ SEDiag_t g_rows[] = {
              "Samples of the last block at the ends of the range, of the microphones 1 to 7"),
     readings("semic_clipped_total", kIntermediate, get.microphone_clipped_total,
              "The same since the engine was initialised"),
+    readings("semic_faulty", kBasic, get.microphone_faulty,
+             "1: a microphone that is dead or far too quiet or loud, which the others replace"),
     readings("semic_correlation", kDebug, get.microphone_correlation,
              "Sum of products of the last block of the microphones 1 to 7 with the centre one, which is 1"),
 

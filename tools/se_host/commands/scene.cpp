@@ -99,8 +99,13 @@ std::string levelText(double dbfs) {
 std::string talkerText(const se_scene::SceneOptions& options, const Scene& scene) {
     const double level = se_scene::activeLevelDbfs(scene.talker[0]);
     if (level == se_scene::kSilent) return levelText(level);
-    return levelText(level) + stringPrintf(" while speaking, at %g degrees, %g m", options.talker_azimuth_deg,
-                                           options.talker_distance_m);
+    std::string azimuths = stringPrintf("%g", options.talker_azimuth_deg);
+    if (options.walk_deg != 0)
+        azimuths += stringPrintf(" to %g", options.talker_azimuth_deg + options.walk_deg);
+    if (options.second_talker_azimuth_deg)
+        azimuths += stringPrintf(" and %g", *options.second_talker_azimuth_deg);
+    return levelText(level) + " while speaking, at " + azimuths +
+           stringPrintf(" degrees, %g m", options.talker_distance_m);
 }
 
 std::string line(const char* label, const std::string& text) {
