@@ -25,10 +25,10 @@ MicrophoneRows makeNoise(const SceneOptions& options, size_t frames) {
     }
     if (options.diffuse_noise_dbfs != kSilent) {
         Random random(options.seed, Stream::kDiffuseNoise);
-        MicrophoneRows diffuse = options.diffuse_noise_colour == NoiseColour::kBabble
-                                     ? babble(frames, options, random)
-                                     : diffuseNoise(frames, microphonePositions(options.array_radius_m),
-                                                    options.diffuse_noise_colour, random);
+        MicrophoneRows diffuse =
+            options.diffuse_noise_colour == NoiseColour::kBabble
+                ? babble(frames, options, random)
+                : diffuseNoise(frames, microphonePositions(options), options.diffuse_noise_colour, random);
         scale(diffuse, factorFor(options.diffuse_noise_dbfs, levelDbfs(diffuse[0])));
         add(noise, diffuse);
     }

@@ -32,10 +32,17 @@ struct RoomSize {
     double height_m = 2.8;
 };
 
+// A microphone in the plane of the array, relative to the centre microphone.
+struct MicrophonePlace {
+    double distance_m;
+    double azimuth_deg;
+};
+
 struct SceneOptions {
     double seconds = 10.0;
     uint32_t seed = 1;
     double array_radius_m = 0.0425;
+    std::vector<MicrophonePlace> circle;  // microphones 1 to 6; empty: a circle of that radius
 
     std::vector<float> speech;       // mono, 16 kHz, full scale 1.0, repeated as needed; empty: synthesised
     double talker_pitch_hz = 120;    // of the synthesised voice; its formants follow

@@ -57,6 +57,16 @@ void checkRoom(const SceneOptions& options) {
     checkInRoom("echo_distance_m", options.echo_azimuth_after_deg, options.echo_distance_m, room);
 }
 
+void checkCircle(const std::vector<MicrophonePlace>& circle) {
+    if (circle.empty()) return;
+    check({"circle's number of microphones", static_cast<double>(circle.size()), kMicrophones - 1,
+           kMicrophones - 1});
+    for (const MicrophonePlace& place : circle) {
+        check({"circle's distance_m", place.distance_m, 0.005, 0.2});
+        check({"circle's azimuth_deg", place.azimuth_deg, -360, 360});
+    }
+}
+
 }  // namespace
 
 void checkOptions(const SceneOptions& options) {
@@ -90,6 +100,7 @@ void checkOptions(const SceneOptions& options) {
         {"echo_path_change_s", options.echo_path_change_s.value_or(0), 0, options.seconds},
     };
     for (const Range& range : ranges) check(range);
+    checkCircle(options.circle);
     if (options.reverberation_s != 0) checkRoom(options);
 
     checkLevel("talker_level_dbfs", options.talker_level_dbfs);

@@ -13,7 +13,7 @@ std::vector<float> speechOf(const std::vector<float>& given, const Voice& voice,
 }
 
 MicrophoneRows arriving(const std::vector<float>& sound, const Point& source, const SceneOptions& options) {
-    const MicrophonePositions microphones = microphonePositions(options.array_radius_m);
+    const MicrophonePositions microphones = microphonePositions(options);
     return convolve(sound, options.reverberation_s > 0
                                ? roomResponses(options.room, options.reverberation_s, source, microphones)
                                : freeFieldResponses(source, microphones));

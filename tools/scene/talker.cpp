@@ -78,7 +78,7 @@ void addFrom(double azimuth_deg, const Row& speech, const SceneOptions& options,
     };
     const MicrophoneRows rows = arriving(sound, place, options);
     for (size_t m = 0; m < rows.size(); ++m) add(rows[m], sum.rows[m]);
-    ImpulseResponses direct = freeFieldResponses(place, microphonePositions(options.array_radius_m));
+    ImpulseResponses direct = freeFieldResponses(place, microphonePositions(options));
     direct.rows.resize(1);
     add(convolve(sound, direct)[0], sum.direct);
 }

@@ -43,6 +43,21 @@ const Misuse kMisuses[] = {
     {"NoNumber", [](auto& o) { o.seconds = NAN; }, "seconds is nan, but must be between 0.1 and 600"},
     {"NoArray", [](auto& o) { o.array_radius_m = 0; },
      "array_radius_m is 0, but must be between 0.005 and 0.2"},
+    {"NoCircle",
+     [](auto& o) {
+         o.circle = {{0.04, 0}, {0.04, 90}};
+     },
+     "circle's number of microphones is 2, but must be between 6 and 6"},
+    {"CircleTooWide",
+     [](auto& o) {
+         o.circle.assign(6, {0.3, 0});
+     },
+     "circle's distance_m is 0.3, but must be between 0.005 and 0.2"},
+    {"CircleAzimuth",
+     [](auto& o) {
+         o.circle.assign(6, {0.05, 400});
+     },
+     "circle's azimuth_deg is 400, but must be between -360 and 360"},
     {"Azimuth", [](auto& o) { o.talker_azimuth_deg = 361; },
      "talker_azimuth_deg is 361, but must be between -360 and 360"},
     {"InsideTheArray", [](auto& o) { o.talker_distance_m = 0.1; },

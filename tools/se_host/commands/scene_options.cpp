@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "tools/output/errors.h"
+#include "tools/se_host/sound/array_file.h"
 
 namespace se_host {
 namespace {
@@ -184,6 +185,16 @@ void addSceneOptions(CLI::App& command, SceneOptions& options) {
         ->type_name("S")
         ->needs(jump)
         ->group(kLoudspeaker);
+}
+
+std::vector<se_scene::MicrophonePlace> circleOf(const std::string& path) {
+    const ArrayFile array = readArrayFile(path);
+    std::vector<se_scene::MicrophonePlace> circle;
+    for (int microphone = 1; microphone < se_scene::kMicrophones; ++microphone) {
+        const ArrayFile::Place& place = array.placeOf(se_scene::kChannelOfMicrophone[microphone]);
+        circle.push_back({place.millimetres / 1000, place.degrees});
+    }
+    return circle;
 }
 
 se_scene::Scene simulate(const se_scene::SceneOptions& options) {
