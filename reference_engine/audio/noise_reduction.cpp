@@ -22,19 +22,21 @@ void NoiseReduction::weigh(Spectrum& spectrum) const {
     int16_t gains[2 * kSpectralBins] = {};
     int16_t weighted[2 * kSpectralBins];
     for (int k = 0; k < kSpectralBins; ++k) {
-        gains[2 * k] = saturate16(std::lround(gain_.gain()[k] * 32768));
+        gains[2 * k] = static_cast<int16_t>(gain_.gain()[k] * 32767 + 0.5f);
     }
     VCMul_i16(spectrum.values, gains, weighted, kSpectralBins);
     std::copy(std::begin(weighted), std::end(weighted), spectrum.values);
 }
 
-void NoiseReduction::process(const int16_t* in, const float (&echo)[kSpectralBins], const Settings& settings,
-                             int16_t* out) {
+void NoiseReduction::process(const int16_t* in, const float (&echo)[kSpectralBins], float diffuseness,
+                             const Settings& settings, int16_t* out) {
     Spectrum spectrum;
     float reduced[kBlock];
     analysis_.analyse(in, spectrum);
-    floor_.update(spectrum);
-    gain_.update(spectrum, floor_.power(), echo, settings);
+    float power[kSpectralBins];
+    readPower(spectrum, power);
+    floor_.update(spectrum, power, diffuseness);
+    gain_.update(power, floor_, echo, settings);
     weigh(spectrum);
     synthesis_.synthesise(spectrum, reduced);
 

@@ -14,10 +14,10 @@ class NoiseReduction {
   public:
     void init();
 
-    // in, out: kBlock samples; out lags in by kSpectralDelay. in: `echo`, power of the residual echo in each
-    // bin of the frame that ends with this block.
-    void process(const int16_t* in, const float (&echo)[kSpectralBins], const Settings& settings,
-                 int16_t* out);
+    // in: kBlock samples; `echo`, power of the residual echo in each bin of the frame that ends with this block, and
+    // `diffuseness` of the sound in it. out: lags `in` by kSpectralDelay.
+    void process(const int16_t* in, const float (&echo)[kSpectralBins], float diffuseness,
+                 const Settings& settings, int16_t* out);
 
   private:
     void weigh(Spectrum& spectrum) const;

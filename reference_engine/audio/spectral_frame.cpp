@@ -34,10 +34,13 @@ float scaleFor(float peak) {
 
 }  // namespace
 
-float powerOf(const Spectrum& spectrum, int bin) {
-    const float re = spectrum.values[2 * bin];
-    const float im = spectrum.values[2 * bin + 1];
-    return (re * re + im * im) / (spectrum.scale * spectrum.scale);
+void readPower(const Spectrum& spectrum, float (&power)[kSpectralBins]) {
+    const float to_power = 1 / (spectrum.scale * spectrum.scale);
+    for (int k = 0; k < kSpectralBins; ++k) {
+        const float re = spectrum.values[2 * k];
+        const float im = spectrum.values[2 * k + 1];
+        power[k] = (re * re + im * im) * to_power;
+    }
 }
 
 void SpectralAnalysis::init() {

@@ -23,8 +23,8 @@ struct Spectrum {
     float scale;
 };
 
-// The DFT halves the first and the last bin.
-float powerOf(const Spectrum& spectrum, int bin);
+// out: the power of each bin. The DFT halves the first and the last one.
+void readPower(const Spectrum& spectrum, float (&power)[kSpectralBins]);
 
 class SpectralAnalysis {
   public:

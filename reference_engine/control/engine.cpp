@@ -6,6 +6,7 @@
 
 #include "reference_engine/audio/geometry.h"
 #include "reference_engine/audio/meters.h"
+#include "reference_engine/control/array_file.h"
 
 namespace reference_engine {
 
@@ -26,14 +27,18 @@ uint64_t meanEnergyOf(const MicrophoneBlock& block) {
 void Engine::init() {
     g_settings = Settings{};
     g_readings = Readings{};
+    g_readings.array_source = placeArray();
     for (int d = 0; d < kLocations; ++d) {
         g_readings.azimuth_deg[d] = static_cast<uint16_t>(360 * d / kLocations);
     }
     g_readings.echo_tail_ms = kEchoTaps * 1000 / kSampleRate;
     high_pass_.init();
+    faults_.init();
+    prediction_.init();
     echo_canceller_.init();
     spectra_.init();
     residual_echo_.init();
+    diffuseness_.init();
     search_.init();
     look_.init();
     beam_former_.init();
@@ -56,16 +61,18 @@ void Engine::processMicrophones(const int16_t* centre, const int16_t* circle, in
 
     MicrophoneBlock filtered, clean;
     high_pass_.process(microphones, filtered);
+    faults_.update(filtered);
+    prediction_.setFaults(faults_);
     cancelEcho(filtered, clean);
     search(clean);
 
-    Beams beams;
-    beam_former_.process(clean, beams);
-    int16_t selected[kBlock], reduced[kBlock];
-    output_.select(beam_former_, beams, look_.location(), g_settings, selected);
-    noise_reduction_.process(selected, residual_echo_.framePower(), g_settings, reduced);
+    int16_t beam[kBlock], reduced[kBlock];
+    beam_former_.process(clean, look_.location(), beam);
+    const int16_t* selected = g_settings.output_source == kCentreMicrophone ? beam_former_.centre() : beam;
+    noise_reduction_.process(selected, residual_echo_.framePower(), diffuseness_.value(), g_settings,
+                             reduced);
     output_.play(reduced, look_.soundFromOutside(), g_settings, g_readings.sample_clock, out);
-    report(microphones, beams, out);
+    report(microphones, out);
 }
 
 void Engine::processReceivePath(const int16_t* in, int16_t* out) {
@@ -83,7 +90,9 @@ void Engine::startNoiseTest() {
     g_readings.noise_test_state = noise_test_.state();
 }
 
-void Engine::cancelEcho(const MicrophoneBlock& in, MicrophoneBlock& out) {
+// Predictions replace faulty microphones after the canceller, in its input too, as the difference is the echo: it would have
+// to learn the path of a microphone that appears.
+void Engine::cancelEcho(MicrophoneBlock& in, MicrophoneBlock& out) {
     int16_t far_end[kBlock];
     high_pass_.processFarEnd(receive_path_.played(), far_end);
     receive_path_.endBlock();
@@ -94,8 +103,11 @@ void Engine::cancelEcho(const MicrophoneBlock& in, MicrophoneBlock& out) {
     g_readings.echo_delay_ms = echo_canceller_.delayMs();
     g_readings.echo_drift_ppm = echo_canceller_.driftPpm();
     if (g_settings.aec_bypass != 0) std::copy(in[0], in[0] + kMicrophones * kBlock, out[0]);
+    prediction_.replace(in);
+    prediction_.replace(out);
     spectra_.update(in, out);
     residual_echo_.update(spectra_, echo_canceller_.residual(), echo_canceller_.unknownShare());
+    diffuseness_.update(spectra_);
 }
 
 void Engine::search(const MicrophoneBlock& block) {
@@ -107,17 +119,18 @@ void Engine::search(const MicrophoneBlock& block) {
     look_.update(search_, g_settings);
 }
 
-void Engine::report(const MicrophoneBlock& microphones, const Beams& beams, const int16_t* out) {
+void Engine::report(const MicrophoneBlock& microphones, const int16_t* out) {
     const int location = look_.location();
     meterMicrophones(microphones, &g_readings);
-    meterBeams(beams, beam_former_.centre(), &g_readings);
+    for (int m = 0; m < kMicrophones; ++m) g_readings.microphone_faulty[m] = faults_.faulty(m) ? 1 : 0;
+    meterBeams(beam_former_.beams(), beam_former_.centre(), &g_readings);
     g_readings.location = static_cast<uint16_t>(location);
     g_readings.look_azimuth_deg = g_readings.azimuth_deg[location];
     g_readings.confidence = look_.confidence();
     std::copy(std::begin(search_.response()), std::end(search_.response()), g_readings.response);
     ++g_readings.blocks_at_location[location];
     for (int m = 0; m < kMicrophones; ++m) {
-        g_readings.steering_delay_ns[m] =
+        g_readings.steering_delay_ns[kChannelOf[m] - 1] =
             static_cast<int32_t>(std::lround(leadOf(m, azimuthOf(location)) * 1e9));
     }
     std::copy(out, out + kBlock, g_readings.output_block);

@@ -3,11 +3,14 @@
 #pragma once
 
 #include "reference_engine/audio/beam_former.h"
+#include "reference_engine/audio/diffuseness.h"
 #include "reference_engine/audio/direction_search.h"
 #include "reference_engine/audio/echo/echo_canceller.h"
 #include "reference_engine/audio/echo/residual_echo.h"
 #include "reference_engine/audio/high_pass.h"
 #include "reference_engine/audio/look_direction.h"
+#include "reference_engine/audio/microphone_faults.h"
+#include "reference_engine/audio/microphone_prediction.h"
 #include "reference_engine/audio/microphone_spectra.h"
 #include "reference_engine/audio/noise_reduction.h"
 #include "reference_engine/audio/noise_test.h"
@@ -25,15 +28,18 @@ class Engine {
     void startNoiseTest();
 
   private:
-    void cancelEcho(const MicrophoneBlock& in, MicrophoneBlock& out);
+    void cancelEcho(MicrophoneBlock& in, MicrophoneBlock& out);
     void search(const MicrophoneBlock& block);
-    void report(const MicrophoneBlock& microphones, const Beams& beams, const int16_t* out);
+    void report(const MicrophoneBlock& microphones, const int16_t* out);
 
     bool ready_ = false;
     HighPass high_pass_;
+    MicrophoneFaults faults_;
+    MicrophonePrediction prediction_;
     EchoCanceller echo_canceller_;
     MicrophoneSpectra spectra_;
     ResidualEcho residual_echo_;
+    Diffuseness diffuseness_;
     DirectionSearch search_;
     LookDirection look_;
     BeamFormer beam_former_;

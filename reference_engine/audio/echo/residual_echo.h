@@ -20,7 +20,7 @@ class ResidualEcho {
     // does not know.
     void update(const MicrophoneSpectra& spectra, const EchoBins& expected, float unknown_share);
 
-    // One power a bin of the spectra, and in units of powerOf(spectrum, bin) in the frame that ends with this block. The
+    // One power a bin of the spectra, and in units of readPower in the frame that ends with this block. The
     // beam is assumed to pass it unattenuated.
     const float (&power() const)[MicrophoneSpectra::kBins] { return power_; }
     const float (&framePower() const)[kSpectralBins] { return frame_power_; }
