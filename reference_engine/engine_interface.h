@@ -1,6 +1,7 @@
 // The engine's C interface: all that a build exports. A client resolves these by name.
 // Threads: one call at a time, from any thread; set-up, blocks and diagnostics must not overlap. The
-// engine makes no threads and takes no locks. Tags: [setup] before any audio, [control] between blocks,
+// engine makes no threads and takes no locks. Microphones 0 to 6 are the rows of a block: the device's channels
+// 1, 3, 2, 5, 6, 7 and 4; diagnostics have them in the order of the channels. Tags: [setup] before any audio, [control] between blocks,
 // [audio] once a block; rt-safe: allocates nothing, makes no system call.
 #pragma once
 

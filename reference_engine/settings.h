@@ -20,7 +20,7 @@ struct Settings {
     int16_t force_location_confidence = 0;
     int32_t look_mode = kAllDirections;
     float rear_rejection_db = 0;          // of the output, while sound comes from outside the sector
-    int32_t switch_hold_blocks = 15;      // for which another direction must be stronger
+    int32_t switch_hold_blocks = 0;       // for which another direction must be ahead
     uint64_t search_gate_energy = 16000;  // sum of squares over a block: -70 dBFS
     uint16_t restart_search = 0;          // not 0: restarts at the next block, which clears it
 
@@ -50,6 +50,7 @@ struct Readings {
     float echo_drift_ppm = 0;
     float echo_path_energy[kPartitions] = {};
 
+    // Of the device's channels 1 to 7.
     uint64_t microphone_energy[kMicrophones] = {};
     int16_t microphone_peak[kMicrophones] = {};
     uint16_t microphone_clipped[kMicrophones] = {};  // samples at the ends of the range, this block
@@ -58,13 +59,15 @@ struct Readings {
     uint16_t microphone_faulty[kMicrophones] = {};
     int64_t microphone_correlation[kMicrophones] = {};  // with the centre, sum of products
 
+    int32_t array_source = 0;
     uint16_t location = 0;
     int16_t confidence = 0;
     int32_t look_azimuth_deg = 0;
     float response[kLocations] = {};
     uint16_t azimuth_deg[kLocations] = {};
     uint32_t blocks_at_location[kLocations] = {};
-    int32_t steering_delay_ns[kMicrophones] = {};  // of the look direction, against the centre
+    int32_t steering_delay_ns[kMicrophones] =
+        {};  // of the look direction, against the centre; channels 1 to 7
     int32_t beam_peak[kLocations] = {};
     uint64_t beam_energy[kLocations] = {};
     int64_t beam_correlation[kLocations] = {};  // with the centre, sum of products

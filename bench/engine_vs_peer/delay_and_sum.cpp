@@ -18,10 +18,10 @@ double windowedSinc(double time, double reach) {
 
 }  // namespace
 
-DelayAndSum::DelayAndSum(const se_scene::MicrophonePositions& microphones, const se_scene::Point& talker) {
-    const double to_centre = length(talker - microphones[0]);
+void DelayAndSum::steer(const se_scene::Point& talker) {
+    const double to_centre = length(talker - microphones_[0]);
     for (size_t m = 0; m < kMicrophones; ++m) {
-        const double lead = (to_centre - length(talker - microphones[m])) * se_scene::kSamplesPerMetre;
+        const double lead = (to_centre - length(talker - microphones_[m])) * se_scene::kSamplesPerMetre;
         const double delay = kTaps / 2 + lead;
         for (size_t k = 0; k < kTaps; ++k) {
             const double age = static_cast<double>(kTaps - 1 - k);

@@ -13,8 +13,10 @@ inline constexpr size_t kBlock = quill::media::se_wrapper::BLOCK_SIZE;
 
 class DelayAndSum {
   public:
-    // Steers to this point, with fractional delays.
-    DelayAndSum(const se_scene::MicrophonePositions& microphones, const se_scene::Point& talker);
+    explicit DelayAndSum(const se_scene::MicrophonePositions& microphones) : microphones_(microphones) {}
+
+    // To this point, with fractional delays. Call it before process.
+    void steer(const se_scene::Point& talker);
 
     // in: kBlock interleaved frames of se_scene::kChannels samples. out: kBlock samples, saturated; they lag
     // the centre microphone by half of the filters' length.
@@ -24,7 +26,8 @@ class DelayAndSum {
     static constexpr size_t kTaps = 24;
     static constexpr size_t kHistory = kTaps - 1;
 
-    float taps_[se_scene::kMicrophones][kTaps];  // the first tap multiplies the oldest sample
+    se_scene::MicrophonePositions microphones_;
+    float taps_[se_scene::kMicrophones][kTaps] = {};  // the first tap multiplies the oldest sample
     float samples_[se_scene::kMicrophones][kHistory + kBlock] = {};
 };
 

@@ -1,15 +1,18 @@
 #include "bench/engine_vs_peer/figures.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "tools/scene/fft.h"
+#include "tools/stoi/stoi.h"
 
 namespace engine_vs_peer {
 namespace {
 
 constexpr double kLowestHz = 300;
 constexpr double kHighestHz = 7000;
-constexpr int kLongestLag = 500;  // samples
+constexpr int kLongestLag = 500;      // samples
+constexpr double kLongestForLag = 4;  // seconds
 
 // Band-limited, and earlier by `lag` samples. Zeros of the longest lag keep the ends from overlapping.
 Row inBand(const Row& row, double lag) {
@@ -31,8 +34,19 @@ Row inBand(const Row& row, double lag) {
     return result;
 }
 
+constexpr double kPieceSeconds = 0.02;
+
 Row excerpt(const Row& row, const Span& span) {
     return se_scene::excerpt(row, span.begin_s, span.end_s);
+}
+
+Row excerpt(const Row& row, const Spans& spans, double lag_s = 0) {
+    Row all;
+    for (const Span& span : spans) {
+        const Row part = excerpt(row, {span.begin_s + lag_s, span.end_s + lag_s});
+        all.insert(all.end(), part.begin(), part.end());
+    }
+    return all;
 }
 
 double dot(const Row& a, const Row& b) {
@@ -43,23 +57,46 @@ double dot(const Row& a, const Row& b) {
 
 }  // namespace
 
+Spans whereLower(const Row& row, const Row& other, double decibels, const Span& within) {
+    Spans pieces;
+    std::vector<bool> lower;
+    for (double begin_s = within.begin_s; begin_s + kPieceSeconds <= within.end_s; begin_s += kPieceSeconds) {
+        pieces.push_back({begin_s, begin_s + kPieceSeconds});
+        lower.push_back(se_scene::ratioDb(excerpt(other, pieces.back()), excerpt(row, pieces.back())) >=
+                        decibels);
+    }
+    Spans spans;
+    for (size_t i = 1; i + 1 < pieces.size(); ++i) {
+        if (lower[i - 1] && lower[i] && lower[i + 1]) spans.push_back(pieces[i]);
+    }
+    return spans;
+}
+
 double lagOf(const Row& talker, const Row& out, const Span& span) {
-    return se_scene::delayBetween(excerpt(talker, span), excerpt(out, span), kLongestLag);
+    const Span beginning{span.begin_s, std::min(span.end_s, span.begin_s + kLongestForLag)};
+    return se_scene::delayBetween(excerpt(talker, beginning), excerpt(out, beginning), kLongestLag);
 }
 
-double echoLossDb(const Row& microphone, const Row& out, double lag, const Span& span) {
-    const double lag_s = lag / se_scene::kSampleRate;
-    return se_scene::ratioDb(excerpt(microphone, span),
-                             excerpt(out, {span.begin_s + lag_s, span.end_s + lag_s}));
+double lossDb(const Row& microphone, const Row& out, double lag, const Spans& spans) {
+    return se_scene::ratioDb(excerpt(microphone, spans), excerpt(out, spans, lag / se_scene::kSampleRate));
 }
 
-TalkerFigures talkerFigures(const Row& talker, const Row& out, double lag, const Span& span) {
-    const Row reference = excerpt(inBand(talker, 0), span);
-    const Row output = excerpt(inBand(out, lag), span);
+TalkerFigures talkerFigures(const Row& talker, const Row& out, double lag, const Spans& spans) {
+    const Row reference = excerpt(inBand(talker, 0), spans);
+    const Row output = excerpt(inBand(out, lag), spans);
     const double scale = dot(output, reference) / dot(reference, reference);
     const double kept = scale * scale * dot(reference, reference);
     return {se_scene::decibelsOfPower(scale * scale),
             se_scene::decibelsOfPower(kept / (dot(output, output) - kept))};
+}
+
+double intelligibility(const Row& talker, const Row& out, double lag, const Span& span) {
+    const double lag_s = std::round(lag) / se_scene::kSampleRate;
+    Row clean = excerpt(talker, span);
+    Row processed = excerpt(out, {span.begin_s + lag_s, span.end_s + lag_s});
+    clean.resize(std::min(clean.size(), processed.size()));
+    processed.resize(clean.size());
+    return stoi::intelligibility(clean, processed, se_scene::kSampleRate);
 }
 
 }  // namespace engine_vs_peer

@@ -2,6 +2,8 @@
 // high-pass filter does not change them.
 #pragma once
 
+#include <vector>
+
 #include "tools/scene/measure.h"
 
 namespace engine_vs_peer {
@@ -13,13 +15,17 @@ struct Span {
     double begin_s;
     double end_s;
 };
+using Spans = std::vector<Span>;
+
+// The parts of `within` in which the one row is this much lower than the other, in pieces of 20 ms, each of them with
+// such neighbours.
+Spans whereLower(const Row& row, const Row& other, double decibels, const Span& within);
 
 // Samples by which a system's output lags the talker at the centre microphone.
 double lagOf(const Row& talker, const Row& out, const Span& span);
 
-// Echo return loss enhancement: decibels by which the output is lower than the centre microphone, over all
-// frequencies.
-double echoLossDb(const Row& microphone, const Row& out, double lag, const Span& span);
+// Decibels by which the output is lower than the microphone, over all frequencies.
+double lossDb(const Row& microphone, const Row& out, double lag, const Spans& spans);
 
 struct TalkerFigures {
     double level_db;  // of the part of the row that is a multiple of the talker, against the talker
@@ -27,6 +33,8 @@ struct TalkerFigures {
 };
 
 // (Le Roux, Wisdom, Erdogan, Hershey: "SDR - half-baked or well done?", ICASSP 2019.)
-TalkerFigures talkerFigures(const Row& talker, const Row& out, double lag, const Span& span);
+TalkerFigures talkerFigures(const Row& talker, const Row& out, double lag, const Spans& spans);
+
+double intelligibility(const Row& talker, const Row& out, double lag, const Span& span);
 
 }  // namespace engine_vs_peer

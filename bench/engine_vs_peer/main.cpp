@@ -1,12 +1,17 @@
 // engine_vs_peer: the engine compared with a public library, on the same scenes.
 // Exit codes: 0 done, with any result; 1 failure; 2 wrong usage.
+#include <future>
 #include <iostream>
+#include <optional>
 #include <stdexcept>
 #include <string>
 
+#include "bench/engine_vs_peer/picture.h"
 #include "bench/engine_vs_peer/report.h"
 #include "kernel_check/program/engine.h"
 #include "kernel_check/program/program.h"
+#include "tools/output/output_file.h"
+#include "tools/output/temporaries.h"
 #include "webrtc_common/se_wrapper/engine/start_up.h"
 
 namespace engine_vs_peer {
@@ -17,46 +22,56 @@ constexpr const char* kName = "engine_vs_peer";
 constexpr const char* kDescription =
     "Compares the engine, used through the wrapper as in a host, with SpeexDSP's echo canceller and\n"
     "preprocessor after a delay-and-sum of the same microphones. Both process the same simulated scenes,\n"
-    "block by block in turn. Each figure is the mean over the seeds.\n"
+    "block by block in turn. Rooms, positions, voices and playback delays are drawn at random, of each seed\n"
+    "others. A figure is the mean of the seeds with its 95 % confidence interval.\n"
     "\n"
-    "echo           a room of 0.3 s with a loudspeaker beside the array, the echo as loud as the talker:\n"
-    "               far end and talker at once, then the far end alone, with a change of path half-way\n"
-    "diffuse-noise  a talker in diffuse pink noise\n"
-    "sensor-noise   a talker in the microphones' own white noise\n"
-    "\n"
-    "ERLE                 decibels by which the output is lower than the centre microphone while only the\n"
-    "                     far end is active. It counts only for a system that keeps the talker within 3 dB\n"
-    "                     in double talk: silence would have the best ERLE.\n"
-    "SI-SDR improvement   talker over the rest, at the output against the centre microphone, 300 to\n"
-    "                     7000 Hz. The talker is its direct sound; its reflections belong to the rest.\n"
-    "talker's level       of the part of the output that is a multiple of that direct sound, against the\n"
-    "  change             centre microphone, 300 to 7000 Hz\n"
-    "time per block       median, both in one process; on a busy machine only the ratio is reliable\n"
+    "ERLE             decibels by which the output is lower than the centre microphone where only the far\n"
+    "                 end is heard\n"
+    "SI-SDR gain      talker over the rest, at the output against the centre microphone, 300 to 7000 Hz. "
+    "The\n"
+    "                 talker is its direct sound; its reflections belong to the rest.\n"
+    "talker's level   of that direct sound in the output, against the centre microphone, 300 to 7000 Hz\n"
+    "STOI             intelligibility of the output, 0 to 1\n"
+    "time per block   processor time of a block of 10 ms, both in one process; on a busy machine only the\n"
+    "                 ratio is reliable\n"
+    "ahead            the better one, if the confidence interval of the difference does not contain 0\n"
+    "reached          the engine's mean; of a talker's level the mean of its magnitude\n"
     "\n"
     "The engine cancels the echo of each microphone, then searches for the talker. The peer is given the\n"
-    "talker's position, steers there with fractional delays, and cancels the echo once, after its beam.\n"
-    "Its canceller has the engine's tail. Its preprocessor suppresses the residual echo and reduces noise;\n"
-    "gain control is off.";
+    "talker's position at every moment, steers there with fractional delays, and cancels the echo once, "
+    "after\n"
+    "its beam. Its canceller has the engine's tail. Its preprocessor suppresses the residual echo and "
+    "reduces\n"
+    "noise; gain control is off.";
 
 constexpr const char* kExamples =
     "Examples:\n"
-    "  engine_vs_peer                                       everything, about a minute\n"
-    "  engine_vs_peer --scene sensor-noise --snr 5          louder noise\n"
-    "  engine_vs_peer --seconds 3 --seeds 1                 a quick run\n"
+    "  engine_vs_peer                                       everything, a few minutes\n"
+    "  engine_vs_peer --scene two-talkers --seeds 20        one scene, narrower intervals\n"
+    "  engine_vs_peer --quick                               everything once, without rooms\n"
     "  engine_vs_peer --engine se_lib_harborv006 --array-radius 0.035\n"
     "                                                       the build for another array\n"
-    "  engine_vs_peer --json > figures.json                 with each seed's figures";
+    "  engine_vs_peer --json > figures.json                 with each seed's figures\n"
+    "  engine_vs_peer --seed 101 --document docs/benchmarks renew the document";
+
+constexpr int kSeeds = 8;
 
 struct Options {
-    std::string engine, scene;
-    bool json = false;
-    int seeds = 5;
+    std::string engine, scene, document;
+    bool json = false, quick = false;
+    int seeds = kSeeds;
     TrialOptions trial;
 };
 
+std::vector<Trial> allTrials() {
+    std::vector<Trial> trials = echoTrials();
+    for (Trial& trial : talkerTrials()) trials.push_back(std::move(trial));
+    return trials;
+}
+
 std::vector<std::string> sceneNames() {
     std::vector<std::string> names;
-    for (const TrialKind& kind : kTrials) names.push_back(kind.name);
+    for (const Trial& trial : allTrials()) names.push_back(trial.name);
     return names;
 }
 
@@ -64,19 +79,12 @@ void addOptions(CLI::App& app, Options& options) {
     app.add_option("--scene", options.scene, "Only this scene")
         ->type_name("NAME")
         ->check(CLI::IsMember(sceneNames()));
-    app.add_option("--seconds", options.trial.seconds,
-                   "Length of a scene; its parts have their named length with 12 and scale with it")
-        ->capture_default_str()
-        ->check(CLI::Range(3.0, 120.0));
-    app.add_option("--seed", options.trial.seed, "First seed of voices and noises")->capture_default_str();
-    app.add_option("--seeds", options.seeds, "Number of seeds, consecutive")
-        ->capture_default_str()
-        ->check(CLI::Range(1, 1000));
-    app.add_option("--azimuth", options.trial.azimuth_deg,
-                   "Azimuth of the talker, degrees; the engine's beams are 30 apart")
-        ->capture_default_str()
-        ->check(CLI::Range(-360.0, 360.0));
-    app.add_option("--snr", options.trial.snr_db, "Talker over noise in the noise scenes, dB")
+    app.add_option("--seed", options.trial.seed, "First seed of all that is drawn")->capture_default_str();
+    CLI::Option* const seeds = app.add_option("--seeds", options.seeds, "Number of seeds, consecutive");
+    seeds->capture_default_str()->check(CLI::Range(1, 1000));
+    app.add_flag("--quick", options.quick, "One seed, and no rooms: rough figures in less time")
+        ->excludes(seeds);
+    app.add_option("--snr", options.trial.snr_db, "Talker over noise, dB; not where they are equally loud")
         ->capture_default_str()
         ->check(CLI::Range(-20.0, 60.0));
     app.add_option("--engine", options.engine, "Engine build in selibs/ (default: the wrapper's choice)")
@@ -87,31 +95,89 @@ void addOptions(CLI::App& app, Options& options) {
     app.add_flag("--tell-engine", options.trial.tell_engine,
                  "Give the talker's position to the engine, too: shows the cost of its search");
     app.add_flag("--json", options.json, "Print JSON");
+    app.add_option("--document", options.document, "Also write the table and a picture into this folder")
+        ->type_name("DIR");
     app.footer(kExamples);
 }
 
-std::vector<Trial> runTrials(const Options& options) {
-    std::vector<Trial> trials;
+// The scenes of one trial with one seed.
+struct Job {
+    const Trial* trial;
+    TrialOptions options;
+};
+
+std::vector<Job> jobsOf(const std::vector<Trial>& trials, const Options& options) {
+    std::vector<Job> jobs;
     for (int i = 0; i < options.seeds; ++i) {
-        TrialOptions trial = options.trial;
-        trial.seed += static_cast<uint32_t>(i);
-        for (const TrialKind& kind : kTrials) {
-            if (options.scene.empty() || options.scene == kind.name) trials.push_back(kind.run(trial));
+        TrialOptions of_seed = options.trial;
+        of_seed.seed += static_cast<uint32_t>(i);
+        for (const Trial& trial : trials) {
+            if (options.scene.empty() || options.scene == trial.name) jobs.push_back({&trial, of_seed});
         }
     }
-    return trials;
+    return jobs;
 }
 
-void run(const Options& options) {
-    program::startEngine(kName, options.engine, quill::media::se_wrapper::initSignalEssence);
-    const Report report = makeReport(runTrials(options));
-    const EngineText engine = describeEngine();
-    if (options.json) {
-        std::cout << toJson(report, engine, options.trial, options.seeds).dump(2) << std::endl;
-    } else {
-        std::cout << toText(report, engine, options.trial, options.seeds) << std::flush;
+std::vector<Recording> makeRecordings(const Job& job) {
+    std::vector<Recording> recordings;
+    for (const se_scene::SceneOptions& options : job.trial->scenes(job.options)) {
+        recordings.push_back({options, makeScene(options), {}});
     }
+    return recordings;
+}
+
+// While the systems process the scenes of one job, those of the next are made.
+Report runTrials(const std::vector<Job>& jobs) {
+    Report report;
+    const auto made = [](const Job& job) { return std::async(std::launch::async, makeRecordings, job); };
+    std::future<std::vector<Recording>> next = made(jobs.front());
+    for (size_t i = 0; i < jobs.size(); ++i) {
+        std::vector<Recording> recordings = next.get();
+        if (i + 1 < jobs.size()) next = made(jobs[i + 1]);
+        for (Recording& recording : recordings) {
+            recording.outputs = runBoth(recording.scene, recording.options, jobs[i].options.tell_engine);
+        }
+        add(*jobs[i].trial, recordings, report);
+    }
+    return report;
+}
+
+// The table and the picture of a run.
+class Document {
+  public:
+    // Before the run, so that an unwritable folder is reported early.
+    explicit Document(const std::string& folder)
+        : table_(folder + "/" + kTable), picture_(folder + "/" + kPicture) {}
+
+    void write(const Report& report, const RunText& run) {
+        draw(report, picture_);
+        table_.write(toMarkdown(report, run, kPicture));
+        table_.commit();
+        picture_.commit();
+    }
+
+  private:
+    static constexpr const char* kTable = "engine_vs_peer.md";
+    static constexpr const char* kPicture = "engine_vs_peer.svg";
+
+    se_output::OutputFile table_;
+    se_output::Picture picture_;
+};
+
+void run(Options& options) {
+    if (options.quick) {
+        options.seeds = 1;
+        options.trial.free_field = true;
+    }
+    std::optional<Document> document;
+    if (!options.document.empty()) document.emplace(options.document);
+    program::startEngine(kName, options.engine, quill::media::se_wrapper::initSignalEssence);
+    const std::vector<Trial> trials = allTrials();
+    const Report report = runTrials(jobsOf(trials, options));
+    const RunText text{describeEngine(), options.trial, options.seeds};
+    std::cout << (options.json ? toJson(report, text).dump(2) + "\n" : toText(report, text)) << std::flush;
     if (!std::cout) throw std::runtime_error("cannot write to standard output; is there space left?");
+    if (document) document->write(report, text);
 }
 
 }  // namespace
@@ -123,6 +189,7 @@ int main(int argc, char** argv) {
     CLI::App app(kDescription, kName);
     addOptions(app, options);
     return program::run(app, argc, argv, [&] {
+        se_output::removeTemporaryFilesOnSignals();
         run(options);
         return program::kDone;
     });

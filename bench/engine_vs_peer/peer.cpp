@@ -12,8 +12,8 @@ void set(SpeexPreprocessState* state, int request, spx_int32_t value) {
 }  // namespace
 
 // Other parameters keep the library's default.
-Peer::Peer(const DelayAndSum& beam, int tail)
-    : beam_(beam),
+Peer::Peer(const se_scene::MicrophonePositions& microphones, int tail)
+    : beam_(microphones),
       echo_(speex_echo_state_init(kFrame, tail)),
       preprocess_(speex_preprocess_state_init(kFrame, se_scene::kSampleRate)) {
     spx_int32_t rate = se_scene::kSampleRate;

@@ -13,7 +13,10 @@ namespace engine_vs_peer {
 class Peer {
   public:
     // `tail`: samples of echo path that the canceller covers.
-    Peer(const DelayAndSum& beam, int tail);
+    Peer(const se_scene::MicrophonePositions& microphones, int tail);
+
+    // Call it before process, and whenever the talker is elsewhere.
+    void steer(const se_scene::Point& talker) { beam_.steer(talker); }
 
     // in: kBlock samples of the far end, kBlock interleaved frames as the device records them.
     // out: kBlock samples.

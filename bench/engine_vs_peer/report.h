@@ -1,35 +1,50 @@
-// The result of all trials: means over the seeds, which system is ahead, the machine.
+// The result of all trials: each figure over the seeds, which system is ahead, and whether the engine reached what it
+// has to.
 #pragma once
 
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
+#include "bench/engine_vs_peer/statistics.h"
 #include "bench/engine_vs_peer/trials.h"
 
 namespace engine_vs_peer {
 
-// The same figure of every seed.
+// A figure of every seed.
 struct FigureRow {
-    Figure figure;                          // its mean
-    std::vector<double> of_seed[kSystems];  // decibels
+    std::string scene;
+    Figure figure;  // of the first seed
+    std::vector<double> of_seed[kSystems];
+
+    Estimate of(System system) const { return estimate(of_seed[system]); }
 };
 
 struct Report {
     std::vector<FigureRow> rows;
-    bool keeps_talker[kSystems];    // within kMostLevelChange in double talk, with every seed
-    double microseconds[kSystems];  // a block, median
-    size_t blocks;
+    std::vector<double> microseconds[kSystems];     // all blocks
+    std::vector<double> with_far_end_us[kSystems];  // those of scenes in which the far end speaks
 };
 
-inline constexpr double kMostLevelChange = 3;  // dB
+void add(const Trial& trial, const std::vector<Recording>& recordings, Report& report);
 
-// needs: at least one trial.
-Report makeReport(const std::vector<Trial>& trials);
+// "engine" or "peer" when the 95 % confidence interval of their difference does not contain 0.
+const char* aheadIn(const FigureRow& row);
+
+bool hasTarget(const FigureRow& row);
+// The mean counts, of what must be within a bound that of the magnitude. needs: hasTarget.
+bool isReached(const FigureRow& row);
+
+// Of a run.
+struct RunText {
+    EngineText engine;
+    TrialOptions options;
+    int seeds;
+};
 
 // Lines, the last one ended.
-std::string toText(const Report& report, const EngineText& engine, const TrialOptions& options, int seeds);
-nlohmann::ordered_json toJson(const Report& report, const EngineText& engine, const TrialOptions& options,
-                              int seeds);
+std::string toText(const Report& report, const RunText& run);
+std::string toMarkdown(const Report& report, const RunText& run, const std::string& picture);
+nlohmann::ordered_json toJson(const Report& report, const RunText& run);
 
 }  // namespace engine_vs_peer

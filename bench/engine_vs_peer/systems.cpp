@@ -1,7 +1,7 @@
 #include "bench/engine_vs_peer/systems.h"
 
-#include <chrono>
 #include <cmath>
+#include <ctime>
 
 #include "bench/engine_vs_peer/peer.h"
 #include "webrtc_common/se_wrapper.h"
@@ -24,11 +24,17 @@ uint16_t locationNearest(double azimuth_deg) {
     return static_cast<uint16_t>((location + kLocations) % kLocations);
 }
 
+double microsecondsOfThisThread() {
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) * 1e6 + static_cast<double>(time.tv_nsec) / 1e3;
+}
+
 template <class Work>
 double microsecondsOf(const Work& work) {
-    const auto begin = std::chrono::steady_clock::now();
+    const double begin = microsecondsOfThisThread();
     work();
-    return std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - begin).count();
+    return microsecondsOfThisThread() - begin;
 }
 
 void append(const int16_t* block, std::vector<float>& row) {
@@ -48,17 +54,21 @@ EngineText describeEngine() {
 Outputs runBoth(const se_scene::Scene& scene, const se_scene::SceneOptions& options, bool tell_engine) {
     se::initSignalEssence();
     se::versionSpecificSettings();
-    if (tell_engine) se::MMIfSetManualLocation(locationNearest(options.talker_azimuth_deg), kCertain);
-    Peer peer(DelayAndSum(se_scene::microphonePositions(options.array_radius_m),
-                          se_scene::atAzimuth(options.talker_azimuth_deg, options.talker_distance_m)),
-              engineTail());
-
+    Peer peer(se_scene::microphonePositions(options.array_radius_m), engineTail());
     const std::vector<int16_t> far_end = se_scene::toInt16(scene.far_end);
     const std::vector<int16_t> recording = se_scene::interleave(scene.mixture(), scene.far_end);
     Outputs outputs;
+    double told_deg = NAN;
     for (size_t start = 0; start + kBlock <= scene.frames; start += kBlock) {
         const int16_t* const played = far_end.data() + start;
         const int16_t* const recorded = recording.data() + start * se_scene::kChannels;
+        const double middle_s = static_cast<double>(start + kBlock / 2) / se_scene::kSampleRate;
+        const double azimuth_deg = talkerAzimuthAt(options, middle_s);
+        if (azimuth_deg != told_deg) {
+            told_deg = azimuth_deg;
+            peer.steer(se_scene::atAzimuth(azimuth_deg, options.talker_distance_m));
+            if (tell_engine) se::MMIfSetManualLocation(locationNearest(azimuth_deg), kCertain);
+        }
         int16_t through[kBlock], out[kBlock];
         outputs.microseconds[kEngine].push_back(microsecondsOf([&] {
             se::RcvIfProcessReceivePath(played, through);

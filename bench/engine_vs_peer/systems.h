@@ -13,7 +13,7 @@ enum System : size_t { kEngine, kPeer };
 
 struct Outputs {
     std::vector<float> rows[kSystems];           // full scale 1.0
-    std::vector<double> microseconds[kSystems];  // one a block
+    std::vector<double> microseconds[kSystems];  // of processor time, one a block
 };
 
 // Name and version of the loaded build, and the kernels that the wrapper runs it with.
@@ -24,8 +24,8 @@ struct EngineText {
 };
 EngineText describeEngine();
 
-// Both from their initial state. The peer is given the talker's position; the engine searches for the talker itself,
-// unless `tell_engine`.
+// Both from their initial state. The peer is given the position that the talker has at each moment; the engine
+// searches for the talker itself, unless `tell_engine`.
 // needs: a loaded engine.
 Outputs runBoth(const se_scene::Scene& scene, const se_scene::SceneOptions& options, bool tell_engine);
 

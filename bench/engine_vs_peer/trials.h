@@ -1,43 +1,45 @@
-// The scenes that both systems process, and the figures of each.
+// What both systems have to do: scenes, the figures of each, and what the engine's have to reach.
 #pragma once
 
+#include <cmath>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "bench/engine_vs_peer/surroundings.h"
 #include "bench/engine_vs_peer/systems.h"
 
 namespace engine_vs_peer {
 
-struct TrialOptions {
-    double seconds = 12;  // length of a scene
-    uint32_t seed = 1;
-    double azimuth_deg = 60;  // of the talker
-    double snr_db = 14;       // of the talker while speaking over the noise, in the noise scenes
-    double array_radius_m = 0.0425;
-    bool tell_engine = false;  // the talker's position, as the nearest of its look directions
+enum class Aim { kAtLeast, kAtMost, kWithin, kNotBelowPeer };
+
+// Without a bound it only says what is better.
+struct Target {
+    Aim aim;
+    double bound = NAN;
 };
 
-enum class Better { kHigher, kNearerZero };
-
 struct Figure {
-    const char* scene;
-    const char* name;
-    Better better;
-    bool of_echo;  // counts only for a system that leaves the talker alone
-    double decibels[kSystems];
+    std::string name;
+    const char* unit;  // "dB", "ms", or "" of the intelligibility
+    Target target;
+    double values[kSystems];
+};
+
+struct Recording {
+    se_scene::SceneOptions options;
+    se_scene::Scene scene;
+    Outputs outputs;
 };
 
 struct Trial {
-    std::vector<Figure> figures;
-    std::vector<double> microseconds[kSystems];  // one a block
+    std::string name;  // lower case with hyphens, for the command line
+    std::string title;
+    std::function<std::vector<se_scene::SceneOptions>(const TrialOptions&)> scenes;
+    std::function<std::vector<Figure>(const std::vector<Recording>&)> measure;
 };
 
-// The talker's level change of this scene decides whether echo figures count.
-inline constexpr const char* kDoubleTalk = "double talk";
-inline constexpr const char* kLevelChange = "talker's level change";
-
-struct TrialKind {
-    const char* name;
-    Trial (*run)(const TrialOptions& options);
-};
-inline constexpr size_t kTrialKinds = 3;
-extern const TrialKind kTrials[kTrialKinds];
+std::vector<Trial> echoTrials();
+std::vector<Trial> talkerTrials();
 
 }  // namespace engine_vs_peer

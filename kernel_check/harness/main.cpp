@@ -5,6 +5,7 @@
 
 #include "kernel_check/check.h"
 #include "kernel_check/harness/report.h"
+#include "kernel_check/harness/sweep.h"
 #include "kernel_check/program/engine.h"
 #include "kernel_check/program/program.h"
 #include "kernel_check/self_test/self_test.h"
@@ -31,6 +32,7 @@ constexpr const char* kExamples =
     "  kernel_harness                                          checks everything\n"
     "  kernel_harness --engine se_lib_beamv1.14                the engine's own routines as well\n"
     "  kernel_harness --bench --function convolve_i16_i16      times one kernel's variants\n"
+    "  kernel_harness --bench --sweep 8 --variant avx2         their speed over the number of taps\n"
     "  kernel_harness --function widen --variant sse41 --seed 7 --repeat 1\n"
     "                                                          repeats one problem";
 
@@ -39,6 +41,7 @@ struct Options {
     std::string function, variant, engine;
     uint32_t seed = std::random_device()();
     int repeat = 2000;
+    int sweep = 0;
 };
 
 void addOptions(CLI::App& app, Options& options) {
@@ -50,6 +53,9 @@ void addOptions(CLI::App& app, Options& options) {
         ->capture_default_str()
         ->check(CLI::PositiveNumber);
     app.add_flag("--bench", options.bench, "Time the variants if all are correct");
+    app.add_option("--sweep", options.sweep,
+                   "With --bench: time over 16 to 512 taps, this far apart, instead")
+        ->check(CLI::PositiveNumber);
     app.add_flag("--json", options.json, "Print JSON");
     app.add_option("--engine", options.engine, "Engine build in selibs/ whose own routines take part")
         ->type_name("NAME");
@@ -124,7 +130,9 @@ bool run(const Options& options) {
     const std::vector<KernelFunction> functions = quill::test::allKernelFunctions();
     const std::vector<Selected> rows = select(functions, machine, options.function, options.variant);
     const bool good = options.list ? list(rows, report) : checkAll(options, rows, report);
-    if (good && options.bench) {
+    if (good && options.bench && options.sweep > 0) {
+        for (const Sweep& sweep : sweepTaps(rows, options.sweep, options.seed)) report.swept(sweep);
+    } else if (good && options.bench) {
         const std::vector<KernelFunction> limits = {machineLimits()};
         timeAll(options, select(limits, machine, {}, {}), report);
         timeAll(options, rows, report);

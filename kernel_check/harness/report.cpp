@@ -8,14 +8,6 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-std::string described(const quill::test::Numbers& numbers) {
-    std::string text;
-    for (const auto& [name, value] : numbers) {
-        text += (text.empty() ? "" : " ") + name + "=" + std::to_string(value);
-    }
-    return text;
-}
-
 void printRow(const Selected& row, const char* text) {
     std::printf("%-24s %-11s %s\n", row.function->name.c_str(), row.variant->name.c_str(), text);
     std::fflush(stdout);
@@ -90,6 +82,39 @@ void Report::timed(const Selected& row, const quill::test::Numbers& numbers, con
     std::printf("%-24s %-11s %-58s %10.1f %8.2f %10s %8s %7.2fx\n", row.function->name.c_str(),
                 row.variant->name.c_str(), described(numbers).c_str(), m.cycles, m.cycles / m.nanoseconds,
                 samples, multiply_adds, times_as_fast);
+    std::fflush(stdout);
+}
+
+void Report::swept(const Sweep& sweep) {
+    const std::size_t count = sweep.variants.size();
+    std::vector<std::size_t> lowest(count, 0);
+    if (!json_) {
+        std::printf("\n%s, %s: multiply-accumulates a cycle, share of the better neighbour\n%5s",
+                    sweep.function->name.c_str(), sweep.shape.c_str(), "taps");
+        for (const FunctionVariant* variant : sweep.variants) std::printf("%16s", variant->name.c_str());
+        std::printf("\n");
+    }
+    for (std::size_t t = 0; t < sweep.taps.size(); ++t) {
+        if (!json_) std::printf("%5d", sweep.taps[t]);
+        for (std::size_t v = 0; v < count; ++v) {
+            const double share = sweep.share(v, t);
+            if (share < sweep.share(v, lowest[v])) lowest[v] = t;
+            add("sweep", {sweep.function, sweep.variants[v], true},
+                {{"shape", sweep.shape},
+                 {"taps", sweep.taps[t]},
+                 {"multiply_adds_per_cycle", sweep.per_cycle[v][t]},
+                 {"share_of_better_neighbour", share}});
+            if (!json_) std::printf("%11.1f %4.2f", sweep.per_cycle[v][t], share);
+        }
+        if (!json_) std::printf("\n");
+    }
+    if (json_) return;
+    std::printf("lowest");
+    for (std::size_t v = 0; v < count; ++v) {
+        std::printf("%s%4.2f at %3d", v == 0 ? "    " : "     ", sweep.share(v, lowest[v]),
+                    sweep.taps[lowest[v]]);
+    }
+    std::printf("\n");
     std::fflush(stdout);
 }
 

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "kernel_check/harness/selection.h"
+#include "kernel_check/harness/sweep.h"
 #include "kernel_check/timing/measure.h"
 #include "webrtc_common/se_wrapper/dsp/select_kernels.h"
 
@@ -24,6 +25,8 @@ class Report {
     // `repeat_command` repeats the failure.
     void failed(const Selected& row, const std::string& text, const std::string& repeat_command);
     void timed(const Selected& row, const quill::test::Numbers& numbers, const timing::Measurement& m);
+    // A table: a row for each number of taps, a column for each variant, at last the lowest dip of each.
+    void swept(const Sweep& sweep);
     // Prints the JSON.
     void finish() const;
 

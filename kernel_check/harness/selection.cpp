@@ -33,6 +33,14 @@ std::vector<Selected> select(const std::vector<KernelFunction>& functions, const
     throw std::invalid_argument("no variant '" + variant + "'; use one of " + joined(variant_names));
 }
 
+std::string described(const quill::test::Numbers& numbers) {
+    std::string text;
+    for (const auto& [name, value] : numbers) {
+        text += (text.empty() ? "" : " ") + name + "=" + std::to_string(value);
+    }
+    return text;
+}
+
 std::string missing(const FunctionVariant& variant) {
     return variant.needs == &Machine::has_engine ? "--engine names no build"
                                                  : "this processor has no " + variant.name;

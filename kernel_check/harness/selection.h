@@ -23,6 +23,9 @@ struct Selected {
 std::vector<Selected> select(const std::vector<KernelFunction>& functions, const Machine& machine,
                              const std::string& function, const std::string& variant);
 
+// "num_out=80 step=2"
+std::string described(const quill::test::Numbers& numbers);
+
 // What a variant needs and `machine` lacks, such as "avx".
 std::string missing(const FunctionVariant& variant);
 

@@ -1,6 +1,7 @@
 // The time of a variant in core cycles.
 #pragma once
 
+#include "kernel_check/timing/rounds.h"
 #include "kernel_check/variants/functions.h"
 
 namespace timing {
@@ -14,6 +15,6 @@ struct Measurement {
 };
 
 Measurement measure(const quill::test::FunctionVariant& variant, const quill::test::Numbers& numbers,
-                    uint32_t seed);
+                    uint32_t seed, const Rounds& rounds = {});
 
 }  // namespace timing

@@ -18,9 +18,14 @@ void engineI16I32(const int16_t* coeffs, const int16_t* signal, int32_t* out, in
                       num_taps, shift_left);
 }
 
+// Beside the lengths of all kernels: groups of outputs and sets of taps of every build, whole and not.
+constexpr int kOutputs[] = {0, 1, 7, 8, 13, 16, 17, 24, 40, 55, 56, 72, 80, 96, 128, 152, 160, 176, 256, 320};
+constexpr int kTaps[] = {0,  1,  5,  8,  9,  15, 16, 17,  24,  31,  32,  33,  40,
+                         55, 56, 63, 64, 65, 72, 96, 104, 128, 136, 160, 256, 512};
+
 struct Lengths {
     explicit Lengths(Problem& problem)
-        : num_out(problem.draw("num_out", kLengths)), num_taps(problem.draw("num_taps", kLengths)) {
+        : num_out(problem.draw("num_out", kOutputs)), num_taps(problem.draw("num_taps", kTaps)) {
         problem.work(num_out, static_cast<double>(num_out) * num_taps);
     }
     const int num_out, num_taps;
@@ -31,6 +36,8 @@ const std::vector<Numbers> kTimedCases = {
     {{"num_out", 160}, {"num_taps", 512}}, {{"num_out", 80}, {"num_taps", 24}},
     {{"num_out", 56}, {"num_taps", 64}},
 };
+
+const std::vector<Numbers> kSweptShapes = {{{"num_out", 160}}, {{"num_out", 80}}};
 
 std::vector<Numbers> shifted(std::vector<Numbers> cases) {
     for (Numbers& numbers : cases) {
@@ -73,8 +80,10 @@ std::vector<KernelFunction> convolveFunctions() {
     }
     scaled.push_back({"engine", &Machine::has_engine, engineI16I32});
     return {
-        kernelFunction("convolve_i16_i16", poseConvolveI16I16, narrowed, kTimedCases),
-        kernelFunction("convolve_i16_i32", poseConvolveI16I32, scaled, shifted(kTimedCases)),
+        kernelFunction("convolve_i16_i16", poseConvolveI16I16, narrowed, kTimedCases,
+                       {"num_taps", 1, kSweptShapes}),
+        kernelFunction("convolve_i16_i32", poseConvolveI16I32, scaled, shifted(kTimedCases),
+                       {"num_taps", 1, shifted(kSweptShapes)}),
     };
 }
 

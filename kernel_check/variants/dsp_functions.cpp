@@ -68,9 +68,11 @@ void poseInterpolate(Problem& problem, Interpolate* kernel) {
 
 // Multiples of eight outputs, with taps that are a multiple of eight or padded to one, and all others.
 void poseRFir(Problem& problem, RFir* kernel) {
-    const int order = problem.draw("order", {0, 1, 6, 7, 8, 9, 15, 16, 17, 23, 54, 55, 63, 159, 255});
-    const int num_out = problem.draw("num_out", kLengths);
-    const int step = problem.draw("step", {1, 1, 1, 0, 2, 3});
+    const int order =
+        problem.draw("order", {0, 1, 6, 7, 8, 9, 15, 16, 17, 23, 54, 55, 63, 159, 255, 502, 503, 504, 1100});
+    const int num_out =
+        problem.draw("num_out", {0, 1, 4, 5, 7, 8, 9, 15, 16, 17, 31, 55, 56, 80, 159, 160, 161, 333});
+    const int step = problem.draw("step", {1, 1, 1, 0, 2, 3, 4, 5, 6, 40});
     const bool in_eights = num_out % 8 == 0 && step == 1;
     const size_t last_span = static_cast<size_t>((num_out - 1) * step + order + 1);
     const size_t extent = num_out == 0 ? 0
@@ -104,7 +106,10 @@ template <class Routine>
 std::vector<Variant<Routine>> overEachKernel(Routine* reference, Routine* routine, Routine* engine) {
     std::vector<Variant<Routine>> rows = {{kReference, &Machine::has_nothing_special, reference}};
     for (const se::ConvolveVariant& v : se::kConvolveVariants)
-        rows.push_back({v.name, v.feature, routine, [&v] { g_convolve_i16_i16 = v.i16_i16; }});
+        rows.push_back({v.name, v.feature, routine, [&v] {
+                            g_convolve_i16_i16 = v.i16_i16;
+                            se::g_pair_kernels = &v.pairs;
+                        }});
     rows.push_back({"engine", &Machine::has_engine, engine});
     return rows;
 }
@@ -119,9 +124,14 @@ std::vector<Variant<Routine>> onEachBuild(Routine* reference, Routine* routine) 
     return rows;
 }
 
+Numbers rfirShape(int num_out, int step) {
+    return {{"num_out", num_out}, {"step", step}, {"zeros in front", 0}, {"zeros behind", 0}};
+}
+
 Numbers rfirCase(int order, int num_out, int step) {
-    return {
-        {"order", order}, {"num_out", num_out}, {"step", step}, {"zeros in front", 0}, {"zeros behind", 0}};
+    Numbers numbers = rfirShape(num_out, step);
+    numbers.insert(numbers.begin(), {"order", order});
+    return numbers;
 }
 
 }  // namespace
@@ -140,7 +150,11 @@ std::vector<KernelFunction> dspFunctions() {
                         {{"num_in", 160}, {"factor", 6}, {"num_taps", 16}}}),
         kernelFunction(
             "computeRFir", poseRFir, overEachKernel(referenceRFir, se::computeRFir, engineRFir),
-            {rfirCase(63, 160, 1), rfirCase(54, 160, 1), rfirCase(54, 159, 1), rfirCase(54, 80, 2)}),
+            {rfirCase(63, 160, 1), rfirCase(54, 160, 1), rfirCase(54, 159, 1), rfirCase(54, 80, 2),
+             rfirCase(54, 80, 3), rfirCase(54, 80, 4)},
+            {"order",
+             0,
+             {rfirShape(160, 1), rfirShape(159, 1), rfirShape(80, 2), rfirShape(80, 3), rfirShape(80, 4)}}),
     };
 }
 

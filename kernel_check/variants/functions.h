@@ -37,11 +37,19 @@ struct FunctionVariant {
     std::function<void(Problem&)> run;
 };
 
+// Shapes to be timed over a range of taps.
+struct TapSweep {
+    std::string name;  // of the number that tells the taps
+    int first_number;  // its value for one tap
+    std::vector<Numbers> shapes;
+};
+
 // A kernel: the first row is the reference, and the others are compared with it.
 struct KernelFunction {
     std::string name;
     std::vector<FunctionVariant> variants;
     std::vector<Numbers> timed_cases;
+    TapSweep sweep = {};
 
     const FunctionVariant& reference() const { return variants.front(); }
 };
@@ -49,9 +57,9 @@ struct KernelFunction {
 // `pose` draws a problem and calls the routine on it.
 template <class Routine>
 KernelFunction kernelFunction(const char* name, void (*pose)(Problem&, Routine*),
-                              const std::vector<Variant<Routine>>& variants,
-                              std::vector<Numbers> timed_cases) {
-    KernelFunction function{name, {}, std::move(timed_cases)};
+                              const std::vector<Variant<Routine>>& variants, std::vector<Numbers> timed_cases,
+                              TapSweep sweep = {}) {
+    KernelFunction function{name, {}, std::move(timed_cases), std::move(sweep)};
     for (const Variant<Routine>& v : variants) {
         function.variants.push_back({v.name, v.needs, [v, pose](Problem& problem) {
                                          if (v.prepare) v.prepare();

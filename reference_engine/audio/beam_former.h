@@ -1,5 +1,7 @@
-// Filter-and-sum beam former: all look directions at once, so that a change of direction costs nothing and
-// the level of every beam is known. Threads: process [audio] rt-safe.
+// Filter-and-sum beam former. Two of its beams are computed in each block: the one that the engine looks with, and another
+// one. After a turn that is the beam before it, and the output fades from one to the other; otherwise it is each of the
+// other directions in turn, so that the levels of all beams are known. Every beam has the history of all microphones: a
+// turn costs nothing. Threads: init [setup]; process [audio] rt-safe.
 #pragma once
 
 #include "reference_engine/audio/beam_weights.h"
@@ -7,20 +9,34 @@
 
 namespace reference_engine {
 
-// Interleaved, as the interpolation routine writes it: sample i of direction d is [i][d].
-using Beams = int16_t[kBlock][kLocations];
+inline constexpr int kLiveBeams = 2;
+
+struct LiveBeams {
+    int location[kLiveBeams];  // where they look; never the same direction
+    int16_t samples[kLiveBeams][kBlock];
+};
 
 class BeamFormer {
   public:
     void init();
-    void process(const MicrophoneBlock& in, Beams& beams);
+
+    // in: where to look. out: kBlock samples.
+    void process(const MicrophoneBlock& in, int location, int16_t* out);
+
+    // Of the last block.
+    const LiveBeams& beams() const { return beams_; }
 
     // The centre microphone alone, with the beams' delay. out: kBlock samples, valid until the next block.
     const int16_t* centre() const { return lines_[0].delayedBy(kBeamDelay); }
 
   private:
+    int otherThan(int location);
+
     BeamWeights weights_ = {};
     DelayLine<kBeamTaps - 1> lines_[kMicrophones];
+    LiveBeams beams_ = {};
+    int location_ = 0;  // at the end of the last block
+    int next_ = 0;      // of the other directions
 };
 
 }  // namespace reference_engine

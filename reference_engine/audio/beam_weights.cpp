@@ -32,7 +32,7 @@ void quantise(const BeamDesign& design, BeamWeights* weights) {
     for (int m = 0; m < kMicrophones; ++m) {
         for (int location = 0; location < kLocations; ++location) {
             for (int k = 0; k < kBeamTaps; ++k) {
-                weights->coeffs[m][location * kBeamTaps + k] =
+                weights->coeffs[m][location][k] =
                     static_cast<int16_t>(std::lround(design.taps[m][location][k] * scale));
             }
         }

@@ -14,10 +14,10 @@ struct BeamDesign {
     double taps[kMicrophones][kLocations][kBeamTaps];
 };
 
-// The layout of the interpolation routine: for each microphone the directions as phases. Scaled by
-// 2^(15 + shift): the output of the routine is 2^shift times the filtered microphone.
+// The taps of each microphone and direction are one phase of the interpolation routine. Scaled by 2^(15 + shift): the
+// output of the routine is 2^shift times the filtered microphone.
 struct BeamWeights {
-    int16_t coeffs[kMicrophones][kLocations * kBeamTaps];
+    int16_t coeffs[kMicrophones][kLocations][kBeamTaps];
     int shift;
 };
 

@@ -8,7 +8,7 @@
 #include <iterator>
 
 #include "reference_engine/audio/geometry.h"
-#include "reference_engine/audio/meters.h"
+#include "reference_engine/lanes/lane_kernels.h"
 #include "reference_engine/routines/flushed.h"
 
 namespace reference_engine {
@@ -25,6 +25,7 @@ constexpr float kAboveTail = 1.0f;
 
 constexpr float kLeastActivity = 0.05f;              // share of such bins from which a block counts
 constexpr float kAdaptation = 0.12f;                 // of the response, when every bin counts
+constexpr float kMeanStep = 0.01f;                   // of the mean power, a block
 constexpr float kHuge = 1e30f;                       // more than any power
 constexpr float kTiny = 1e-3f;                       // against division by zero; samples are integers
 constexpr float kNoDirection = 1.0f / kMicrophones;  // response of noise independent in each microphone
@@ -32,14 +33,14 @@ constexpr float kNoDirection = 1.0f / kMicrophones;  // response of noise indepe
 }  // namespace
 
 void DirectionSearch::init() {
-    for (int d = 0; d < kLocations; ++d) {
-        for (int m = 0; m < kMicrophones; ++m) {
-            const double lead = leadOf(m, azimuthOf(d));
+    for (int d = 0; d < kOpposite; ++d) {
+        for (int m = 0; m < kSteered; ++m) {
+            const double lead = leadOf(m + 1, azimuthOf(d));
             for (int k = 0; k < kBins; ++k) {
                 const double angle =
                     -2 * M_PI * (kFirstBin + k) * kSampleRate / MicrophoneSpectra::kFrame * lead;
-                steer_re_[d][m][k] = static_cast<float>(std::cos(angle));
-                steer_im_[d][m][k] = static_cast<float>(std::sin(angle));
+                steering_[k][m].re[d] = static_cast<float>(std::cos(angle));
+                steering_[k][m].im[d] = static_cast<float>(std::sin(angle));
             }
         }
     }
@@ -47,48 +48,39 @@ void DirectionSearch::init() {
     std::fill(std::begin(least_), std::end(least_), kHuge);
     std::fill(std::begin(least_before_), std::end(least_before_), kHuge);
     floor_age_ = 0;
+    mean_power_ = 0;
     restart();
 }
 
 void DirectionSearch::restart() {
     std::fill(std::begin(response_), std::end(response_), kNoDirection);
+    track_ = DirectionTrack{};
     active_ = false;
 }
 
 void DirectionSearch::update(const MicrophoneSpectra& spectra, const float (&echo)[MicrophoneSpectra::kBins],
                              uint64_t energy, uint64_t gate) {
-    readPhases(spectra);
-    const float activity = weighBins(echo + kFirstBin);
+    const float activity = weighBins(spectra, echo + kFirstBin);
+    const float loud = loudness(spectra);
     active_ = activity > kLeastActivity && energy >= gate;
     if (!active_) return;
-    const float step = kAdaptation * activity;
-    for (int d = 0; d < kLocations; ++d) response_[d] += step * (powerFrom(d) - response_[d]);
-}
-
-void DirectionSearch::readPhases(const MicrophoneSpectra& spectra) {
-    for (int k = 0; k < kBins; ++k) {
-        const LaneBin& bin = spectra.bin(kFirstBin + k);
-        const Lanes powers = spectra.power(kFirstBin + k);
-        power_[k] = 0;
-        for (int m = 0; m < kMicrophones; ++m) {
-            const float to_unit = 1.0f / std::sqrt(powers[m] + kTiny);
-            phase_re_[m][k] = bin.re[m] * to_unit;
-            phase_im_[m][k] = bin.im[m] * to_unit;
-            power_[k] += powers[m] / kMicrophones;
-        }
-    }
+    float powers[kLocations];
+    findPowers(spectra, powers);
+    for (int d = 0; d < kLocations; ++d) response_[d] += kAdaptation * activity * (powers[d] - response_[d]);
+    track_.update(powers, activity * loud);
 }
 
 // Returns the mean weight: the share of the band with sound above the thresholds.
-float DirectionSearch::weighBins(const float* echo) {
+float DirectionSearch::weighBins(const MicrophoneSpectra& spectra, const float* echo) {
     float sum = 0;
     for (int k = 0; k < kBins; ++k) {
+        const float power = spectra.meanPower(kFirstBin + k);
         const float before = smoothed_[k];
-        smoothed_[k] = std::max(kTiny, kPowerSmoothing * before + (1 - kPowerSmoothing) * power_[k]);
+        smoothed_[k] = std::max(kTiny, kPowerSmoothing * before + (1 - kPowerSmoothing) * power);
         least_[k] = std::min(least_[k], smoothed_[k]);
         const float floor = std::min(least_[k], least_before_[k]);
         const float threshold = std::max({kAboveFloor * floor, kAboveTail * before, kAboveEcho * echo[k]});
-        weight_[k] = power_[k] > threshold ? 1 - threshold / power_[k] : 0.0f;
+        weight_[k] = power > threshold ? 1 - threshold / power : 0.0f;
         sum += weight_[k];
     }
     if (++floor_age_ == kFloorBlocks) {
@@ -99,25 +91,27 @@ float DirectionSearch::weighBins(const float* echo) {
     return sum / kBins;
 }
 
-// needs: a bin whose weight is not 0.
-float DirectionSearch::powerFrom(int location) const {
-    float re[kBins] = {};
-    float im[kBins] = {};
-    for (int m = 0; m < kMicrophones; ++m) {
-        const float* steer_re = steer_re_[location][m];
-        const float* steer_im = steer_im_[location][m];
-        for (int k = 0; k < kBins; ++k) {
-            re[k] += phase_re_[m][k] * steer_re[k] - phase_im_[m][k] * steer_im[k];
-            im[k] += phase_re_[m][k] * steer_im[k] + phase_im_[m][k] * steer_re[k];
-        }
-    }
+// The power of all bins, as a share of its sum with the mean: close to 1 for a talker after a pause, close to 0 for voices
+// in the background while the talker makes a short pause.
+float DirectionSearch::loudness(const MicrophoneSpectra& spectra) {
     float power = 0;
+    for (int k = 0; k < kBins; ++k) power += spectra.meanPower(kFirstBin + k);
+    const float share = power / (power + mean_power_ + kTiny);
+    mean_power_ = flushed(mean_power_ + kMeanStep * (power - mean_power_));
+    return share;
+}
+
+// needs: a bin whose weight is not 0.
+void DirectionSearch::findPowers(const MicrophoneSpectra& spectra, float (&powers)[kLocations]) const {
+    Lanes ahead, behind;
+    laneKernels().steer(spectra.bins() + kFirstBin, steering_[0], weight_, kBins, &ahead, &behind);
     float weights = 0;
-    for (int k = 0; k < kBins; ++k) {
-        power += weight_[k] * (re[k] * re[k] + im[k] * im[k]);
-        weights += weight_[k];
+    for (const float weight : weight_) weights += weight;
+    const float most = weights * kMicrophones * kMicrophones;
+    for (int d = 0; d < kOpposite; ++d) {
+        powers[d] = ahead[d] / most;
+        powers[kOpposite + d] = behind[d] / most;
     }
-    return power / (weights * kMicrophones * kMicrophones);
 }
 
 }  // namespace reference_engine

@@ -1,6 +1,7 @@
 #include "reference_engine/audio/look_direction.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace reference_engine {
 namespace {
@@ -9,15 +10,20 @@ namespace {
 // the present location.
 constexpr int kReach[kLookModes] = {6, 3, 1, 0};
 
-bool inSector(int location, int mode, int present) {
-    if (mode == kOneDirection) return location == present;
-    return std::min(location, kLocations - location) <= kReach[mode];
+int distanceBetween(int a, int b) {
+    return std::min(std::abs(a - b), kLocations - std::abs(a - b));
 }
 
-int strongest(const float (&response)[kLocations], int mode, int present) {
-    int best = -1;
+bool inSector(int location, int mode, int present) {
+    return mode == kOneDirection ? location == present : distanceBetween(location, 0) <= kReach[mode];
+}
+
+// The location of the sector that is nearest to the source, the present one if it is as near.
+int nearest(int source, int mode, int present) {
+    int best = inSector(present, mode, present) ? present : -1;
     for (int d = 0; d < kLocations; ++d) {
-        if (inSector(d, mode, present) && (best < 0 || response[d] > response[best])) best = d;
+        if (!inSector(d, mode, present)) continue;
+        if (best < 0 || distanceBetween(d, source) < distanceBetween(best, source)) best = d;
     }
     return best;
 }
@@ -42,22 +48,21 @@ void LookDirection::update(const DirectionSearch& search, const Settings& settin
         sound_from_outside_ = false;
         return;
     }
-    follow(search.response(), settings.look_mode, search.active(), settings.switch_hold_blocks);
+    follow(nearest(search.source(), settings.look_mode, location_), settings.look_mode, search.active(),
+           settings.switch_hold_blocks);
     confidence_ = contrast(search.response(), location_);
-    const int loudest = strongest(search.response(), kAllDirections, location_);
-    sound_from_outside_ = !inSector(loudest, settings.look_mode, location_);
+    sound_from_outside_ = !inSector(search.source(), settings.look_mode, location_);
 }
 
-void LookDirection::follow(const float (&response)[kLocations], int mode, bool active, int hold_blocks) {
-    const int best = strongest(response, mode, location_);
+void LookDirection::follow(int target, int mode, bool active, int hold_blocks) {
     if (!inSector(location_, mode, location_)) {
-        location_ = best;
+        location_ = target;
         return;
     }
     if (!active) return;
-    if (best == location_ || best != rival_) rival_blocks_ = 0;
-    rival_ = best;
-    if (best != location_ && ++rival_blocks_ > hold_blocks) location_ = best;
+    if (target == location_ || target != rival_) rival_blocks_ = 0;
+    rival_ = target;
+    if (target != location_ && ++rival_blocks_ > hold_blocks) location_ = target;
 }
 
 }  // namespace reference_engine

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 
 namespace reference_engine {
 namespace {
@@ -11,24 +10,29 @@ constexpr double kFullScaleEnergy = 32768.0 * 32768.0 * kBlock;
 constexpr double kLeastEnergy = 1e-12 * kFullScaleEnergy;  // shown as -120 dBFS
 
 uint16_t clippedIn(const int16_t* samples) {
-    const auto at_end = [](int16_t sample) { return sample == 32767 || sample == -32768; };
-    return static_cast<uint16_t>(std::count_if(samples, samples + kBlock, at_end));
+    uint16_t count = 0;
+    for (int i = 0; i < kBlock; ++i) {
+        count = static_cast<uint16_t>(count + (samples[i] == 32767 || samples[i] == -32768 ? 1 : 0));
+    }
+    return count;
 }
 
 }  // namespace
 
-int64_t correlationOf(const int16_t* a, const int16_t* b, int step_a) {
-    int64_t sum = 0;
-    for (int i = 0; i < kBlock; ++i) sum += int32_t{a[i * step_a]} * b[i];
-    return sum;
+// The products' halves are summed apart, in 32 bits, which suits SIMD.
+int64_t correlationOf(const int16_t* a, const int16_t* b) {
+    int32_t high = 0;
+    uint32_t low = 0;
+    for (int i = 0; i < kBlock; ++i) {
+        const int32_t product = int32_t{a[i]} * b[i];
+        high += static_cast<int16_t>(product >> 16);
+        low += static_cast<uint16_t>(product);
+    }
+    return int64_t{high} * 65536 + low;
 }
 
-uint64_t energyOf(const int16_t* samples, int step) {
-    uint64_t sum = 0;
-    for (int i = 0; i < kBlock; ++i) {
-        sum += static_cast<uint64_t>(int32_t{samples[i * step]} * samples[i * step]);
-    }
-    return sum;
+uint64_t energyOf(const int16_t* samples) {
+    return static_cast<uint64_t>(correlationOf(samples, samples));
 }
 
 float dbfsOf(uint64_t energy) {
@@ -36,29 +40,34 @@ float dbfsOf(uint64_t energy) {
         10 * std::log10(std::max(static_cast<double>(energy), kLeastEnergy) / kFullScaleEnergy));
 }
 
-int32_t peakOf(const int16_t* samples, int step) {
-    int32_t peak = 0;
-    for (int i = 0; i < kBlock; ++i) peak = std::max(peak, std::abs(int32_t{samples[i * step]}));
-    return peak;
+int32_t peakOf(const int16_t* samples) {
+    int16_t least = 0;
+    int16_t largest = 0;
+    for (int i = 0; i < kBlock; ++i) {
+        least = std::min(least, samples[i]);
+        largest = std::max(largest, samples[i]);
+    }
+    return std::max(-int32_t{least}, int32_t{largest});
 }
 
 void meterMicrophones(const MicrophoneBlock& block, Readings* readings) {
     for (int m = 0; m < kMicrophones; ++m) {
-        readings->microphone_energy[m] = energyOf(block[m]);
-        readings->microphone_peak[m] = static_cast<int16_t>(std::min(peakOf(block[m]), 32767));
-        readings->microphone_clipped[m] = clippedIn(block[m]);
-        readings->microphone_clipped_total[m] += readings->microphone_clipped[m];
-        readings->microphone_dbfs[m] = dbfsOf(readings->microphone_energy[m]);
-        readings->microphone_correlation[m] = correlationOf(block[m], block[0]);
+        const int i = kChannelOf[m] - 1;
+        readings->microphone_energy[i] = energyOf(block[m]);
+        readings->microphone_peak[i] = static_cast<int16_t>(std::min(peakOf(block[m]), 32767));
+        readings->microphone_clipped[i] = clippedIn(block[m]);
+        readings->microphone_clipped_total[i] += readings->microphone_clipped[i];
+        readings->microphone_dbfs[i] = dbfsOf(readings->microphone_energy[i]);
+        readings->microphone_correlation[i] = correlationOf(block[m], block[0]);
     }
 }
 
-void meterBeams(const Beams& beams, const int16_t* centre, Readings* readings) {
-    for (int d = 0; d < kLocations; ++d) {
-        const int16_t* beam = &beams[0][d];
-        readings->beam_peak[d] = peakOf(beam, kLocations);
-        readings->beam_energy[d] = energyOf(beam, kLocations);
-        readings->beam_correlation[d] = correlationOf(beam, centre, kLocations);
+void meterBeams(const LiveBeams& beams, const int16_t* centre, Readings* readings) {
+    for (int b = 0; b < kLiveBeams; ++b) {
+        const int location = beams.location[b];
+        readings->beam_peak[location] = peakOf(beams.samples[b]);
+        readings->beam_energy[location] = energyOf(beams.samples[b]);
+        readings->beam_correlation[location] = correlationOf(beams.samples[b], centre);
     }
 }
 

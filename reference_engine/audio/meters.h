@@ -1,5 +1,5 @@
-// Levels, peaks and correlations of the signals, for the diagnostics that show them. Sums over a
-// block of 160 products of 16-bit samples fit in 40 bits. Pure functions, rt-safe.
+// Levels, peaks and correlations of the signals, for the diagnostics that show them. Sums over a block of 160 products of
+// 16-bit samples fit in 40 bits. Pure functions of kBlock samples, rt-safe.
 #pragma once
 
 #include "reference_engine/audio/beam_former.h"
@@ -7,13 +7,12 @@
 
 namespace reference_engine {
 
-// `step`: distance between samples, for interleaved signals.
-uint64_t energyOf(const int16_t* samples, int step = 1);
-int64_t correlationOf(const int16_t* a, const int16_t* b, int step_a = 1);
-float dbfsOf(uint64_t energy);                         // of a block; -120 at least
-int32_t peakOf(const int16_t* samples, int step = 1);  // 0 to 32768
+uint64_t energyOf(const int16_t* samples);
+int64_t correlationOf(const int16_t* a, const int16_t* b);
+float dbfsOf(uint64_t energy);           // of a block; -120 at least
+int32_t peakOf(const int16_t* samples);  // 0 to 32768
 
 void meterMicrophones(const MicrophoneBlock& block, Readings* readings);
-void meterBeams(const Beams& beams, const int16_t* centre, Readings* readings);
+void meterBeams(const LiveBeams& beams, const int16_t* centre, Readings* readings);
 
 }  // namespace reference_engine

@@ -23,6 +23,11 @@ void MicrophoneSpectra::update(const MicrophoneBlock& in, const MicrophoneBlock&
     }
     for (int i = 0; i < kFrame; ++i) windowed_[i] = samples_[i] * window_[i];
     fft_.forward(windowed_, spectra_);
+    for (int k = 0; k < kBins; ++k) {
+        const Lanes shares = power(k) / kMicrophones;
+        mean_power_[k] = 0;
+        for (int m = 0; m < kMicrophones; ++m) mean_power_[k] += shares[m];
+    }
 }
 
 }  // namespace reference_engine

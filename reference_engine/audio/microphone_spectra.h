@@ -22,7 +22,11 @@ class MicrophoneSpectra {
 
     // A lane a microphone, and one for the echo.
     const LaneBin& bin(int k) const { return spectra_[k]; }
+    const LaneBin* bins() const { return spectra_; }
     Lanes power(int k) const { return spectra_[k].re * spectra_[k].re + spectra_[k].im * spectra_[k].im; }
+
+    // Of the microphones.
+    float meanPower(int k) const { return mean_power_[k]; }
 
   private:
     LaneFft fft_;
@@ -30,6 +34,7 @@ class MicrophoneSpectra {
     Lanes samples_[kFrame] = {};
     Lanes windowed_[kFrame] = {};
     LaneBin spectra_[kBins] = {};
+    float mean_power_[kBins] = {};
 };
 
 }  // namespace reference_engine

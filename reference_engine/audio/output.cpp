@@ -22,17 +22,6 @@ int32_t Output::nextGain(bool rejected, const Settings& settings) {
     return static_cast<int32_t>(static_cast<float>(settings.output_gain_q10 * 32) * rejection_);
 }
 
-void Output::select(const BeamFormer& former, const Beams& beams, int location, const Settings& settings,
-                    int16_t* out) {
-    const int16_t* centre = former.centre();
-    for (int i = 0; i < kBlock; ++i) {
-        out[i] = settings.output_source == kCentreMicrophone
-                     ? centre[i]
-                     : static_cast<int16_t>(faded(beams[i][location_], beams[i][location], i));
-    }
-    location_ = location;
-}
-
 void Output::play(const int16_t* in, bool rejected, const Settings& settings, uint64_t sample_clock,
                   int16_t* out) {
     const int32_t gain = nextGain(rejected, settings);

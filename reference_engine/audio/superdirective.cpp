@@ -109,7 +109,7 @@ void addDistortion(double azimuth, System& system) {
     }
 }
 
-// The array is symmetric in steps of 60 degrees: the microphone in the place of `m` after that many steps.
+// Of a regular circle: the microphone in the place of `m` after that many steps of 60 degrees.
 int turned(int m, int steps) {
     constexpr int kCircle = kMicrophones - 1;
     return m == 0 ? 0 : 1 + (m - 1 + steps) % kCircle;
@@ -118,18 +118,19 @@ int turned(int m, int steps) {
 }  // namespace
 
 void designSuperdirective(BeamDesign* design) {
-    constexpr int kDistinct = 2;  // towards a microphone and between two; all others are rotations of these
+    // Of a regular circle towards a microphone and between two; all others are rotations of these.
+    const int distinct = isRegularCircle() ? 2 : kLocations;
     System noise;
     addNoise(noise);
-    for (int location = 0; location < kDistinct; ++location) {
+    for (int location = 0; location < distinct; ++location) {
         System system = noise;
         addDistortion(azimuthOf(location), system);
         solvePositiveDefinite(system.matrix, system.target);
-        for (int steps = 0; steps < kLocations / kDistinct; ++steps) {
+        for (int steps = 0; steps < kLocations / distinct; ++steps) {
             for (int m = 0; m < kMicrophones; ++m) {
                 const double* taps = &system.target[size_t{kBeamTaps} * static_cast<size_t>(m)];
                 std::copy(taps, taps + kBeamTaps,
-                          design->taps[turned(m, steps)][location + kDistinct * steps]);
+                          design->taps[turned(m, steps)][location + distinct * steps]);
             }
         }
     }

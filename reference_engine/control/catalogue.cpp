@@ -5,6 +5,7 @@
 
 #include "reference_engine/audio/noise_test.h"
 #include "reference_engine/build.h"
+#include "reference_engine/control/array_file.h"
 #include "reference_engine/settings.h"
 
 namespace reference_engine {
@@ -24,6 +25,7 @@ constexpr Range kAny40 = {-549755813888.0, 549755813887.0};
 constexpr const char* kLookModeLabels[kLookModes] = {"All directions", "Forward", "Narrow forward",
                                                      "One direction"};
 constexpr const char* kOutputSourceLabels[kOutputSources] = {"Beam", "Centre microphone"};
+constexpr const char* kArrayLabels[kArraySources] = {"Built in", "File", "File refused"};
 constexpr const char* kNoiseTestLabels[NoiseTest::kStates] = {"Idle", "Running", "Done"};
 
 // The type of a diagnostic is the type of the field that it names.
@@ -119,20 +121,26 @@ SEDiag_t g_rows[] = {
     setting("mmfx_restart_search", kAdvanced, set.restart_search, kSwitch,
             "1: restart the search; done at the next block", kSEDiagWrite),
     reading("mmfx_location", kBasic, get.location, "Location that the beam looks at"),
-    reading("mmfx_look_azimuth_deg", kBasic, get.look_azimuth_deg, "The same in degrees from microphone 1"),
+    reading("mmfx_look_azimuth_deg", kBasic, get.look_azimuth_deg,
+            "The same in degrees; 0 is where microphone 3 stands"),
     reading("mmfx_location_confidence", kBasic, get.confidence,
             "Contrast of that direction with all others, 0 to 32767"),
+    choice(
+        "mmfx_array", kIntermediate, kSEDiagRead, get.array_source, kArrayLabels,
+        "Where the places of the microphones come from: the environment variable SE_ARRAY_FILE names a file"),
     readings("mmfx_azimuth_deg", kDebug, get.azimuth_deg, "Azimuth of each location in degrees"),
     readings("mmfx_response", kAdvanced, get.response,
              "Power that the search finds at each location; 1: all sound comes from there"),
     readings("mmfx_blocks_at_location", kDebug, get.blocks_at_location,
              "Blocks for which the beam has looked at each location"),
     readings("mmfx_steering_delay_ns", kDebug, get.steering_delay_ns,
-             "Nanoseconds by which the beam delays each microphone against the centre"),
-    readings("mmfx_beam_peak", kDebug, get.beam_peak, "Largest magnitude in the last block of each beam"),
-    readings("mmfx_beam_energy", kDebug, get.beam_energy, "Sum of squares of the last block of each beam"),
+             "Nanoseconds by which the beam delays the microphones 1 to 7 against the centre, which is 1"),
+    readings("mmfx_beam_peak", kDebug, get.beam_peak,
+             "Largest magnitude of each beam in its last block: that of the look direction in each block, "
+             "the others in turn"),
+    readings("mmfx_beam_energy", kDebug, get.beam_energy, "Sum of squares of each beam in its last block"),
     readings("mmfx_beam_correlation", kDebug, get.beam_correlation,
-             "Sum of products of the last block of each beam with the centre microphone"),
+             "Sum of products of each beam with the centre microphone in its last block"),
 
     // Echo canceller.
     reading("seaec_enhancement_db", kBasic, get.echo_enhancement_db,
@@ -146,19 +154,20 @@ SEDiag_t g_rows[] = {
              "Energy of each 20 ms of the echo path from that delay on, mean of the microphones"),
 
     // Microphones.
-    readings("semic_level_dbfs", kBasic, get.microphone_dbfs, "Level of each microphone in the last block"),
+    readings("semic_level_dbfs", kBasic, get.microphone_dbfs,
+             "Level of the microphones 1 to 7 in the last block; microphone N is in the device's channel N"),
     readings("semic_energy", kAdvanced, get.microphone_energy,
-             "Sum of squares of the last block of each microphone"),
+             "Sum of squares of the last block of the microphones 1 to 7"),
     readings("semic_peak", kIntermediate, get.microphone_peak,
-             "Largest magnitude in the last block of each microphone"),
+             "Largest magnitude in the last block of the microphones 1 to 7"),
     readings("semic_clipped", kAdvanced, get.microphone_clipped,
-             "Samples of the last block at the ends of the range, for each microphone"),
+             "Samples of the last block at the ends of the range, of the microphones 1 to 7"),
     readings("semic_clipped_total", kIntermediate, get.microphone_clipped_total,
              "The same since the engine was initialised"),
     readings("semic_faulty", kBasic, get.microphone_faulty,
              "1: a microphone that is dead or far too quiet or loud, which the others replace"),
     readings("semic_correlation", kDebug, get.microphone_correlation,
-             "Sum of products of the last block of each microphone with the centre one"),
+             "Sum of products of the last block of the microphones 1 to 7 with the centre one, which is 1"),
 
     // Output.
     choice("seout_source", kBasic, kSEDiagReadWrite, set.output_source, kOutputSourceLabels,
@@ -187,7 +196,7 @@ SEDiag_t g_rows[] = {
     choice("sent_state", kIntermediate, kSEDiagRead, get.noise_test_state, kNoiseTestLabels,
            "Whether a noise test is running"),
     row("sent_levels_dbfs", kAdvanced, kSEDiagFloat32, kSEDiagRead, &get.noise_test, 180,
-        "The last noise test: 30 rows of 250 Hz, one level for each microphone of the circle"),
+        "The last noise test: 30 rows of 250 Hz with the levels of the microphones 3, 2, 5, 6, 7, 4"),
     reading("sesys_sample_clock", kDebug, get.sample_clock, "Samples since the engine was initialised"),
     reading("sesys_blocks", kBasic, get.blocks, "Blocks since the engine was initialised"),
 };

@@ -6,6 +6,7 @@
 
 #include "reference_engine/audio/geometry.h"
 #include "reference_engine/audio/meters.h"
+#include "reference_engine/control/array_file.h"
 
 namespace reference_engine {
 
@@ -26,6 +27,7 @@ uint64_t meanEnergyOf(const MicrophoneBlock& block) {
 void Engine::init() {
     g_settings = Settings{};
     g_readings = Readings{};
+    g_readings.array_source = placeArray();
     for (int d = 0; d < kLocations; ++d) {
         g_readings.azimuth_deg[d] = static_cast<uint16_t>(360 * d / kLocations);
     }
@@ -64,14 +66,13 @@ void Engine::processMicrophones(const int16_t* centre, const int16_t* circle, in
     cancelEcho(filtered, clean);
     search(clean);
 
-    Beams beams;
-    beam_former_.process(clean, beams);
-    int16_t selected[kBlock], reduced[kBlock];
-    output_.select(beam_former_, beams, look_.location(), g_settings, selected);
+    int16_t beam[kBlock], reduced[kBlock];
+    beam_former_.process(clean, look_.location(), beam);
+    const int16_t* selected = g_settings.output_source == kCentreMicrophone ? beam_former_.centre() : beam;
     noise_reduction_.process(selected, residual_echo_.framePower(), diffuseness_.value(), g_settings,
                              reduced);
     output_.play(reduced, look_.soundFromOutside(), g_settings, g_readings.sample_clock, out);
-    report(microphones, beams, out);
+    report(microphones, out);
 }
 
 void Engine::processReceivePath(const int16_t* in, int16_t* out) {
@@ -118,18 +119,18 @@ void Engine::search(const MicrophoneBlock& block) {
     look_.update(search_, g_settings);
 }
 
-void Engine::report(const MicrophoneBlock& microphones, const Beams& beams, const int16_t* out) {
+void Engine::report(const MicrophoneBlock& microphones, const int16_t* out) {
     const int location = look_.location();
     meterMicrophones(microphones, &g_readings);
     for (int m = 0; m < kMicrophones; ++m) g_readings.microphone_faulty[m] = faults_.faulty(m) ? 1 : 0;
-    meterBeams(beams, beam_former_.centre(), &g_readings);
+    meterBeams(beam_former_.beams(), beam_former_.centre(), &g_readings);
     g_readings.location = static_cast<uint16_t>(location);
     g_readings.look_azimuth_deg = g_readings.azimuth_deg[location];
     g_readings.confidence = look_.confidence();
     std::copy(std::begin(search_.response()), std::end(search_.response()), g_readings.response);
     ++g_readings.blocks_at_location[location];
     for (int m = 0; m < kMicrophones; ++m) {
-        g_readings.steering_delay_ns[m] =
+        g_readings.steering_delay_ns[kChannelOf[m] - 1] =
             static_cast<int32_t>(std::lround(leadOf(m, azimuthOf(location)) * 1e9));
     }
     std::copy(out, out + kBlock, g_readings.output_block);

@@ -30,7 +30,7 @@ class Engine {
   private:
     void cancelEcho(MicrophoneBlock& in, MicrophoneBlock& out);
     void search(const MicrophoneBlock& block);
-    void report(const MicrophoneBlock& microphones, const Beams& beams, const int16_t* out);
+    void report(const MicrophoneBlock& microphones, const int16_t* out);
 
     bool ready_ = false;
     HighPass high_pass_;

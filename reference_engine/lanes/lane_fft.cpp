@@ -7,11 +7,11 @@
 namespace reference_engine {
 namespace {
 
-// Place of value `i` of `count`: its digits in reversed order. The first step of the transform is in radix 2 where
+// Place of value `i` of `count`: its digits in reversed order. The first step of the transform is in radix 8 where
 // `count` is no power of 4, all others in radix 4.
 int reversed(int i, int count) {
     if (count == 1) return 0;
-    const int radix = count == 2 ? 2 : 4;
+    const int radix = count == 8 ? 8 : 4;
     return i % radix * (count / radix) + reversed(i / radix, count / radix);
 }
 

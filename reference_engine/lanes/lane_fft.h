@@ -8,7 +8,7 @@ namespace reference_engine {
 
 class LaneFft {
   public:
-    void init(int size);  // needs: a power of two, 4 to LaneFftTables::kLargest
+    void init(int size);  // needs: a power of two, 8 to LaneFftTables::kLargest
 
     // `signals`: `size` samples; `spectra`: size / 2 + 1 bins.
     void forward(const Lanes* signals, LaneBin* spectra) {

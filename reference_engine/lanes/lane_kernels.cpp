@@ -3,6 +3,7 @@
 namespace reference_engine {
 
 const LaneKernels& laneKernels() {
+    if (__builtin_cpu_supports("avx512f")) return kLaneKernelsAvx512;
     return __builtin_cpu_supports("avx2") ? kLaneKernelsAvx2 : kLaneKernelsSse2;
 }
 

@@ -1,5 +1,5 @@
-// The inner loops over lanes, in two builds of the same source: for every x86-64 processor, and for those with AVX2.
-// Both give the same bits, as each lane is computed by the same operations in the same order.
+// The inner loops over lanes, in builds of the same source: for every x86-64 processor, for those with AVX2 and for those
+// with AVX-512. All give the same bits, as each lane is computed by the same operations in the same order.
 // Threads: pure functions, rt-safe.
 #pragma once
 
@@ -19,14 +19,20 @@ struct LaneFftTables {
     uint16_t reversed[kLargest / 2] = {};  // place of a pair of samples before the first butterflies
 };
 
+// One spectrum of the far end.
+struct FarBins {
+    const float* re;
+    const float* im;
+};
+
 // `bins`, `groups`: how many bins, or groups of eight bins, the arrays hold. No two arrays overlap.
 struct LaneKernels {
     // `pairs`: room for half the size. Unnormalised, as RealFft.
     void (*forward)(const LaneFftTables& tables, const Lanes* signals, LaneBin* pairs, LaneBin* spectra);
     void (*backward)(const LaneFftTables& tables, const LaneBin* spectra, LaneBin* pairs, Lanes* signals);
 
-    // sum += path * (re + i im)
-    void (*accumulate)(const LaneBin* path, const float* re, const float* im, int bins, LaneBin* sum);
+    // sum = the sum over p of path p * far_end[p]; the bins of one path follow those of the other.
+    void (*accumulate)(const LaneBin* paths, const FarBins* far_end, int partitions, int bins, LaneBin* sum);
 
     // path += step * conj(re + i im) * errors; the last lane has a step of its own. out: the power of the first lane's
     // path, and of the last lane's.
@@ -53,10 +59,16 @@ struct LaneKernels {
     // cross = memory * cross + (1 - memory) * conj(a) * b. out: the sum of the powers of `cross`, for each lane.
     void (*correlate)(const Lanes* a_re, const Lanes* a_im, const Lanes* b_re, const Lanes* b_im,
                       float memory, int groups, Lanes* cross_re, Lanes* cross_im, Lanes* power);
+
+    // Of the phases of all signals but the last: sum of weight * |first + sum of others * steering|^2, and the same with
+    // the conjugate of the steering. A lane of the steering is a direction; each bin has one for each of the others.
+    void (*steer)(const LaneBin* spectra, const LaneBin* steering, const float* weight, int bins,
+                  Lanes* power, Lanes* opposite);
 };
 
 extern const LaneKernels kLaneKernelsSse2;
 extern const LaneKernels kLaneKernelsAvx2;
+extern const LaneKernels kLaneKernelsAvx512;
 
 // The fastest build that this processor runs.
 const LaneKernels& laneKernels();

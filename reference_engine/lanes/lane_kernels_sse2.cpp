@@ -2,7 +2,6 @@
 
 namespace reference_engine {
 
-extern const LaneKernels kLaneKernelsSse2 = {forward, backward, accumulate, adapt,    expect,
-                                             learn,   scale,    magnitudes, quantise, correlate};
+extern const LaneKernels kLaneKernelsSse2 = kLaneKernels;
 
 }  // namespace reference_engine

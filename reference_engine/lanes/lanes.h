@@ -10,8 +10,8 @@ typedef float Lanes __attribute__((vector_size(32), may_alias, aligned(32)));
 
 typedef int LaneInts __attribute__((vector_size(32), may_alias, aligned(32)));
 
-// One bin of eight spectra.
-struct LaneBin {
+// One bin of eight spectra, in one line of the cache.
+struct alignas(64) LaneBin {
     Lanes re;
     Lanes im;
 };

@@ -1,4 +1,4 @@
-// The inner loops over lanes: both builds give the same bits, and the transform is the direct one.
+// The inner loops over lanes: all builds give the same bits, and the transform is the direct one.
 #include "reference_engine/lanes/lane_kernels.h"
 
 #include <gtest/gtest.h>
@@ -36,11 +36,17 @@ const auto* at(const std::vector<T>& row) {
     return &row.data()->lanes;
 }
 
-// Rows of numbers that both builds get.
-class LaneKernelsTest : public testing::Test {
+struct Build {
+    const char* name;
+    bool runs_here;
+    const LaneKernels* kernels;
+};
+
+// Rows of numbers that the narrowest build and a wide one get.
+class LaneKernelsTest : public testing::TestWithParam<Build> {
   protected:
     void SetUp() override {
-        if (!__builtin_cpu_supports("avx2")) GTEST_SKIP() << "this processor has no avx2";
+        if (!GetParam().runs_here) GTEST_SKIP() << "this processor has no " << GetParam().name;
     }
 
     std::vector<Cell> lanes(size_t count, float lowest = -1000, float highest = 1000) {
@@ -70,14 +76,20 @@ class LaneKernelsTest : public testing::Test {
     }
 
     const LaneKernels& narrow_ = kLaneKernelsSse2;
-    const LaneKernels& wide_ = kLaneKernelsAvx2;
+    const LaneKernels& wide_ = *GetParam().kernels;
     std::mt19937 random_{1};
 };
+
+INSTANTIATE_TEST_SUITE_P(
+    Builds, LaneKernelsTest,
+    testing::Values(Build{"avx2", __builtin_cpu_supports("avx2") != 0, &kLaneKernelsAvx2},
+                    Build{"avx512", __builtin_cpu_supports("avx512f") != 0, &kLaneKernelsAvx512}),
+    [](const testing::TestParamInfo<Build>& build) { return build.param.name; });
 
 }  // namespace
 
 TEST(LaneFft, IsTheDirectTransformOfEachLane) {
-    for (const int size : {4, 8, 16, 128, 512, 1024}) {
+    for (const int size : {8, 16, 32, 128, 512, 1024}) {
         LaneFft fft;
         fft.init(size);
         std::vector<Cell> signals(static_cast<size_t>(size));
@@ -107,7 +119,7 @@ TEST(LaneFft, IsTheDirectTransformOfEachLane) {
     }
 }
 
-TEST_F(LaneKernelsTest, TransformsHaveTheSameBits) {
+TEST_P(LaneKernelsTest, TransformsHaveTheSameBits) {
     LaneFftTables tables;
     tables.size = kSize;
     for (int k = 0; k < 3 * kSize / 4; ++k) {
@@ -126,13 +138,15 @@ TEST_F(LaneKernelsTest, TransformsHaveTheSameBits) {
     EXPECT_TRUE(same(c, d));
 }
 
-TEST_F(LaneKernelsTest, PathsHaveTheSameBits) {
+TEST_P(LaneKernelsTest, PathsHaveTheSameBits) {
     const std::vector<LaneBin> path = bins(kBins), errors = bins(kBins);
     const std::vector<float> re = numbers(kBins), im = numbers(kBins), step = numbers(kBins),
                              last = numbers(kBins);
     std::vector<LaneBin> a = path, b = path;
-    narrow_.accumulate(errors.data(), re.data(), im.data(), kBins, a.data());
-    wide_.accumulate(errors.data(), re.data(), im.data(), kBins, b.data());
+    const std::vector<LaneBin> paths = bins(3 * kBins);
+    const FarBins far_end[] = {{re.data(), im.data()}, {step.data(), last.data()}, {last.data(), re.data()}};
+    narrow_.accumulate(paths.data(), far_end, 3, kBins, a.data());
+    wide_.accumulate(paths.data(), far_end, 3, kBins, b.data());
     EXPECT_TRUE(same(a, b));
 
     std::vector<float> power_a(kBins), power_b(kBins), last_a(kBins), last_b(kBins);
@@ -145,7 +159,7 @@ TEST_F(LaneKernelsTest, PathsHaveTheSameBits) {
     EXPECT_TRUE(same(last_a, last_b));
 }
 
-TEST_F(LaneKernelsTest, UncertaintiesHaveTheSameBits) {
+TEST_P(LaneKernelsTest, UncertaintiesHaveTheSameBits) {
     const std::vector<Cell> path = lanes(kGroups, 0, 1), far_end = lanes(kGroups, 0, 1e6F);
     std::vector<Cell> a = lanes(kGroups, 0, 1), b = a, residual_a(kGroups), residual_b(kGroups);
     narrow_.expect(at(a), at(path), at(far_end), 0.99F, 1e-9F, kGroups, at(residual_a));
@@ -160,7 +174,7 @@ TEST_F(LaneKernelsTest, UncertaintiesHaveTheSameBits) {
     EXPECT_TRUE(same(step_a, step_b));
 }
 
-TEST_F(LaneKernelsTest, TapsHaveTheSameBits) {
+TEST_P(LaneKernelsTest, TapsHaveTheSameBits) {
     std::vector<Cell> a = lanes(kSize, -1e-8F, 1e-8F), b = a, squares_a(1), squares_b(1);
     narrow_.scale(at(a), 0.25F, 1e-9F, kSize, at(squares_a));
     wide_.scale(at(b), 0.25F, 1e-9F, kSize, at(squares_b));
@@ -178,7 +192,7 @@ TEST_F(LaneKernelsTest, TapsHaveTheSameBits) {
     EXPECT_TRUE(same(rounded_a, rounded_b));
 }
 
-TEST_F(LaneKernelsTest, CorrelationsHaveTheSameBits) {
+TEST_P(LaneKernelsTest, CorrelationsHaveTheSameBits) {
     const std::vector<Cell> a_re = lanes(kGroups), a_im = lanes(kGroups), b_re = lanes(kGroups),
                             b_im = lanes(kGroups);
     std::vector<Cell> re_a = lanes(kGroups), im_a = lanes(kGroups), re_b = re_a, im_b = im_a, power_a(1),
@@ -188,6 +202,42 @@ TEST_F(LaneKernelsTest, CorrelationsHaveTheSameBits) {
     EXPECT_TRUE(same(re_a, re_b));
     EXPECT_TRUE(same(im_a, im_b));
     EXPECT_TRUE(same(power_a, power_b));
+}
+
+TEST_F(LaneKernelsTest, SteeredPowersHaveTheSameBits) {
+    const std::vector<LaneBin> spectra = bins(kBins), steering = bins(kBins * (kLanes - 2));
+    std::vector<float> weight = numbers(kBins);
+    weight[3] = 0;
+    Lanes a[2], b[2];
+    narrow_.steer(spectra.data(), steering.data(), weight.data(), kBins, &a[0], &a[1]);
+    wide_.steer(spectra.data(), steering.data(), weight.data(), kBins, &b[0], &b[1]);
+    EXPECT_EQ(std::memcmp(a, b, sizeof a), 0);
+}
+
+// Signals that the steering of lane 2 brings in phase, in two bins, and those of its mirror image in a third one.
+TEST(LaneSteer, FindsTheDirectionWhoseSteeringAlignsTheSignals) {
+    constexpr int kSteered = kLanes - 2;
+    LaneBin spectra[3] = {}, steering[3 * kSteered] = {};
+    for (int k = 0; k < 3; ++k) {
+        for (int m = 0; m <= kSteered; ++m) {
+            for (int d = 0; d < kLanes && m > 0; ++d) {
+                const double turn = 0.7 * m * (d + 1) + k;
+                steering[k * kSteered + m - 1].re[d] = static_cast<float>(std::cos(turn));
+                steering[k * kSteered + m - 1].im[d] = static_cast<float>(std::sin(turn));
+            }
+            const double late = m == 0 ? 0 : (0.7 * m * 3 + k) * (k == 2 ? -1 : 1);
+            spectra[k].re[m] = static_cast<float>(100 * (m + 1) * std::cos(late));
+            spectra[k].im[m] = static_cast<float>(-100 * (m + 1) * std::sin(late));
+        }
+    }
+    const float weight[] = {1, 0.5F, 0.25F};
+    Lanes power, opposite;
+    laneKernels().steer(spectra, steering, weight, 2, &power, &opposite);
+    EXPECT_NEAR(power[2], 49 * 1.5, 1e-3);
+    EXPECT_LT(power[0], 30);
+    EXPECT_LT(opposite[2], 30);
+    laneKernels().steer(spectra + 2, steering + 2 * kSteered, weight + 2, 1, &power, &opposite);
+    EXPECT_NEAR(opposite[2], 49 * 0.25, 1e-3);
 }
 
 TEST(LaneQuantise, RoundsHalvesAwayFromZeroWithinTheLimit) {

@@ -100,6 +100,28 @@ TEST_P(Look, OutputsTheBeamOfItsLocation) {
     EXPECT_EQ(powerOf(out, kBlock) * kBlock, expected);
 }
 
+// The noise repeats itself in each block, so a level does not depend on the block in which it was measured.
+TEST_P(Look, ShowsTheLevelOfEveryBeamInTurn) {
+    const Samples block = whiteNoise(kBlock, -20, 1);
+    const auto energies = [&](int location, int blocks) {
+        engine.MMIfInit(0);
+        engine.MMIfSetManualLocation(location, 0);
+        std::vector<Samples> rows(kMicrophones);
+        for (size_t m = 0; m < kMicrophones; ++m) {
+            for (int b = 0; b < blocks; ++b) rows[m].insert(rows[m].end(), block.begin(), block.end());
+            std::rotate(rows[m].begin(), rows[m].begin() + static_cast<ptrdiff_t>(3 * m), rows[m].end());
+        }
+        engine.process(rows);
+        const uint64_t* shown = engine.SEDiagGetUInt40Array(engine.diag("mmfx_beam_energy"));
+        return std::vector<uint64_t>(shown, shown + kLocations);
+    };
+    const std::vector<uint64_t> in_turn = energies(0, 100);
+    for (int location = 0; location < kLocations; ++location) {
+        const double look = static_cast<double>(energies(location, 100)[static_cast<size_t>(location)]);
+        EXPECT_NEAR(static_cast<double>(in_turn[static_cast<size_t>(location)]) / look, 1, 1e-3) << location;
+    }
+}
+
 TEST_P(Look, FadesFromOneBeamToTheNextWithinABlock) {
     const auto noise = whiteNoise(10 * kBlock, -20, 1);
     const auto from = [&](int first, int second) {

@@ -47,4 +47,12 @@ inline MicrophonePositions microphonePositions(double radius_m) {
     return positions;
 }
 
+inline MicrophonePositions microphonePositions(const SceneOptions& options) {
+    MicrophonePositions positions = microphonePositions(options.array_radius_m);
+    for (size_t m = 0; m < options.circle.size(); ++m) {
+        positions.at(m + 1) = atAzimuth(options.circle[m].azimuth_deg, options.circle[m].distance_m);
+    }
+    return positions;
+}
+
 }  // namespace se_scene

@@ -39,10 +39,12 @@ std::vector<float> played(const Row& far_end, const SceneOptions& options) {
     const double delay = options.echo_delay_ms * kSampleRate / 1000;
     const double jump = options.echo_jump_ms * kSampleRate / 1000;
     const double jump_at = options.echo_jump_s.value_or(options.seconds) * kSampleRate;
+    const double back_at = options.echo_jump_back_s.value_or(options.seconds) * kSampleRate;
     Row result(far_end.size());
     for (size_t i = 0; i < result.size(); ++i) {
         const double time = static_cast<double>(i);
-        const double late = delay + time * options.echo_drift_ppm * 1e-6 + (time >= jump_at ? jump : 0);
+        const double late =
+            delay + time * options.echo_drift_ppm * 1e-6 + (time >= jump_at && time < back_at ? jump : 0);
         result[i] = static_cast<float>(std::clamp(sampleAt(far_end, time - late), -limit, limit));
     }
     return result;

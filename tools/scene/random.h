@@ -9,7 +9,15 @@
 namespace se_scene {
 
 // Each part of a scene has its own stream, so that it does not depend on the others.
-enum class Stream : uint32_t { kTalker = 1, kFarEnd, kSensorNoise, kDiffuseNoise };
+enum class Stream : uint32_t {
+    kTalker = 1,
+    kFarEnd,
+    kSensorNoise,
+    kDiffuseNoise,
+    kSecondTalker,
+    kSurroundings,
+    kTrial
+};
 
 class Random {
   public:

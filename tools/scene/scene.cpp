@@ -3,83 +3,19 @@
 #include <algorithm>
 #include <cmath>
 
-#include "tools/scene/measure.h"
+#include "tools/scene/babble.h"
 #include "tools/scene/noise.h"
 #include "tools/scene/playback.h"
-#include "tools/scene/room.h"
+#include "tools/scene/rows.h"
 #include "tools/scene/scene_checks.h"
-#include "tools/scene/voice.h"
+#include "tools/scene/source.h"
+#include "tools/scene/talker.h"
 
 namespace se_scene {
 
 namespace {
 
 constexpr double kFadeSeconds = 0.005;
-
-MicrophoneRows silence(size_t frames) {
-    return MicrophoneRows(kMicrophones, Row(frames));
-}
-
-void scale(Row& row, double factor) {
-    for (float& sample : row) sample = static_cast<float>(factor * static_cast<double>(sample));
-}
-
-void add(MicrophoneRows& sum, const MicrophoneRows& part) {
-    for (size_t m = 0; m < sum.size(); ++m) {
-        for (size_t i = 0; i < sum[m].size(); ++i) sum[m][i] += part[m][i];
-    }
-}
-
-// The factor that brings a level to the one asked for; silence stays silence.
-double factorFor(double asked_dbfs, double present_dbfs) {
-    return present_dbfs == kSilent ? 0 : fromDecibels(asked_dbfs - present_dbfs);
-}
-
-void scaleRows(MicrophoneRows& rows, double factor) {
-    for (Row& row : rows) scale(row, factor);
-}
-
-Row speechFor(const Row& given, const Voice& voice, Stream stream, const SceneOptions& options,
-              size_t frames) {
-    if (given.empty()) {
-        Random random(options.seed, stream);
-        return synthesiseSpeech(voice, frames, random);
-    }
-    Row repeated(frames);
-    for (size_t i = 0; i < frames; ++i) repeated[i] = given[i % given.size()];
-    return repeated;
-}
-
-// 1 from `start_s` to `end_s`, 0 outside, with short slopes inside.
-double gateAt(double seconds, double start_s, double end_s) {
-    const double slope = std::min(seconds - start_s, end_s - seconds) / kFadeSeconds;
-    return std::clamp(slope, 0.0, 1.0);
-}
-
-void speakOnlyBetween(double start_s, double end_s, Row& speech) {
-    if (start_s <= 0 && end_s * kSampleRate >= static_cast<double>(speech.size())) return;
-    for (size_t i = 0; i < speech.size(); ++i) {
-        const double gate = gateAt(static_cast<double>(i) / kSampleRate, start_s, end_s);
-        speech[i] = static_cast<float>(gate * static_cast<double>(speech[i]));
-    }
-}
-
-ImpulseResponses responsesFrom(double azimuth_deg, double distance_m, const SceneOptions& options) {
-    const Point source = atAzimuth(azimuth_deg, distance_m);
-    const MicrophonePositions microphones = microphonePositions(options.array_radius_m);
-    if (options.reverberation_s <= 0) return freeFieldResponses(source, microphones);
-    return roomResponses(options.room, options.reverberation_s, source, microphones);
-}
-
-MicrophoneRows makeTalker(const SceneOptions& options, size_t frames) {
-    if (options.talker_level_dbfs == kSilent) return silence(frames);
-    Row speech = speechFor(options.speech, kTalkerVoice, Stream::kTalker, options, frames);
-    speakOnlyBetween(options.talker_start_s, options.talker_end_s, speech);
-    MicrophoneRows rows =
-        convolve(speech, responsesFrom(options.talker_azimuth_deg, options.talker_distance_m, options));
-    scaleRows(rows, factorFor(options.talker_level_dbfs, activeLevelDbfs(rows[0])));
-    return rows;
-}
 
 MicrophoneRows makeNoise(const SceneOptions& options, size_t frames) {
     MicrophoneRows noise = silence(frames);
@@ -89,9 +25,11 @@ MicrophoneRows makeNoise(const SceneOptions& options, size_t frames) {
     }
     if (options.diffuse_noise_dbfs != kSilent) {
         Random random(options.seed, Stream::kDiffuseNoise);
-        MicrophoneRows diffuse = diffuseNoise(frames, microphonePositions(options.array_radius_m),
-                                              options.diffuse_noise_colour, random);
-        scaleRows(diffuse, factorFor(options.diffuse_noise_dbfs, levelDbfs(diffuse[0])));
+        MicrophoneRows diffuse =
+            options.diffuse_noise_colour == NoiseColour::kBabble
+                ? babble(frames, options, random)
+                : diffuseNoise(frames, microphonePositions(options), options.diffuse_noise_colour, random);
+        scale(diffuse, factorFor(options.diffuse_noise_dbfs, levelDbfs(diffuse[0])));
         add(noise, diffuse);
     }
     return noise;
@@ -99,7 +37,9 @@ MicrophoneRows makeNoise(const SceneOptions& options, size_t frames) {
 
 Row makeFarEnd(const SceneOptions& options, size_t frames) {
     if (options.echo_level_dbfs == kSilent || options.far_end_level_dbfs == kSilent) return Row(frames);
-    Row speech = speechFor(options.far_end_speech, kFarEndVoice, Stream::kFarEnd, options, frames);
+    Random random(options.seed, Stream::kFarEnd);
+    const Voice voice = withPitch(kFarEndVoice, options.far_end_pitch_hz);
+    Row speech = speechOf(options.far_end_speech, voice, frames, random);
     scale(speech, factorFor(options.far_end_level_dbfs, activeLevelDbfs(speech)));
     return speech;
 }
@@ -121,16 +61,24 @@ void changePath(double change_s, const MicrophoneRows& after, MicrophoneRows& ec
 MicrophoneRows makeEcho(const SceneOptions& options, const Row& far_end) {
     if (options.echo_level_dbfs == kSilent) return silence(far_end.size());
     const Row sound = played(far_end, options);
-    const auto arriving = [&](double azimuth_deg) {
-        return convolve(sound, responsesFrom(azimuth_deg, options.echo_distance_m, options));
+    const auto from = [&](double azimuth_deg) {
+        return arriving(sound, atAzimuth(azimuth_deg, options.echo_distance_m), options);
     };
-    MicrophoneRows echo = arriving(options.echo_azimuth_deg);
+    MicrophoneRows echo = from(options.echo_azimuth_deg);
     const double factor = factorFor(options.echo_level_dbfs, activeLevelDbfs(echo[0]));
     if (options.echo_path_change_s) {
-        changePath(*options.echo_path_change_s, arriving(options.echo_azimuth_after_deg), echo);
+        changePath(*options.echo_path_change_s, from(options.echo_azimuth_after_deg), echo);
     }
-    scaleRows(echo, factor);
+    scale(echo, factor);
     return echo;
+}
+
+void silenceMicrophone(int channel, Scene& scene) {
+    for (size_t m = 0; m < kMicrophones; ++m) {
+        if (kChannelOfMicrophone[m] != channel) continue;
+        for (MicrophoneRows* rows : {&scene.talker, &scene.noise, &scene.echo})
+            (*rows)[m].assign(scene.frames, 0);
+    }
 }
 
 }  // namespace
@@ -146,10 +94,13 @@ Scene makeScene(const SceneOptions& options) {
     checkOptions(options);
     Scene scene;
     scene.frames = static_cast<size_t>(std::lround(options.seconds * kSampleRate));
-    scene.talker = makeTalker(options, scene.frames);
+    TalkerSound talkers = makeTalkers(options, scene.frames);
+    scene.talker = std::move(talkers.rows);
+    scene.talker_direct = std::move(talkers.direct);
     scene.noise = makeNoise(options, scene.frames);
     scene.far_end = makeFarEnd(options, scene.frames);
     scene.echo = makeEcho(options, scene.far_end);
+    silenceMicrophone(options.dead_channel, scene);
     return scene;
 }
 

@@ -20,7 +20,7 @@ inline constexpr int kMicrophones = 7;
 // ... 300 degrees). Kept on purpose: the device crosses its channels.
 inline constexpr int kChannelOfMicrophone[kMicrophones] = {1, 3, 2, 5, 6, 7, 4};
 
-enum class NoiseColour { kWhite, kPink };
+enum class NoiseColour { kWhite, kPink, kBabble };  // babble: many voices around the array
 
 // Levels are root mean squares in decibels relative to full scale 1.0: a sine that fills the scale has -3.
 inline constexpr double kSilent = -1000.0;  // a level in dBFS that means "none"
@@ -32,12 +32,20 @@ struct RoomSize {
     double height_m = 2.8;
 };
 
+// A microphone in the plane of the array, relative to the centre microphone.
+struct MicrophonePlace {
+    double distance_m;
+    double azimuth_deg;
+};
+
 struct SceneOptions {
     double seconds = 10.0;
     uint32_t seed = 1;
     double array_radius_m = 0.0425;
+    std::vector<MicrophonePlace> circle;  // microphones 1 to 6; empty: a circle of that radius
 
     std::vector<float> speech;       // mono, 16 kHz, full scale 1.0, repeated as needed; empty: synthesised
+    double talker_pitch_hz = 120;    // of the synthesised voice; its formants follow
     double talker_azimuth_deg = 60;  // counter-clockwise seen from above, 0 along microphone 1
     double talker_distance_m = 1.0;
     double talker_level_dbfs =
@@ -45,25 +53,38 @@ struct SceneOptions {
     double talker_start_s = 0;  // the talker speaks from here ...
     double talker_end_s = std::numeric_limits<double>::infinity();  // ... to here; the sound rings on after
 
+    double walk_deg = 0;      // the talker walks by this angle around the array ...
+    double walk_start_s = 0;  // ... from here ...
+    double walk_s = 2;        // ... within this time
+
+    std::optional<double>
+        second_talker_azimuth_deg;  // another talker, as far and as loud; they speak in turn
+    double second_talker_pitch_hz = 170;
+    double turn_s = 3;  // each speaks for this long
+
+    int dead_channel = 0;  // of the recording, 1 to 7: this microphone is silent; 0: none
+
     double sensor_noise_dbfs = -65;       // white, independent at each microphone
-    double diffuse_noise_dbfs = kSilent;  // spherically isotropic
+    double diffuse_noise_dbfs = kSilent;  // from all around
     NoiseColour diffuse_noise_colour = NoiseColour::kPink;
 
     double reverberation_s = 0;  // time in which the room's sound falls by 60 dB; 0: free field
     RoomSize room;               // used only with reverberation
 
     std::vector<float> far_end_speech;  // as `speech`, for the loudspeaker; empty: synthesised, another voice
+    double far_end_pitch_hz = 200;      // of the synthesised voice
     double far_end_level_dbfs = -26;    // of what the loudspeaker plays, over the active time
     double echo_level_dbfs = kSilent;   // at the centre microphone, over the active time; kSilent: no far end
     double echo_azimuth_deg = 200;      // of the loudspeaker, which is beside the array
     double echo_distance_m = 0.3;
     std::optional<double> echo_path_change_s;  // then the loudspeaker moves; its level stays
     double echo_azimuth_after_deg = 320;
-    double echo_delay_ms = 0;           // of the playback, beside the way through the air
-    double echo_drift_ppm = 0;          // by which the loudspeaker's clock is slower: the delay grows
-    std::optional<double> echo_jump_s;  // then the delay changes at once ...
-    double echo_jump_ms = 0;            // ... by this much
-    double loudspeaker_limit_dbfs = 0;  // peak beyond which it clips
+    double echo_delay_ms = 0;                // of the playback, beside the way through the air
+    double echo_drift_ppm = 0;               // by which the loudspeaker's clock is slower: the delay grows
+    std::optional<double> echo_jump_s;       // then the delay changes at once ...
+    double echo_jump_ms = 0;                 // ... by this much ...
+    std::optional<double> echo_jump_back_s;  // ... until here
+    double loudspeaker_limit_dbfs = 0;       // peak beyond which it clips
 };
 
 // Rows of samples at full scale 1.0, one a microphone, all of `frames` samples.
@@ -71,10 +92,11 @@ using MicrophoneRows = std::vector<std::vector<float>>;
 
 struct Scene {
     size_t frames = 0;
-    MicrophoneRows talker;       // the talker at the microphones, reflections included
-    MicrophoneRows noise;        // sensor and diffuse noise
-    MicrophoneRows echo;         // of the far end
-    std::vector<float> far_end;  // what the loudspeaker plays
+    MicrophoneRows talker;             // the talkers at the microphones, reflections included
+    std::vector<float> talker_direct;  // their direct sound alone at the centre microphone, dead or not
+    MicrophoneRows noise;              // sensor and diffuse noise
+    MicrophoneRows echo;               // of the far end
+    std::vector<float> far_end;        // what the loudspeaker plays
 
     MicrophoneRows mixture() const;
 };
@@ -83,6 +105,11 @@ struct Scene {
 // options do.
 // fails: std::invalid_argument names the option and its range.
 Scene makeScene(const SceneOptions& options);
+
+// The talker that may speak at this time: 0 the first, 1 the second; and its azimuth, of the walking talker the
+// present one.
+int talkerAt(const SceneOptions& options, double seconds);
+double talkerAzimuthAt(const SceneOptions& options, double seconds);
 
 // Rounded to nearest and saturated.
 std::vector<int16_t> toInt16(const std::vector<float>& row);

@@ -1,6 +1,8 @@
 // The two voices and the order of their sounds.
 #include "tools/scene/voice.h"
 
+#include <cmath>
+
 #include "tools/scene/vocal_tract.h"
 
 namespace se_scene {
@@ -109,6 +111,17 @@ class Speaker {
 };
 
 }  // namespace
+
+Voice withPitch(Voice voice, double pitch_hz) {
+    if (pitch_hz == voice.pitch_hz) return voice;
+    const double factor = std::pow(pitch_hz / voice.pitch_hz, 0.3);
+    voice.pitch_hz = pitch_hz;
+    voice.fourth_formant_hz *= factor;
+    for (auto& vowel : voice.vowels) {
+        for (double& hertz : vowel) hertz *= factor;
+    }
+    return voice;
+}
 
 std::vector<float> synthesiseSpeech(const Voice& voice, size_t frames, Random& random) {
     Speaker speaker(voice, random);

@@ -21,6 +21,10 @@ struct Voice {
 extern const Voice kTalkerVoice;  // 120 Hz
 extern const Voice kFarEndVoice;  // 200 Hz
 
+// The voice at another pitch, with a vocal tract that fits: from the men of the measured voices to the women, formants
+// rise with the pitch to the power of 0.3.
+Voice withPitch(Voice voice, double pitch_hz);
+
 // Speech from the first sample on, of arbitrary level.
 std::vector<float> synthesiseSpeech(const Voice& voice, size_t frames, Random& random);
 

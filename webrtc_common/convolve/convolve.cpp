@@ -9,9 +9,17 @@ namespace quill::media::se_wrapper {
 namespace {
 
 constexpr ConvolveVariant kRows[] = {
-    {{"ssse3", &CPUInfo::has_ssse3}, "ssse3", convolve_i16_i16_SSSE3, convolve_i16_i32_SSSE3},
+    {{"ssse3", &CPUInfo::has_ssse3},
+     "ssse3",
+     convolve_i16_i16_SSSE3,
+     convolve_i16_i32_SSSE3,
+     {copy_pairs_ssse3, sum_pairs_ssse3}},
 #define CONVOLVE_AVX_VARIANT(name, set, feature) \
-    {{name, &CPUInfo::feature}, "avx", convolve_body_i16_i16_##set, convolve_body_i16_i32_##set},
+    {{name, &CPUInfo::feature},                  \
+     "avx",                                      \
+     convolve_body_i16_i16_##set,                \
+     convolve_body_i16_i32_##set,                \
+     {copy_pairs_##set, sum_pairs_##set}},
 #include "webrtc_common/convolve/convolve_variant_rows.h"
 };
 constexpr const ConvolveVariant* kSsse3 = &kRows[0];
@@ -23,11 +31,14 @@ const ConvolveVariant* g_avx_body = kNarrowestAvx;
 
 const KernelVariants<ConvolveVariant> kConvolveVariants(kRows);
 
+const PairKernels* g_pair_kernels = &kSsse3->pairs;
+
 void selectConvolveKernels(const CPUInfo& cpu) {
     if (!cpu.has_avx) return;
     g_avx_body = widestAboveFloor(kConvolveVariants, cpu);
     g_convolve_i16_i16 = convolve_i16_i16_AVX;
     g_convolve_i16_i32 = convolve_i16_i32_AVX;
+    g_pair_kernels = &g_avx_body->pairs;
 }
 
 const ConvolveVariant* selectedConvolveVariant() {

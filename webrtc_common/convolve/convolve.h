@@ -8,6 +8,7 @@
 #include <cstdint>
 
 #include "common/cpu_info.h"
+#include "webrtc_common/convolve/pairs.h"
 #include "webrtc_common/export.h"
 #include "webrtc_common/kernel_variants.h"
 
@@ -57,12 +58,13 @@ struct ConvolveVariant : KernelVariant {
     const char* entry;
     ConvolveI16I16* i16_i16;
     ConvolveI16I32* i16_i32;
+    PairKernels pairs;
 };
 
 SE_WRAPPER_EXPORT extern const KernelVariants<ConvolveVariant> kConvolveVariants;
 
-// Points both pointers at the AVX entry points exactly when `cpu` has AVX, and these at the widest build that
-// `cpu` runs; without AVX leaves all alone, so that a selection once made is never taken back.
+// Points both pointers at the AVX entry points exactly when `cpu` has AVX, and these and g_pair_kernels at the widest
+// build that `cpu` runs; without AVX leaves all alone, so that a selection once made is never taken back.
 // needs: no kernel is running. [setup]
 SE_WRAPPER_EXPORT void selectConvolveKernels(const CPUInfo& cpu);
 

@@ -8,5 +8,7 @@ using Widest = Lanes512;
 }
 
 #include "webrtc_common/convolve/convolve_body.inl.h"
+#include "webrtc_common/convolve/pairs_body.inl.h"
 
 CONVOLVE_FUNCTIONS(convolve_body_i16_i16_avx512vnni, convolve_body_i16_i32_avx512vnni)
+PAIR_KERNELS(avx512vnni)

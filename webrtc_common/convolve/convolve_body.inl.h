@@ -3,21 +3,28 @@
 // external linkage, nothing from the standard library, everything inlined. Else the linker might keep the copy
 // built for one processor and give it to another.
 //
-// Each lane holds an output. The W samples loaded at offset k are W / 2 pairs, each of which contributes to one
-// even output of a group of W outputs, those at k + 1 to the odd outputs, both multiplied by the same pair of
-// taps. The samples at offset k + W m serve the tap pair k + W s of group m - s, so several groups and several
-// pairs together need much less than one load for each multiplication. Sums modulo 2^32 may be taken in any order.
+// Each lane holds an output. The W samples loaded at an even offset k are W / 2 pairs. In a group of W outputs each
+// of them contributes to one even output with taps k and k + 1, and to the odd output beside it with taps k - 1 and k.
+// The first tap has no tap before it and the last one none behind it: zeros stand there, in registers. The samples at
+// offset k + W m also serve the taps k + W s of group m - s, so several groups and several sets of taps together need
+// much less than one load for each multiplication. Sums modulo 2^32 may be taken in any order.
 #pragma once
 
 namespace {
 
-// Running sums of a group: even outputs and odd outputs. Lanes with registers to spare keep kChains of them, to
-// which pairs of taps are added in turn, so that fewer additions wait for the one before.
+// Running sums of a group: even outputs and odd outputs.
 template <class Lanes>
 struct Sums {
     typename Lanes::Vector even;
     typename Lanes::Vector odd;
 };
+
+// How many sums each group has, to which pairs of taps are added in turn. Together about as many as hide the latency
+// of a multiplication, so that few additions wait for the one before.
+constexpr size_t chains(size_t sums, size_t groups) {
+    const size_t count = sums / (2 * groups);
+    return count < 1 ? 1 : count > 4 ? 4 : count;
+}
 
 template <size_t kValue>
 struct Index {
@@ -34,71 +41,84 @@ CONVOLVE_INLINE void unrolled(const Each& each) {
     }
 }
 
-// One tap pair of each of kSets sets, which stand W taps apart, for kGroups adjoining groups. `part`: nothing, or
-// which outputs of the last group there are; for nothing else are the last samples read.
-template <class Lanes, size_t kSets, size_t kPair, size_t kGroups, class... Part>
-CONVOLVE_INLINE void addPair(Sums<Lanes> (&sums)[kGroups][Lanes::kChains], const int16_t* coeffs,
-                             const int16_t* signal, Part... part) {
-    typename Lanes::Vector taps[kSets];
+// A pair of taps of each of kSets sets, which stand W taps apart, for kGroups adjoining groups. `before` points at the
+// tap before coeffs[0] and coeffs[0] itself. samples(m): those of group m.
+template <class Lanes, size_t kSets, size_t kPair, size_t kGroups, size_t kChains, class Samples>
+CONVOLVE_INLINE void addPair(Sums<Lanes> (&sums)[kGroups][kChains], const int16_t* coeffs,
+                             const int16_t* before, const Samples& samples) {
+    typename Lanes::Vector even[kSets], odd[kSets];
     unrolled<kSets>([&](auto s) CONVOLVE_LAMBDA {
         const int16_t* const set = coeffs + Lanes::kOutputs * s.value;
-        taps[s.value] = Lanes::pair(set);
+        even[s.value] = Lanes::pair(set);
+        odd[s.value] = Lanes::pair(s.value == 0 ? before : set - 1);
     });
     unrolled<kGroups + kSets - 1>([&](auto m) CONVOLVE_LAMBDA {
-        const int16_t* const samples = signal + Lanes::kOutputs * m.value;
-        typename Lanes::Vector even, odd;
-        if constexpr (m.value == kGroups + kSets - 2) {
-            even = Lanes::load(samples, part...);
-            odd = Lanes::load(samples + 1, part...);
-        } else {
-            even = Lanes::load(samples);
-            odd = Lanes::load(samples + 1);
-        }
+        typename Lanes::Vector x = samples(m);
         // Else gcc uses a memory operand for each use, which is a load for each multiplication.
-        constexpr bool kUsedAgain = 0 < decltype(m)::value && decltype(m)::value < kGroups + kSets - 2;
-        if constexpr (kUsedAgain) CONVOLVE_IN_REGISTERS(even, odd);
+        CONVOLVE_IN_REGISTER(x);
         unrolled<kSets>([&](auto s) CONVOLVE_LAMBDA {
             constexpr size_t group = decltype(m)::value - decltype(s)::value;  // below 0: beyond kGroups, too
             if constexpr (group < kGroups) {
-                auto& sum = sums[group][(kPair + s.value) % Lanes::kChains];
-                Lanes::multiplyAdd(sum.even, even, taps[s.value]);
-                Lanes::multiplyAdd(sum.odd, odd, taps[s.value]);
+                auto& sum = sums[group][(kPair + s.value) % kChains];
+                Lanes::multiplyAdd(sum.even, x, even[s.value]);
+                Lanes::multiplyAdd(sum.odd, x, odd[s.value]);
             }
         });
     });
 }
 
-template <class Lanes, size_t kSets, size_t kGroups, class... Part>
-CONVOLVE_INLINE void addStep(Sums<Lanes> (&sums)[kGroups][Lanes::kChains], const int16_t* coeffs,
-                             const int16_t* signal, Part... part) {
+// Eight taps of each of kSets sets. `part`: nothing, or which outputs of the last group there are; for nothing else
+// are the last samples read. Where more sets could share a load, every second pair shifts the samples of the one
+// before instead.
+template <class Lanes, size_t kSets, size_t kGroups, size_t kChains, class... Part>
+CONVOLVE_INLINE void addStep(Sums<Lanes> (&sums)[kGroups][kChains], const int16_t* coeffs,
+                             const int16_t* before, const int16_t* signal, Part... part) {
+    constexpr size_t kLast = kGroups + kSets - 2;
+    typename Lanes::Vector x[kLast + 1];
     unrolled<4>([&](auto pair) CONVOLVE_LAMBDA {
-        addPair<Lanes, kSets, decltype(pair)::value>(sums, coeffs + 2 * pair.value, signal + 2 * pair.value,
-                                                     part...);
+        constexpr size_t kPair = decltype(pair)::value;
+        const int16_t* from = signal + 2 * kPair;
+        CONVOLVE_NEW_ADDRESS(from);  // else gcc keeps samples from one step for the next, on the stack
+        const auto samples = [&](auto m) CONVOLVE_LAMBDA {
+            constexpr size_t kM = decltype(m)::value;
+            const int16_t* const address = from + Lanes::kOutputs * kM;
+            if constexpr (kM == kLast) {
+                return x[kM] = Lanes::load(address, part...);
+            } else {
+                if constexpr (kSets < Lanes::kSets) {
+                    if constexpr (kPair % 2 == 1) return Lanes::shifted(x[kM], x[kM + 1]);
+                }
+                return x[kM] = Lanes::load(address);
+            }
+        };
+        addPair<Lanes, kSets, kPair>(sums, coeffs + 2 * kPair, kPair == 0 ? before : coeffs + 2 * kPair - 1,
+                                     samples);
     });
 }
 
-// All steps of eight taps for kGroups adjoining groups: whole rounds of kSets sets, then pairs of sets, and
-// alone the steps that have no partner one set further. Counted in signed numbers: with unsigned ones gcc keeps
-// the sums on the stack between the loops.
-template <class Lanes, size_t kGroups, class... Part>
-CONVOLVE_INLINE void addSteps(Sums<Lanes> (&sums)[kGroups][Lanes::kChains], const int16_t* coeffs,
+// All steps of eight taps for kGroups adjoining groups: pairs of sets, if lanes have them, and alone the steps that
+// have no partner one set further. Counted in signed numbers: with unsigned ones gcc keeps the sums on the stack
+// between the loops.
+template <class Lanes, size_t kGroups, size_t kChains, class... Part>
+CONVOLVE_INLINE void addSteps(Sums<Lanes> (&sums)[kGroups][kChains], const int16_t* coeffs,
                               const int16_t* signal, ptrdiff_t steps, Part... part) {
-    constexpr ptrdiff_t kSet = Lanes::kOutputs / 8;
+    const uint32_t zero_and_first_tap = static_cast<uint32_t>(coeffs[0]) << 16;
+    const int16_t* before = reinterpret_cast<const int16_t*>(&zero_and_first_tap);
     const auto add = [&](auto sets, ptrdiff_t step) CONVOLVE_LAMBDA {
-        addStep<Lanes, decltype(sets)::value>(sums, coeffs + 8 * step, signal + 8 * step, part...);
+        addStep<Lanes, decltype(sets)::value>(sums, coeffs + 8 * step, before, signal + 8 * step, part...);
+        before = coeffs + 8 * step + 7;
     };
-    ptrdiff_t first = 0;
-    if constexpr (Lanes::kSets > 2) {
-        constexpr ptrdiff_t kRound = Lanes::kSets * Lanes::kOutputs / 8;
-        for (; first + kRound <= steps; first += kRound) {
-            for (ptrdiff_t s = 0; s < kSet; ++s) add(Index<Lanes::kSets>(), first + s);
+    if constexpr (Lanes::kSets == 1) {
+        for (ptrdiff_t step = 0; step < steps; ++step) add(Index<1>(), step);
+    } else {
+        constexpr ptrdiff_t kSet = Lanes::kOutputs / 8;
+        for (ptrdiff_t first = 0; first < steps; first += 2 * kSet) {
+            if (first > 0) before = coeffs + 8 * first - 1;
+            const ptrdiff_t left = steps - first;
+            ptrdiff_t s = 0;
+            for (; s < kSet && s + kSet < left; ++s) add(Index<2>(), first + s);
+            for (; s < kSet && s < left; ++s) add(Index<1>(), first + s);
         }
-    }
-    for (; first < steps; first += 2 * kSet) {
-        const ptrdiff_t left = steps - first;
-        ptrdiff_t s = 0;
-        for (; s < kSet && s + kSet < left; ++s) add(Index<2>(), first + s);
-        for (; s < kSet && s < left; ++s) add(Index<1>(), first + s);
     }
 }
 
@@ -106,16 +126,22 @@ CONVOLVE_INLINE void addSteps(Sums<Lanes> (&sums)[kGroups][Lanes::kChains], cons
 template <class Lanes, size_t kGroups, class Output, class... Part>
 CONVOLVE_INLINE void convolveGroups(const int16_t* coeffs, const int16_t* signal, size_t steps,
                                     size_t first_output, const Output& output, Part... part) {
-    Sums<Lanes> sums[kGroups][Lanes::kChains];
-    unrolled<kGroups>([&](auto m) CONVOLVE_LAMBDA {
-        unrolled<Lanes::kChains>([&](auto chain) CONVOLVE_LAMBDA {
+    constexpr size_t kChains = chains(Lanes::kSums, kGroups);
+    Sums<Lanes> sums[kGroups][kChains];
+    const auto last_tap_and_zero = Lanes::all(static_cast<uint16_t>(coeffs[8 * steps - 1]));
+    const auto begin = [&](auto m, auto... of) CONVOLVE_LAMBDA {
+        unrolled<kChains>([&](auto chain) CONVOLVE_LAMBDA {
             sums[m.value][chain.value] = {Lanes::zero(), Lanes::zero()};
         });
-    });
+        const int16_t* const samples = signal + first_output + 8 * steps + Lanes::kOutputs * m.value;
+        Lanes::multiplyAdd(sums[m.value][0].odd, Lanes::load(samples, of...), last_tap_and_zero);
+    };
+    unrolled<kGroups - 1>(begin);
+    begin(Index<kGroups - 1>(), part...);
     addSteps(sums, coeffs, signal + first_output, static_cast<ptrdiff_t>(steps), part...);
     const auto put = [&](auto m, auto... of) CONVOLVE_LAMBDA {
         Sums<Lanes> sum = sums[m.value][0];
-        unrolled<Lanes::kChains, 1>([&](auto chain) CONVOLVE_LAMBDA {
+        unrolled<kChains, 1>([&](auto chain) CONVOLVE_LAMBDA {
             sum.even = Lanes::add(sum.even, sums[m.value][chain.value].even);
             sum.odd = Lanes::add(sum.odd, sums[m.value][chain.value].odd);
         });

@@ -9,12 +9,14 @@
 #define CONVOLVE_INLINE inline __attribute__((always_inline))
 #define CONVOLVE_LAMBDA __attribute__((always_inline))
 
-// Hides the origin of two vectors from the compiler, so that they stay in registers.
+// Hide the origin of a vector, so that it stays in its register, or of an address, so that nothing that was loaded from
+// it before does.
 #ifdef __AVX512F__
-#define CONVOLVE_IN_REGISTERS(a, b) __asm__("" : "+v"(a), "+v"(b))
+#define CONVOLVE_IN_REGISTER(vector) __asm__("" : "+v"(vector))
 #else
-#define CONVOLVE_IN_REGISTERS(a, b) __asm__("" : "+x"(a), "+x"(b))
+#define CONVOLVE_IN_REGISTER(vector) __asm__("" : "+x"(vector))
 #endif
+#define CONVOLVE_NEW_ADDRESS(pointer) __asm__("" : "+r"(pointer))
 
 namespace {
 
@@ -25,12 +27,19 @@ CONVOLVE_INLINE int tapPair(const int16_t* coeffs) {
     return pair;
 }
 
+// Multiplication and addition in one instruction.
+#ifdef __AVXVNNI__
+constexpr bool kDotProduct = true;
+#else
+constexpr bool kDotProduct = false;
+#endif
+
 struct Lanes128 {
     using Vector = __m128i;
     static constexpr size_t kOutputs = 8;
     static constexpr size_t kGroups = 4;  // together: 8 sums in 16 registers, the rest for products
-    static constexpr size_t kSets = 2;
-    static constexpr size_t kChains = 1;
+    static constexpr size_t kSums = kDotProduct ? 8 : 0;  // as many as hide a multiplication's latency
+    static constexpr size_t kSets = 1;
     static constexpr bool kCanBePart = false;
 
     // The last thing that a kernel does: SSE code after it would be slow on some processors if it left the upper
@@ -38,7 +47,12 @@ struct Lanes128 {
     static CONVOLVE_INLINE void clearUpperHalves() {}
     static CONVOLVE_INLINE Vector zero() { return _mm_setzero_si128(); }
     static CONVOLVE_INLINE Vector all(int value) { return _mm_set1_epi32(value); }
-    static CONVOLVE_INLINE Vector pair(const int16_t* coeffs) { return all(tapPair(coeffs)); }
+    // As a float: so gcc loads it into all lanes with one instruction where AVX has it.
+    static CONVOLVE_INLINE Vector pair(const int16_t* coeffs) {
+        float pair;
+        __builtin_memcpy(&pair, coeffs, sizeof pair);
+        return _mm_castps_si128(_mm_set1_ps(pair));
+    }
     static CONVOLVE_INLINE Vector load(const int16_t* p) {
         return _mm_loadu_si128(reinterpret_cast<const Vector*>(p));
     }
@@ -66,6 +80,28 @@ struct Lanes128 {
     static CONVOLVE_INLINE void storeWide(int32_t* out, Vector even, Vector odd) {
         store(out, _mm_unpacklo_epi32(even, odd));
         store(out + 4, _mm_unpackhi_epi32(even, odd));
+    }
+    // Collects the pairs for as many outputs as whole vectors of samples are there for. Returns their number.
+    static CONVOLVE_INLINE size_t collectPairs(const int16_t* from, size_t step, size_t count, int16_t* to) {
+        size_t i = 0;
+        if (step == 1) {
+            for (; i + 8 < count; i += 8) {
+                store(to + 2 * i, _mm_unpacklo_epi16(load(from + i), load(from + i + 1)));
+                store(to + 2 * i + 8, _mm_unpackhi_epi16(load(from + i), load(from + i + 1)));
+            }
+        } else if (step == 2) {
+            for (; i + 4 <= count; i += 4) store(to + 2 * i, load(from + 2 * i));
+        } else if (step == 3) {  // three, and a fourth that the next ones replace
+            const Vector pairs = _mm_setr_epi8(0, 1, 2, 3, 6, 7, 8, 9, 12, 13, 14, 15, -1, -1, -1, -1);
+            for (; i + 3 < count; i += 3) store(to + 2 * i, _mm_shuffle_epi8(load(from + 3 * i), pairs));
+        } else if (step == 4) {
+            const Vector pairs = _mm_setr_epi8(0, 1, 2, 3, 8, 9, 10, 11, -1, -1, -1, -1, -1, -1, -1, -1);
+            for (; i + 4 < count; i += 4) {
+                store(to + 2 * i, _mm_unpacklo_epi64(_mm_shuffle_epi8(load(from + 4 * i), pairs),
+                                                     _mm_shuffle_epi8(load(from + 4 * i + 8), pairs)));
+            }
+        }
+        return i;
     }
     template <class T>
     static CONVOLVE_INLINE void store(T* p, Vector v) {

@@ -10,9 +10,9 @@ struct Lanes256 {
     using Vector = __m256i;
     using Narrower = Lanes128;
     static constexpr size_t kOutputs = 16;
-    static constexpr size_t kGroups = 5;  // together: 10 sums, as many as hide a multiplication's latency
-    static constexpr size_t kSets = 2;
-    static constexpr size_t kChains = 1;
+    static constexpr size_t kGroups = 5;  // together: 10 sums
+    static constexpr size_t kSums = kDotProduct ? 8 : 0;
+    static constexpr size_t kSets = 1;
     static constexpr bool kCanBePart = false;
 
     static CONVOLVE_INLINE void clearUpperHalves() { _mm256_zeroupper(); }
@@ -48,6 +48,9 @@ struct Lanes256 {
         const Vector high = _mm256_unpackhi_epi32(even, odd);
         store(out, _mm256_permute2x128_si256(low, high, 0x20));
         store(out + 8, _mm256_permute2x128_si256(low, high, 0x31));
+    }
+    static CONVOLVE_INLINE size_t collectPairs(const int16_t* from, size_t step, size_t count, int16_t* to) {
+        return Lanes128::collectPairs(from, step, count, to);
     }
     template <class T>
     static CONVOLVE_INLINE void store(T* p, Vector v) {

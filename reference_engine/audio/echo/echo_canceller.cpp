@@ -5,7 +5,6 @@
 #include <iterator>
 
 #include "reference_engine/audio/meters.h"
-#include "reference_engine/routines/fixed_point.h"
 #include "reference_engine/routines/flushed.h"
 
 namespace reference_engine {
@@ -28,6 +27,7 @@ constexpr int kNeighbours = 4;         // bins on either side over which the dif
 
 constexpr float kUnknownStep = 0.1f;  // a block
 
+constexpr float kFullScale = 32767;
 constexpr int kLastBlock = kEchoFrame - kBlock;
 
 // out: the mean of the microphones, and the shadow's.
@@ -65,7 +65,7 @@ void EchoCanceller::init() {
     std::fill(std::begin(microphones_), std::end(microphones_), Lanes{});
     found_delay_.reset();
     restart_after_move_ = false;
-    constrained_ = 0;
+    turn_ = 0;
     heard_ = left_ = 0;
 }
 
@@ -86,8 +86,9 @@ void EchoCanceller::process(const int16_t* far_end, const MicrophoneBlock& in, M
         return;
     }
     transformInputs();
-    findErrors();
-    subtract(in, out);
+    constrain();
+    predict();
+    subtract(out);
     if (energyOf(far_end) > kAudibleEnergy) measure(in, out);
     learn();
     followDelay();
@@ -111,26 +112,44 @@ void EchoCanceller::transformInputs() {
     found_delay_ = delay_.update(spectra_);
 }
 
-// signals_: the echo through all partitions but the first. errors_: of the whole window, by the present filter.
+// One partition a block. The first one every second time, as its taps are used in the time domain.
+void EchoCanceller::constrain() {
+    const bool first = turn_ % 2 == 0;
+    const int partition = first ? 0 : 1 + turn_ / 2;
+    turn_ = (turn_ + 1) % (2 * (kPartitions - 1));
+    filter_.constrain(partition, fft_, signals_);
+    if (first) first_partition_.set(signals_);
+}
+
+// later_echo_: through all partitions but the first.
+void EchoCanceller::predict() {
+    filter_.predict(far_end_, 1, kPartitions - 1, spectra_);
+    fft_.backward(spectra_, later_echo_);
+    for (int i = kEchoFrame - kEchoWindow; i < kEchoFrame; ++i) later_echo_[i] *= 1.0f / kEchoFrame;
+}
+
+// echo_: through all partitions. errors_: of the whole window, by the present filter.
 void EchoCanceller::findErrors() {
-    filter_.predict(far_end_, first_spectra_, spectra_);
-    fft_.backward(spectra_, signals_);
-    fft_.backward(first_spectra_, first_echo_);
+    filter_.predict(far_end_, 0, 1, spectra_);
+    fft_.backward(spectra_, echo_);
     for (int i = kEchoFrame - kEchoWindow; i < kEchoFrame; ++i) {
-        signals_[i] *= 1.0f / kEchoFrame;
-        first_echo_[i] = signals_[i] + first_echo_[i] * (1.0f / kEchoFrame);
-        errors_[i] = microphones_[i] - first_echo_[i];
+        echo_[i] = later_echo_[i] + echo_[i] * (1.0f / kEchoFrame);
+        errors_[i] = microphones_[i] - echo_[i];
     }
 }
 
-void EchoCanceller::subtract(const MicrophoneBlock& in, MicrophoneBlock& out) {
+void EchoCanceller::subtract(MicrophoneBlock& out) {
     float first[kMicrophones][kBlock];
     first_partition_.predict(far_end_.aligned(), first);
+    for (int i = 0; i < kBlock; ++i) {
+        signals_[i] = microphones_[kLastBlock + i] - later_echo_[kLastBlock + i];
+        for (int m = 0; m < kMicrophones; ++m) signals_[i][m] -= first[m][i];
+    }
+    const Lanes unity = Lanes{} + 1.0f;
+    LaneInts rounded[kBlock];
+    laneKernels().quantise(signals_, &unity, kFullScale, kBlock, rounded);
     for (int m = 0; m < kMicrophones; ++m) {
-        for (int i = 0; i < kBlock; ++i) {
-            const float echo = signals_[kLastBlock + i][m] + first[m][i];
-            out[m][i] = saturate16(std::lround(in[m][i] - echo));
-        }
+        for (int i = 0; i < kBlock; ++i) out[m][i] = static_cast<int16_t>(rounded[i][m]);
     }
 }
 
@@ -149,29 +168,21 @@ float EchoCanceller::enhancementDb() const {
 }
 
 void EchoCanceller::learn() {
+    findErrors();
     fft_.forward(errors_, spectra_);
     EchoBins error_power, shadow_error_power;
     powersOf(spectra_, &error_power, &shadow_error_power);
-    kalman_.begin();
-    shadow_kalman_.begin();
-    for (int p = 0; p < kPartitions; ++p) {
-        const FarSpectrum& x = far_end_.spectrum(p * kPartitionBlocks);
-        kalman_.expect(p, filter_.power(p), x);
-        shadow_kalman_.expect(p, filter_.shadowPower(p), x);
-    }
+    kalman_.expect(filter_.power(), far_end_);
     kalman_.observe(error_power);
     measureUnknown();
+    shadow_kalman_.expect(filter_.shadowPower(), far_end_);
     shadow_kalman_.observe(shadow_error_power);
-    constrained_ = constrained_ % (kPartitions - 1) + 1;
     for (int p = 0; p < kPartitions; ++p) {
         const FarSpectrum& x = far_end_.spectrum(p * kPartitionBlocks);
         EchoBins step, shadow_step;
         kalman_.learn(p, x, &step);
         shadow_kalman_.learn(p, x, &shadow_step);
         filter_.adapt(p, x, spectra_, step, shadow_step);
-        if (p != 0 && p != constrained_) continue;
-        filter_.constrain(p, fft_, signals_);
-        if (p == 0) first_partition_.set(signals_);
     }
     compareWithShadow();
 }
@@ -180,7 +191,7 @@ void EchoCanceller::learn() {
 void EchoCanceller::measureUnknown() {
     float echo = 0, left = 0;
     for (int i = kEchoFrame - kEchoWindow; i < kEchoFrame; ++i) {
-        echo += first_echo_[i][EchoFilter::kMainLane] * first_echo_[i][EchoFilter::kMainLane];
+        echo += echo_[i][EchoFilter::kMainLane] * echo_[i][EchoFilter::kMainLane];
     }
     for (int k = 0; k < kEchoBins; ++k) left += 2 * kalman_.residual().value[k] / kEchoFrame;
     if (left > kAudibleEnergy) unknown_share_ += kUnknownStep * (left / (left + echo) - unknown_share_);
@@ -217,7 +228,7 @@ void EchoCanceller::followDelay() {
     if (far_end_.moving() || !alignment_.learned() || !alignment_.matches()) {
         drift_.hold();
     } else {
-        drift_.update(errors_ + kLastBlock - 1, first_echo_ + kLastBlock - 1);
+        drift_.update(errors_ + kLastBlock - 1, echo_ + kLastBlock - 1);
     }
     if (!found_delay_ || far_end_.moving()) return;
     const std::optional<int> delay = alignment_.newDelay(*found_delay_, far_end_.delay());

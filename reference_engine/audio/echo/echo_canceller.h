@@ -32,17 +32,18 @@ class EchoCanceller {
     float delayMs() const { return static_cast<float>(far_end_.delay()) * 1000 / kSampleRate; }
     float driftPpm() const { return drift_.partsPerMillion(); }
 
-    // Expected power of the residual echo in the spectrum of the last kEchoWindow samples of the output.
-
     // Share of the echo that the filter does not know yet, by its own expectation: 0 to 1.
     float unknownShare() const { return unknown_share_; }
 
+    // Expected power of the residual echo in the spectrum of the last kEchoWindow samples of the output.
     const EchoBins& residual() const { return kalman_.residual(); }
 
   private:
     void remember(const MicrophoneBlock& in);
-    void subtract(const MicrophoneBlock& in, MicrophoneBlock& out);
+    void subtract(MicrophoneBlock& out);
     void transformInputs();
+    void constrain();
+    void predict();
     void findErrors();
     void followDelay();
     void measure(const MicrophoneBlock& in, const MicrophoneBlock& out);
@@ -64,7 +65,7 @@ class EchoCanceller {
     LaneSignals microphones_ = {};  // the last frame
     std::optional<int> found_delay_;
     bool restart_after_move_ = false;
-    int constrained_ = 0;  // partition that was constrained last, but for the first one
+    int turn_ = 0;  // which partition is constrained next
     float unknown_share_ = 1;
     float main_left_ = 0;  // energy of the errors at the first microphone, over a few blocks
     float shadow_left_ = 0;
@@ -73,10 +74,10 @@ class EchoCanceller {
 
     // Used within a block alone. They are here because an audio thread's stack may be small.
     LaneSignals signals_ = {};
-    LaneSignals first_echo_ = {};
+    LaneSignals later_echo_ = {};
+    LaneSignals echo_ = {};
     LaneSignals errors_ = {};
     LaneSpectra spectra_ = {};
-    LaneSpectra first_spectra_ = {};
 };
 
 }  // namespace reference_engine

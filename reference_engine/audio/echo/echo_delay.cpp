@@ -10,7 +10,7 @@ namespace {
 constexpr float kMemory = 0.96f;   // a block: an average over half a second
 constexpr float kCertain = 0.12f;  // of the mean coherence; blocks without an echo reach half of it by chance
 constexpr float kOther = 0.6f;     // of it, at most, at any lag that is no neighbour
-constexpr int kCertainBlocks = 4;  // for which a lag must be the best
+constexpr int kCertainBlocks = 4;  // for which a lag must be the best; then it is looked at again as often
 constexpr float kLoud = 1e7f;      // mean power of a bin: a far end of -46 dBFS
 constexpr float kAudible = 1e3f;   // the same of the microphone: above the rounding of samples
 constexpr float kTiny = 1e-3f;     // against division by zero; samples are integers
@@ -62,7 +62,7 @@ std::optional<int> EchoDelay::update(const LaneSpectra& spectra) {
     const int lag = strongestLag(microphone);
     best_blocks_ = lag == best_ && coherence_[lag] > kCertain && isUnique(lag) ? best_blocks_ + 1 : 0;
     best_ = lag;
-    if (best_blocks_ < kCertainBlocks) return std::nullopt;
+    if (best_blocks_ == 0 || best_blocks_ % kCertainBlocks != 0) return std::nullopt;
     return std::max(0, lag * kLag + peakOf(cross_[lag]));
 }
 

@@ -18,13 +18,13 @@ void EchoFilter::init() {
     std::fill(std::begin(energy_), std::end(energy_), 0.0f);
 }
 
-void EchoFilter::predict(const FarEnd& far_end, LaneSpectra& first, LaneSpectra& others) const {
-    std::fill(std::begin(first), std::end(first), LaneBin{});
-    std::fill(std::begin(others), std::end(others), LaneBin{});
-    for (int p = 0; p < kPartitions; ++p) {
-        const FarSpectrum& x = far_end.spectrum(p * kPartitionBlocks);
-        laneKernels().accumulate(paths_[p], x.re.value, x.im.value, kEchoBins, p == 0 ? first : others);
+void EchoFilter::predict(const FarEnd& far_end, int first, int count, LaneSpectra& echo) const {
+    FarBins spectra[kPartitions];
+    for (int p = 0; p < count; ++p) {
+        const FarSpectrum& x = far_end.spectrum((first + p) * kPartitionBlocks);
+        spectra[p] = {x.re.value, x.im.value};
     }
+    laneKernels().accumulate(paths_[first], spectra, count, kEchoBins, echo);
 }
 
 void EchoFilter::adapt(int partition, const FarSpectrum& far_end, const LaneSpectra& errors,

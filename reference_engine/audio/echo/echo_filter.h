@@ -16,8 +16,8 @@ class EchoFilter {
 
     void init();
 
-    // out: the spectra of the echo through the first partition, and through all others.
-    void predict(const FarEnd& far_end, LaneSpectra& first, LaneSpectra& others) const;
+    // out: the spectra of the echo through some partitions.
+    void predict(const FarEnd& far_end, int first, int count, LaneSpectra& echo) const;
 
     // in: the errors' spectra; the step of each bin, for all microphones and for the shadow.
     void adapt(int partition, const FarSpectrum& far_end, const LaneSpectra& errors, const EchoBins& step,
@@ -27,8 +27,8 @@ class EchoFilter {
     void constrain(int partition, LaneFft& fft, LaneSignals& taps);
 
     // Power of each bin of a partition, as of its last adaptation.
-    const EchoBins& power(int partition) const { return power_[partition]; }
-    const EchoBins& shadowPower(int partition) const { return shadow_power_[partition]; }
+    const EchoBins (&power() const)[kPartitions] { return power_; }
+    const EchoBins (&shadowPower() const)[kPartitions] { return shadow_power_; }
 
     // Sum of squares of each partition's taps as of its last constraint, mean of the microphones.
     const float (&energy() const)[kPartitions] { return energy_; }

@@ -31,14 +31,18 @@ void EchoKalman::init(float forgetting, float appearing) {
     noise_ = EchoBins{};
 }
 
-void EchoKalman::expect(int partition, const EchoBins& path_power, const FarSpectrum& far_end) {
-    laneKernels().expect(uncertainty_[partition].groups(), path_power.groups(), far_end.power.groups(),
-                         1 - forgetting_, appearing_[partition], kEchoGroups, residual_.groups());
+void EchoKalman::expect(const EchoBins (&path_power)[kPartitions], const FarEnd& far_end) {
+    residual_ = EchoBins{};
+    for (int p = 0; p < kPartitions; ++p) {
+        laneKernels().expect(uncertainty_[p].groups(), path_power[p].groups(),
+                             far_end.spectrum(p * kPartitionBlocks).power.groups(), 1 - forgetting_,
+                             appearing_[p], kEchoGroups, residual_.groups());
+    }
+    for (int g = 0; g < kEchoGroups; ++g) residual_.groups()[g] *= kShareOfFrame;
 }
 
 void EchoKalman::observe(const EchoBins& error_power) {
     for (int g = 0; g < kEchoGroups; ++g) {
-        residual_.groups()[g] *= kShareOfFrame;
         const Lanes power = error_power.groups()[g];
         const Lanes mean = noise_.groups()[g] * kNoiseMemory + power * (1 - kNoiseMemory);
         noise_.groups()[g] = mean;

@@ -15,10 +15,8 @@ class EchoKalman {
     // in: the share of a path's power that may be another after a block; the power that may appear in its first partition.
     void init(float forgetting, float appearing);
 
-    // A block: begin, expect for each partition, observe, learn for each partition. The paths may have changed since the last
-    // block.
-    void begin() { residual_ = EchoBins{}; }
-    void expect(int partition, const EchoBins& path_power, const FarSpectrum& far_end);
+    // A block: expect, observe, learn for each partition. The paths may have changed since the last block.
+    void expect(const EchoBins (&path_power)[kPartitions], const FarEnd& far_end);
 
     // in: power of the errors.
     void observe(const EchoBins& error_power);

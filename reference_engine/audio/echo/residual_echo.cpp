@@ -67,10 +67,8 @@ void ResidualEcho::followPowers(const MicrophoneSpectra& spectra) {
     float common[kBands] = {};
     float changes[kBands] = {};
     for (int k = 0; k < kBins; ++k) {
-        const Lanes powers = spectra.power(k);
-        float error = 0;
-        for (int m = 0; m < kMicrophones; ++m) error += powers[m] / kMicrophones;
-        const float echo = powers[MicrophoneSpectra::kEchoLane];
+        const float error = spectra.meanPower(k);
+        const float echo = spectra.power(k)[MicrophoneSpectra::kEchoLane];
         echo_[k] = std::max(echo, flushed(kDecay * echo_[k]));
         const float error_change = error - error_mean_[k];
         const float echo_change = echo - echo_mean_[k];

@@ -44,6 +44,17 @@ TEST(SceneGeometry, ASmallerArrayHasSmallerDelays) {
     expectLagsOf(options);
 }
 
+TEST(SceneGeometry, ACircleMayBeAnyArray) {
+    SceneOptions options = talkerAlone(1);
+    options.talker_distance_m = 10;
+    options.talker_azimuth_deg = 90;
+    options.circle.assign(6, {0.1, 0});
+    options.circle[4] = {0.05, 90};
+    const Scene scene = makeScene(options);
+    EXPECT_NEAR(delayBetween(scene.talker[0], scene.talker[5], 5), -0.05 * 16000 / 343.0, 0.02);
+    EXPECT_NEAR(delayBetween(scene.talker[0], scene.talker[1], 5), 0, 0.05);
+}
+
 TEST(SceneGeometry, ANearTalkerHasCurvedWaves) {
     SceneOptions options = talkerAlone(1);
     options.talker_distance_m = 0.25;

@@ -11,7 +11,7 @@
 namespace se_scene {
 namespace {
 
-constexpr double kLongest = 6000;  // samples
+constexpr int kLongest = 6000;  // samples
 
 TEST(ScenePlayback, IsTheFarEndUnlessSomethingHappens) {
     const SceneOptions options = echoAlone(1);
@@ -37,6 +37,17 @@ TEST(ScenePlayback, JumpsAtItsTime) {
     const Row sound = played(far_end, options);
     EXPECT_NEAR(delayBetween(excerpt(far_end, 0, 1.9), excerpt(sound, 0, 1.9), kLongest), 800, 0.05);
     EXPECT_NEAR(delayBetween(excerpt(far_end, 2, 4), excerpt(sound, 2, 4), kLongest), 480, 0.05);
+}
+
+TEST(ScenePlayback, JumpsBackAtItsTime) {
+    SceneOptions options = echoAlone(4);
+    const Row far_end = makeScene(options).far_end;
+    options.echo_jump_s = 1;
+    options.echo_jump_ms = 100;
+    options.echo_jump_back_s = 2.5;
+    const Row sound = played(far_end, options);
+    EXPECT_NEAR(delayBetween(excerpt(far_end, 1, 2.5), excerpt(sound, 1, 2.5), kLongest), 1600, 0.05);
+    EXPECT_EQ(excerpt(sound, 2.5, 4), excerpt(far_end, 2.5, 4));
 }
 
 TEST(ScenePlayback, GetsLaterWithASlowerClock) {

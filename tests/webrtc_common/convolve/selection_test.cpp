@@ -27,12 +27,15 @@ class ConvolveSelection : public ::testing::Test {
     void TearDown() override {
         g_convolve_i16_i16 = convolve_i16_i16_SSSE3;
         g_convolve_i16_i32 = convolve_i16_i32_SSSE3;
+        g_pair_kernels = &kConvolveVariants[0].pairs;
     }
 };
 
 // Read while this program's own static objects are initialised, before main.
 ConvolveI16I16* const initial_i16_i16 = g_convolve_i16_i16;
 ConvolveI16I32* const initial_i16_i32 = g_convolve_i16_i32;
+
+const PairKernels* const initial_pairs = g_pair_kernels;
 
 // What the AVX entry points run before a selection. Read before main, too.
 const std::string initial_avx_body = [] {
@@ -47,6 +50,7 @@ const std::string initial_avx_body = [] {
 TEST_F(ConvolveSelection, StartsWithTheSsse3Builds) {
     EXPECT_EQ(initial_i16_i16, convolve_i16_i16_SSSE3);
     EXPECT_EQ(initial_i16_i32, convolve_i16_i32_SSSE3);
+    EXPECT_EQ(initial_pairs, &kConvolveVariants[0].pairs);
 }
 
 TEST_F(ConvolveSelection, StartsWithTheNarrowestBodyBehindTheAvxEntryPoints) {
@@ -105,6 +109,7 @@ TEST_F(ConvolveSelection, RunsTheWidestBodyOfTheProcessorBehindTheAvxEntryPoints
     for (const auto& row : rows) {
         selectConvolveKernels(row.cpu);
         EXPECT_STREQ(selectedConvolveVariant()->name, row.body);
+        EXPECT_EQ(g_pair_kernels, &selectedConvolveVariant()->pairs);
         EXPECT_STREQ(selectedConvolveVariant()->entry, "avx");
         EXPECT_EQ(g_convolve_i16_i16, convolve_i16_i16_AVX);
         EXPECT_EQ(g_convolve_i16_i32, convolve_i16_i32_AVX);

@@ -11,6 +11,15 @@ void addEngineChoice(CLI::App& command, EngineOptions& options) {
     addSupervision(command, options.supervision);
 }
 
+void addArray(CLI::App& command, std::string& array) {
+    command
+        .add_option(
+            "--array", array,
+            "The places of the microphones of another array: a text with a line for each of the channels 2 "
+            "to 7, of its channel, millimetres from channel 1's microphone and degrees")
+        ->type_name("FILE");
+}
+
 void addSupervision(CLI::App& command, Supervision& supervision) {
     CLI::Option* const timeout = command.add_option(
         "--engine-timeout", supervision.timeout,

@@ -10,6 +10,9 @@ namespace se_host {
 // --engine, --device-model, and those of addSupervision.
 void addEngineChoice(CLI::App& command, EngineOptions& options);
 
+// --array.
+void addArray(CLI::App& command, std::string& array);
+
 // --engine-timeout and --in-process.
 void addSupervision(CLI::App& command, Supervision& supervision);
 

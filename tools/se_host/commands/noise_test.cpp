@@ -12,6 +12,7 @@
 #include "tools/se_host/commands/noise_test_report.h"
 #include "tools/se_host/commands/output_paths.h"
 #include "tools/se_host/commands/print_json.h"
+#include "tools/se_host/commands/recording_options.h"
 #include "tools/se_host/commands/scene_options.h"
 #include "tools/se_host/engine/engine_stage.h"
 #include "tools/se_host/engine/noise_test_run.h"
@@ -24,8 +25,10 @@ namespace se = quill::media::se_wrapper;
 
 constexpr const char* kExamples =
     "Without a recording the microphones are simulated, with sensor noise and the parts of the options.\n"
-    "OUT is a text: for each microphone a line 'Microphone N', then for each row a line with its number\n"
-    "and value.\n"
+    "OUT is a text: for each microphone a line 'Microphone K', then for each row a line with its number\n"
+    "and value. K counts as the engine does: 0 to 5 are the microphones 3, 2, 5, 6, 7 and 4. The test "
+    "leaves\n"
+    "out microphone 1, that of the centre; the table has the levels of all.\n"
     "Examples:\n"
     "  se_host noise-test noise.txt\n"
     "  se_host noise-test noise.txt --diffuse-noise -45 --plot noise.png\n"
@@ -36,6 +39,7 @@ struct NoiseTestOptions {
     EngineOptions engine;
     std::string output;
     std::string recording;
+    std::string channel_map;  // of the recording
     std::string picture;
     bool quiet = false;
     bool json = false;
@@ -44,6 +48,7 @@ struct NoiseTestOptions {
 Recording simulatedRecording(const NoiseTestOptions& command) {
     se_scene::SceneOptions options = command.scene;
     if (command.engine.device_model) options.array_radius_m = kDeviceModelRadius;
+    if (!command.engine.array.empty()) options.circle = circleOf(command.engine.array);
     const se_scene::Scene scene = simulate(options);
     Recording recording;
     recording.microphones = {se_scene::kSampleRate, se_scene::kChannels,
@@ -81,18 +86,24 @@ void save(const se_output::OutputFile& file) {
 
 void run(const NoiseTestOptions& command) {
     superviseEngine(command.engine.supervision);
-    refuseClashes({command.recording}, {command.output, command.picture});
+    refuseClashes({command.recording, command.engine.array}, {command.output, command.picture});
     // Steps that can fail come before steps that take long.
     se_output::OutputFile output(command.output);
     std::optional<se_output::Picture> picture;
     if (!command.picture.empty()) picture.emplace(command.picture);
     const Engine engine = startEngine(command.engine);
-    const Recording recording = command.recording.empty()
-                                    ? simulatedRecording(command)
-                                    : readRecording({command.recording, {}, std::nullopt});
+    const Recording recording =
+        command.recording.empty() ? simulatedRecording(command)
+                                  : readRecording({command.recording, {}, std::nullopt, command.channel_map});
 
-    NoiseTestReport report{
-        command.output, command.picture, soundText(command), engine.build, engine.version, 0, {}};
+    NoiseTestReport report{command.output,
+                           command.picture,
+                           soundText(command),
+                           engine.build,
+                           engine.version,
+                           0,
+                           {},
+                           checkMicrophones(recording)};
     report.blocks = runNoiseTest(recording);
     report.results = noiseTestResults();
     save(output);
@@ -123,10 +134,13 @@ void addNoiseTest(CLI::App& app) {
                             "Test with this WAV or FLAC of 8 or more channels, not with a simulated array");
     recording->type_name("IN");
     excludeSceneOptions(*command, recording);
+    addChannelMap(*command, options->channel_map);
+    command->get_option("--channel-map")->needs(recording);
     command->add_option("OUT", options->output, "The results, a text")->required()->type_name("");
     command->add_option("--plot", options->picture, "Also draw the results, a picture in .png or .svg")
         ->type_name("FILE");
     addEngineChoice(*command, options->engine);
+    addArray(*command, options->engine.array);
     command->add_flag("--quiet", options->quiet, "No table, unless --json asks for it");
     command->add_flag("--json", options->json, "The results as JSON");
     command->footer(kExamples);

@@ -1,10 +1,12 @@
-// The results of `se_host noise-test` as text, as JSON and as a picture.
+// The results of `se_host noise-test` as text, as JSON and as a picture. Microphone N is that of the device's channel N.
 #pragma once
 
 #include <nlohmann/json.hpp>
 #include <string>
+#include <vector>
 
 #include "tools/se_host/engine/engine.h"
+#include "tools/se_host/sound/microphone_check.h"
 #include "webrtc_common/se_wrapper.h"
 
 namespace se_host {
@@ -17,6 +19,7 @@ struct NoiseTestReport {
     std::string version;
     size_t blocks = 0;  // duration of the test
     quill::media::se_wrapper::NoiseTestResults results{};
+    std::vector<MicrophoneCheck> microphones;  // of the sound
 };
 
 std::string toText(const NoiseTestReport& report);

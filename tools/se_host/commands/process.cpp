@@ -80,6 +80,8 @@ Summary summarise(const ProcessOptions& options, const Engine& engine, const Rec
     summary.output_level = levelOf(processed.output);
     summary.directions = processed.directions;
     summary.talker = findTalker(processed.directions);
+    summary.block_times = processed.block_times;
+    summary.call = callReportOf(recording, processed);
     if (parts) summary.effect = effectOf(*parts, processed.output);
     return summary;
 }
@@ -144,7 +146,8 @@ class Outputs {
 };
 
 std::vector<std::string> inputsOf(const ProcessOptions& options) {
-    std::vector<std::string> inputs{options.recording.input, options.recording.far_end_file, options.tuning};
+    std::vector<std::string> inputs{options.recording.input, options.recording.far_end_file, options.tuning,
+                                    options.engine.array};
     if (options.parts.empty()) return inputs;
     const std::vector<std::string> parts = scenePartPaths(options.parts);
     inputs.insert(inputs.end(), parts.begin(), parts.end());
@@ -152,10 +155,13 @@ std::vector<std::string> inputsOf(const ProcessOptions& options) {
 }
 
 void requireTwoReadings(const ProcessOptions& options) {
-    const bool is_stream = options.recording.input == "-" || options.recording.far_end_file == "-";
-    if (!options.compare_routines || !is_stream) return;
-    throw se_output::UsageError(
-        "--compare-routines reads the recording twice, which standard input does not allow; give a file");
+    if (!options.compare_routines) return;
+    for (const std::string& input :
+         {options.recording.input, options.recording.far_end_file, options.engine.array}) {
+        if (input != "-") continue;
+        throw se_output::UsageError(
+            "--compare-routines reads its inputs twice, which standard input does not allow; give a file");
+    }
 }
 
 void run(const ProcessOptions& options) {
@@ -226,6 +232,7 @@ void addOptions(CLI::App& command, ProcessOptions& options) {
                   "kind; with --compare-routines for both runs; not with --bypass")
         ->excludes(bypass);
     addEngineChoice(command, options.engine);
+    addArray(command, options.engine.array);
     addEngineSettings(command, options.engine);
     command.add_flag("--quiet", options.quiet, "No progress bar, and no summary unless --json asks for it");
     command.add_flag("--json", options.json, "The summary as JSON, with the direction of every block");

@@ -8,8 +8,9 @@
 
 namespace se_host {
 
-// --far-end and --far-end-channel; both need a recording.
+// --far-end, --far-end-channel and --channel-map; all need a recording.
 void addFarEnd(CLI::App& command, RecordingOptions& options);
+void addChannelMap(CLI::App& command, std::string& map);
 
 // The source of the far end as a text; empty: none.
 std::string farEndText(const RecordingOptions& options);

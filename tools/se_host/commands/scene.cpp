@@ -7,6 +7,7 @@
 #include "common/string_printf.h"
 #include "tools/scene/measure.h"
 #include "tools/se_host/commands/commands.h"
+#include "tools/se_host/commands/engine_options.h"
 #include "tools/se_host/commands/output_paths.h"
 #include "tools/se_host/commands/print_json.h"
 #include "tools/se_host/commands/scene_options.h"
@@ -35,6 +36,7 @@ struct SceneCommandOptions {
     std::string far_end_speech;
     std::string far_end_output;
     std::string parts;
+    std::string array;  // file with the places of the microphones; empty: the device's
     bool device_model = false;
     bool quiet = false;
 };
@@ -84,6 +86,7 @@ std::vector<float> readSpeech(const std::string& path) {
 Scene simulate(const SceneCommandOptions& command) {
     se_scene::SceneOptions options = command.scene;
     if (command.device_model) options.array_radius_m = kDeviceModelRadius;
+    if (!command.array.empty()) options.circle = circleOf(command.array);
     options.speech = readSpeech(command.speech);
     options.far_end_speech = readSpeech(command.far_end_speech);
     return se_host::simulate(options);
@@ -96,8 +99,13 @@ std::string levelText(double dbfs) {
 std::string talkerText(const se_scene::SceneOptions& options, const Scene& scene) {
     const double level = se_scene::activeLevelDbfs(scene.talker[0]);
     if (level == se_scene::kSilent) return levelText(level);
-    return levelText(level) + stringPrintf(" while speaking, at %g degrees, %g m", options.talker_azimuth_deg,
-                                           options.talker_distance_m);
+    std::string azimuths = stringPrintf("%g", options.talker_azimuth_deg);
+    if (options.walk_deg != 0)
+        azimuths += stringPrintf(" to %g", options.talker_azimuth_deg + options.walk_deg);
+    if (options.second_talker_azimuth_deg)
+        azimuths += stringPrintf(" and %g", *options.second_talker_azimuth_deg);
+    return levelText(level) + " while speaking, at " + azimuths +
+           stringPrintf(" degrees, %g m", options.talker_distance_m);
 }
 
 std::string line(const char* label, const std::string& text) {
@@ -117,7 +125,7 @@ std::string summaryOf(const SceneCommandOptions& command, const std::vector<Outp
 
 void run(const SceneCommandOptions& command) {
     const std::vector<Output> outputs = outputsOf(command);
-    refuseClashes({command.speech, command.far_end_speech}, pathsOf(outputs));
+    refuseClashes({command.speech, command.far_end_speech, command.array}, pathsOf(outputs));
     std::list<se_output::OutputFile> files;  // before the work: reports an unwritable path early
     for (const Output& output : outputs) files.emplace_back(output.path);
 
@@ -139,8 +147,11 @@ void addFiles(CLI::App& command, SceneCommandOptions& options) {
         .add_option("--parts", options.parts,
                     "Also write PREFIX-talker.wav, PREFIX-noise.wav, PREFIX-echo.wav")
         ->type_name("PREFIX");
-    command.add_flag("--device-model", options.device_model,
-                     "The microphones of the device model that has an engine build of its own");
+    CLI::Option* const device_model =
+        command.add_flag("--device-model", options.device_model,
+                         "The microphones of the device model that has an engine build of its own");
+    addArray(command, options.array);
+    command.get_option("--array")->excludes(device_model);
     command.add_flag("--quiet", options.quiet, "No summary");
     command
         .add_option("--speech", options.speech,

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "tools/output/errors.h"
+#include "tools/se_host/sound/array_file.h"
 
 namespace se_host {
 namespace {
@@ -19,6 +20,9 @@ constexpr const char* kLoudspeaker = "Loudspeaker";
 
 constexpr const char* kEcho = "--echo";
 constexpr const char* kEchoPathChange = "--echo-path-change";
+constexpr const char* kSecondAzimuth = "--second-azimuth";
+constexpr const char* kDeadChannel = "--dead-channel";
+constexpr const char* kEchoJumpBack = "--echo-jump-back";
 constexpr const char* kEchoJump = "--echo-jump";
 constexpr const char* kReverberation = "--reverberation";
 
@@ -48,6 +52,13 @@ constexpr Row kRows[] = {
      "Silent before this time"},
     {"--talker-end", "talker_end_s", &SceneOptions::talker_end_s, "S", kTalker, nullptr,
      "Silent after this time"},
+    {"--walk", "walk_deg", &SceneOptions::walk_deg, "DEGREES", kTalker, nullptr,
+     "The talker walks by this angle around the array"},
+    {"--walk-start", "walk_start_s", &SceneOptions::walk_start_s, "S", kTalker, nullptr,
+     "Time at which it starts to walk"},
+    {"--walk-time", "walk_s", &SceneOptions::walk_s, "S", kTalker, nullptr, "Time that it walks"},
+    {"--turn", "turn_s", &SceneOptions::turn_s, "S", kTalker, kSecondAzimuth,
+     "Time that each of two talkers speaks before the other does"},
     {"--sensor-noise", "sensor_noise_dbfs", &SceneOptions::sensor_noise_dbfs, kLevelOrNone, kSurroundings,
      nullptr, "White noise, each microphone's own"},
     {"--diffuse-noise", "diffuse_noise_dbfs", &SceneOptions::diffuse_noise_dbfs, kLevelOrNone, kSurroundings,
@@ -74,6 +85,9 @@ constexpr Row kRows[] = {
      kLoudspeaker, kEcho, "Peak beyond which the loudspeaker clips, in dBFS"},
 };
 
+const std::map<std::string, NoiseColour> kColours{
+    {"white", NoiseColour::kWhite}, {"pink", NoiseColour::kPink}, {"babble", NoiseColour::kBabble}};
+
 std::string numberText(double number) {
     std::ostringstream text;
     text << number;
@@ -97,11 +111,11 @@ CLI::Option* addRow(CLI::App& command, const Row& row, SceneOptions& options) {
 
 void addColour(CLI::App& command, SceneOptions& options) {
     const std::function<void(const std::string&)> take = [&options](const std::string& colour) {
-        options.diffuse_noise_colour = colour == "white" ? NoiseColour::kWhite : NoiseColour::kPink;
+        options.diffuse_noise_colour = kColours.at(colour);
     };
-    command.add_option_function("--diffuse-colour", take, "Colour of that noise")
-        ->check(CLI::IsMember({"white", "pink"}).description(""))
-        ->type_name("white|pink")
+    command.add_option_function("--diffuse-colour", take, "Colour of that noise; babble: twelve voices")
+        ->check(CLI::IsMember({"white", "pink", "babble"}).description(""))
+        ->type_name("white|pink|babble")
         ->default_str("pink")
         ->group(kSurroundings);
 }
@@ -120,11 +134,11 @@ void addRoom(CLI::App& command, SceneOptions& options) {
 
 // Flags by the scene's names.
 std::map<std::string, std::string> flagsByName() {
-    std::map<std::string, std::string> flags{{"echo_path_change_s", kEchoPathChange},
-                                             {"echo_jump_s", kEchoJump},
-                                             {"room.length_m", "--room's length"},
-                                             {"room.width_m", "--room's width"},
-                                             {"room.height_m", "--room's height"}};
+    std::map<std::string, std::string> flags{
+        {"echo_path_change_s", kEchoPathChange}, {"echo_jump_s", kEchoJump},
+        {"echo_jump_back_s", kEchoJumpBack},     {"second_talker_azimuth_deg", kSecondAzimuth},
+        {"dead_channel", kDeadChannel},          {"room.length_m", "--room's length"},
+        {"room.width_m", "--room's width"},      {"room.height_m", "--room's height"}};
     for (const Row& row : kRows) flags[row.name] = row.flag;
     return flags;
 }
@@ -144,17 +158,43 @@ void addSceneOptions(CLI::App& command, SceneOptions& options) {
     command.add_option("--seed", options.seed, "Another number gives other voices and noises")
         ->type_name("N")
         ->capture_default_str();
+    command
+        .add_option(kSecondAzimuth, options.second_talker_azimuth_deg,
+                    "A second talker in this direction; the two speak in turn")
+        ->type_name("DEGREES")
+        ->group(kTalker);
     for (const Row& row : kRows) addRow(command, row, options);
+    command
+        .add_option(kDeadChannel, options.dead_channel,
+                    "Channel of a microphone that records nothing, 1 to 7; 0: all are in order")
+        ->type_name("N")
+        ->capture_default_str()
+        ->group(kSurroundings);
     addColour(command, options);
     addRoom(command, options);
     command.add_option(kEchoPathChange, options.echo_path_change_s, "The loudspeaker moves at this time")
         ->type_name("S")
         ->needs(kEcho)
         ->group(kLoudspeaker);
-    command.add_option(kEchoJump, options.echo_jump_s, "The delay changes at once at this time")
+    CLI::Option* const jump =
+        command.add_option(kEchoJump, options.echo_jump_s, "The delay changes at once at this time")
+            ->type_name("S")
+            ->needs(kEcho)
+            ->group(kLoudspeaker);
+    command.add_option(kEchoJumpBack, options.echo_jump_back_s, "The delay changes back at this time")
         ->type_name("S")
-        ->needs(kEcho)
+        ->needs(jump)
         ->group(kLoudspeaker);
+}
+
+std::vector<se_scene::MicrophonePlace> circleOf(const std::string& path) {
+    const ArrayFile array = readArrayFile(path);
+    std::vector<se_scene::MicrophonePlace> circle;
+    for (int microphone = 1; microphone < se_scene::kMicrophones; ++microphone) {
+        const ArrayFile::Place& place = array.placeOf(se_scene::kChannelOfMicrophone[microphone]);
+        circle.push_back({place.millimetres / 1000, place.degrees});
+    }
+    return circle;
 }
 
 se_scene::Scene simulate(const se_scene::SceneOptions& options) {

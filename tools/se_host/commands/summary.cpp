@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "common/string_printf.h"
+#include "tools/se_host/commands/microphones_json.h"
 #include "tools/se_host/engine/cycle_split_output.h"
 #include "tools/se_host/sound/resample.h"
 
@@ -13,6 +14,9 @@ namespace {
 
 using quill::stringPrintf;
 using Json = nlohmann::ordered_json;
+
+constexpr double kLeastConfidence = 0.02;  // of a direction that was searched for
+constexpr double kLeastShare = 0.05;       // of a direction that is worth a word
 
 std::string line(const char* label, const std::string& text) {
     return stringPrintf("  %-10s", label) + text + "\n";
@@ -50,6 +54,31 @@ std::string speedText(const Summary& summary, double processing_seconds) {
     const double factor = summary.realTimeFactor(processing_seconds);
     return stringPrintf("%.2f s, %.0f times as fast as spoken (real-time factor %.4f)", processing_seconds,
                         1 / factor, factor);
+}
+
+std::string timesText(const BlockTimes& times) {
+    constexpr double kMicroseconds = 1e6;
+    return stringPrintf("; a block %.0f us, 99 %% of them within %.0f, the longest %.0f",
+                        times.mean * kMicroseconds, times.percentile_99 * kMicroseconds,
+                        times.longest * kMicroseconds);
+}
+
+// Empty while there is one direction, which the talker's line has.
+std::string sharesText(const Summary& summary) {
+    std::string text;
+    size_t directions = 0;
+    for (const LocationShare& share : locationShares(summary.directions)) {
+        if (share.share < kLeastShare || share.confidence < kLeastConfidence) continue;
+        text += stringPrintf("%s%d degrees %.0f %%", directions++ == 0 ? "" : ", ", share.azimuth_degrees,
+                             100 * share.share);
+    }
+    return directions > 1 ? text + " of the time" : std::string();
+}
+
+std::string echoAloneText(const EchoAlone& echo) {
+    const std::string where = stringPrintf("in the %.1f s in which only the far end speaks", echo.seconds);
+    return echo.lowered_db ? stringPrintf("lowered by %.1f dB ", *echo.lowered_db) + where
+                           : "too little to measure " + where;
 }
 
 std::string differenceText(const Comparison& comparison) {
@@ -131,6 +160,21 @@ Json comparisonJson(const Summary& summary) {
             {"cycles", cyclesJson(own.cycles)}};
 }
 
+Json blockTimesJson(const BlockTimes& times) {
+    return {{"mean", times.mean}, {"percentile_99", times.percentile_99}, {"longest", times.longest}};
+}
+
+Json sharesJson(const Summary& summary) {
+    Json shares = Json::array();
+    for (const LocationShare& share : locationShares(summary.directions)) {
+        shares.push_back({{"location", share.location},
+                          {"azimuth_degrees", share.azimuth_degrees},
+                          {"share", share.share},
+                          {"confidence", share.confidence}});
+    }
+    return shares;
+}
+
 Json directionsJson(const Summary& summary) {
     Json directions = Json::array();
     for (const Direction& direction : summary.directions) {
@@ -162,10 +206,17 @@ std::string toText(const Summary& summary) {
     text += line("level", inAndOutText(summary, &Level::rms_dbfs));
     text += line("pauses", inAndOutText(summary, &Level::pause_dbfs));
     if (!summary.bypass) text += line("talker", talkerText(summary));
-    if (summary.effect) text += effectText(*summary.effect);
-    text += line("took", speedText(summary, summary.processing_seconds));
+    if (const std::string shares = sharesText(summary); !shares.empty()) text += line("looks at", shares);
+    if (summary.effect) {
+        text += effectText(*summary.effect);
+    } else if (summary.call.echo) {
+        text += line("echo", echoAloneText(*summary.call.echo));
+    }
+    if (const std::string path = echoPathText(summary.call); !path.empty()) text += line("path", path);
+    text += line("took", speedText(summary, summary.processing_seconds) + timesText(summary.block_times));
     if (summary.engine_routines) text += line("routines", comparisonText(summary));
     if (summary.cycles) text += cyclesText(summary);
+    for (const std::string& finding : summary.call.findings) text += line("note", finding);
     return text;
 }
 
@@ -182,11 +233,16 @@ Json toJson(const Summary& summary) {
             {"file_sample_rate", summary.file_sample_rate},
             {"processing_seconds", summary.processing_seconds},
             {"real_time_factor", summary.realTimeFactor(summary.processing_seconds)},
+            {"block_seconds", blockTimesJson(summary.block_times)},
             {"levels", levelsJson(summary)},
+            {"microphones", microphonesJson(summary.call.microphones)},
             {"talker", talkerJson(summary)},
+            {"azimuth_shares", sharesJson(summary)},
+            {"echo", echoJson(summary.call)},
             {"effect", effectJson(summary)},
             {"cycles", cyclesJson(summary.cycles)},
             {"engine_routines", comparisonJson(summary)},
+            {"findings", summary.call.findings},
             {"directions", directionsJson(summary)}};
 }
 

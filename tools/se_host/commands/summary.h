@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "tools/se_host/commands/call_report.h"
 #include "tools/se_host/engine/engine.h"
 #include "tools/se_host/engine/processing.h"
 #include "tools/se_host/engine/talker.h"
@@ -42,11 +43,13 @@ struct Summary {
     int channels = 0;
     int file_sample_rate = 0;
     double processing_seconds = 0;
+    BlockTimes block_times;
 
     std::vector<Level> input_levels;  // one a channel
     Level output_level{};
     std::vector<Direction> directions;
     std::optional<Talker> talker;
+    CallReport call;
     std::optional<Effect> effect;  // when the recording's parts are known
     std::optional<CycleShares> cycles;
     std::optional<Comparison> engine_routines;

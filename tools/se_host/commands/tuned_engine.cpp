@@ -11,6 +11,7 @@ void addEngineAndTuning(CLI::App& command, DiagsOptions& options) {
         ->type_name("FILE.json");
     addOnDifference(command, options.on_difference);
     addEngineChoice(command, options.engine);
+    addArray(command, options.engine.array);
 }
 
 void addRecording(CLI::App& command, DiagsOptions& options) {
@@ -18,8 +19,9 @@ void addRecording(CLI::App& command, DiagsOptions& options) {
                                                "Process this WAV or FLAC of 8 or more channels first");
     recording->type_name("IN");
     addFarEnd(command, options.recording);
-    command.get_option("--far-end")->needs(recording);
-    command.get_option("--far-end-channel")->needs(recording);
+    for (const char* const option : {"--far-end", "--far-end-channel", "--channel-map"}) {
+        command.get_option(option)->needs(recording);
+    }
 }
 
 std::unique_ptr<TunedEngine> startTuned(const DiagsOptions& options) {

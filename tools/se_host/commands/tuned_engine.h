@@ -26,7 +26,7 @@ struct DiagsOptions {
 // --tuning, those of addEngineChoice and of addOnDifference.
 void addEngineAndTuning(CLI::App& command, DiagsOptions& options);
 
-// --recording, --far-end and --far-end-channel.
+// --recording, and those of addFarEnd.
 void addRecording(CLI::App& command, DiagsOptions& options);
 
 struct TunedEngine {

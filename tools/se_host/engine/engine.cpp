@@ -3,6 +3,7 @@
 #include "common/config.h"
 #include "common/properties.h"
 #include "tools/output/one_line.h"
+#include "tools/se_host/engine/array_setting.h"
 #include "tools/se_host/engine/engine_files.h"
 #include "tools/se_host/engine/engine_stage.h"
 #include "tools/se_host/engine/properties_by_text.h"
@@ -54,6 +55,7 @@ void start(const EngineOptions& options) {
 
 Engine loadEngine(const EngineOptions& options) {
     Engine engine{makeTree(options), {}, {}};
+    if (!options.array.empty()) giveArray(options.array);
     callEngine(EngineStage::kLoading, [&] { load(engine); });
     return engine;
 }
@@ -61,6 +63,7 @@ Engine loadEngine(const EngineOptions& options) {
 Engine startEngine(const EngineOptions& options) {
     Engine engine = loadEngine(options);
     callEngine(EngineStage::kStarting, [&] { start(options); });
+    if (!options.array.empty()) requireArrayInUse();
     return engine;
 }
 

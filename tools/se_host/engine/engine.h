@@ -23,6 +23,7 @@ enum class Routines {
 struct EngineOptions {
     std::string build;          // file in selibs/; empty: chosen by device model
     bool device_model = false;  // the device that has a build of its own
+    std::string array;          // file with the places of the microphones; empty: the build's own array
     Routines routines = Routines::kOurs;
     std::optional<int16_t> gain;                // receive gain, in the engine's units
     std::optional<int16_t> echo_safety_factor;  // in the engine's units

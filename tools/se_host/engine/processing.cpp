@@ -42,19 +42,25 @@ Processed process(const Recording& recording, const ProcessingOptions& options) 
     std::optional<CycleSplit> split;
     if (options.split_cycles) split.emplace(blocks);
 
-    Clock::duration elapsed{};
+    std::optional<EchoEstimator> echo;
+    if (!options.bypass) echo.emplace();
+    std::vector<double> seconds;
+    seconds.reserve(blocks);
     for (size_t block = 0; block < blocks; ++block) {
         if (split) split->lookAtClock();
         const auto start = Clock::now();
         if (split) split->beginBlock();
         processOneBlock(recording, block, options.bypass, result.output.data() + block * se::BLOCK_SIZE);
         if (split) split->endBlock();
-        elapsed += Clock::now() - start;
+        seconds.push_back(std::chrono::duration<double>(Clock::now() - start).count());
         if (!options.bypass) result.directions.push_back(directionAfter(block));
+        if (echo) echo->afterBlock(block);
         if (options.after_block) options.after_block(block);
     }
 
-    result.processing_seconds = std::chrono::duration<double>(elapsed).count();
+    result.block_times = blockTimesOf(seconds);
+    result.processing_seconds = result.block_times.mean * static_cast<double>(blocks);
+    if (echo) result.echo = echo->result();
     if (split) result.cycles = split->finish();
     result.output.resize(recording.frames);
     return result;

@@ -7,7 +7,9 @@
 #include <optional>
 #include <vector>
 
+#include "tools/se_host/engine/block_times.h"
 #include "tools/se_host/engine/cycle_split.h"
+#include "tools/se_host/engine/echo_estimate.h"
 #include "tools/se_host/sound/recording.h"
 
 namespace se_host {
@@ -24,6 +26,8 @@ struct Processed {
     std::vector<int16_t> output;        // mono, as long as the recording before its padding
     std::vector<Direction> directions;  // one a block; empty when the engine was bypassed
     double processing_seconds = 0;
+    BlockTimes block_times;
+    std::optional<EchoEstimate> echo;   // when the engine estimates it and was not bypassed
     std::optional<CycleShares> cycles;  // when they were asked for
 };
 

@@ -18,4 +18,14 @@ struct Talker {
 // The location with the largest total confidence; nothing when that is close to zero.
 std::optional<Talker> findTalker(const std::vector<Direction>& directions);
 
+struct LocationShare {
+    int location;
+    int azimuth_degrees;
+    double share;       // of the blocks
+    double confidence;  // mean over those blocks, 0 to 1
+};
+
+// The locations that occur, the most frequent first.
+std::vector<LocationShare> locationShares(const std::vector<Direction>& directions);
+
 }  // namespace se_host

@@ -15,13 +15,14 @@ std::string quoted(const std::string& path) {
     return "'" + path + "'";
 }
 
-AudioData readMicrophones(const std::string& path) {
+AudioData readMicrophones(const std::string& path, bool wired_as_device) {
     AudioData audio = readAudioFile(path);
-    if (audio.channels < kMinChannels) {
-        throw se_output::Failure(quoted(path) + " has " + std::to_string(audio.channels) +
-                                 (audio.channels == 1 ? " channel" : " channels") +
-                                 ", but the engine needs 8 or more (microphones in channels 1 to 7); " +
-                                 "give a recording of the microphone array");
+    if (wired_as_device && audio.channels < kMinChannels) {
+        throw se_output::Failure(
+            quoted(path) + " has " + std::to_string(audio.channels) +
+            (audio.channels == 1 ? " channel" : " channels") +
+            ", but the engine needs 8 or more (microphones in channels 1 to 7); " +
+            "give a recording of the microphone array; --channel-map says where other wirings have them");
     }
     return audio;
 }
@@ -33,6 +34,13 @@ std::vector<int16_t> farEndOfChannel(const AudioData& input, const std::string& 
                                     std::to_string(input.channels - 1));
     }
     return channelOf(input, channel);
+}
+
+std::optional<int> farEndChannelOf(const RecordingOptions& options, const std::optional<ChannelMap>& map) {
+    if (!map || !map->far_end) return options.far_end_channel;
+    if (!options.far_end_channel && options.far_end_file.empty()) return map->far_end;
+    throw se_output::UsageError(
+        "--channel-map names the far end, and so does another option; leave out its last number");
 }
 
 void requireFit(const AudioData& far_end, const std::string& path, const AudioData& input) {
@@ -69,8 +77,9 @@ double Recording::seconds() const {
 }
 
 Recording readRecording(const RecordingOptions& options) {
-    AudioData input = readMicrophones(options.input);
     Recording recording;
+    if (!options.channel_map.empty()) recording.channel_map = channelMapOf(options.channel_map);
+    AudioData input = readMicrophones(options.input, !recording.channel_map);
     recording.file_sample_rate = input.sample_rate;
     if (!options.far_end_file.empty()) {
         recording.far_end = farEndOfFile(options.far_end_file, input);
@@ -82,10 +91,11 @@ Recording readRecording(const RecordingOptions& options) {
                                  ": it is shorter than a sample at " + std::to_string(kEngineSampleRate) +
                                  " Hz; give a longer recording");
     }
-    if (options.far_end_channel) {
-        recording.far_end = farEndOfChannel(input, options.input, *options.far_end_channel);
+    if (const std::optional<int> channel = farEndChannelOf(options, recording.channel_map)) {
+        recording.far_end = farEndOfChannel(input, options.input, *channel);
         recording.has_far_end = true;
     }
+    if (recording.channel_map) input = wiredAsDevice(input, *recording.channel_map, options.input);
 
     recording.frames = input.frames();
     const size_t padded = (recording.frames + BLOCK_SIZE - 1) / BLOCK_SIZE * BLOCK_SIZE;

@@ -17,7 +17,7 @@ namespace quill::media::se_wrapper {
 //         Otherwise no more than signal[0 .. step * (num_out - 1) + order], and of each span nothing
 //         before the first or past the last coefficient that is not zero.
 // writes: out[0 .. num_out - 1].
-// fails:  nothing. Uses up to 2 P bytes of stack, 128 KiB at most.
+// fails:  nothing. Uses up to 128 KiB of stack; unless num_out is a multiple of 8 and step 1, 24 KiB with a step below 16.
 // The host's rounding mode and the flushing of denormals change nothing: all arithmetic is on integers.
 // Kept on purpose: with num_out a multiple of 8 and step 1 sums are taken modulo 2^32, otherwise in 64 bits,
 // because the first go through the correlation kernel. They agree whenever the true sum fits in 32 bits.

@@ -43,7 +43,21 @@ TEST_F(BadScene, ARoomWithoutReverberation) {
 }
 
 TEST_F(BadScene, AnUnknownColour) {
-    expectRefusal({"--diffuse-colour", "blue"}, kWrongUsage, "--diffuse-colour: blue not in {white,pink}");
+    expectRefusal({"--diffuse-colour", "blue"}, kWrongUsage,
+                  "--diffuse-colour: blue not in {white,pink,babble}");
+}
+
+TEST_F(BadScene, TurnsWithoutASecondTalker) {
+    expectRefusal({"--turn", "0.5"}, kWrongUsage, "--turn requires --second-azimuth");
+}
+
+TEST_F(BadScene, AJumpBackWithoutAJump) {
+    expectRefusal({"--echo", "-30", "--echo-jump-back", "0.5"}, kWrongUsage,
+                  "--echo-jump-back requires --echo-jump");
+}
+
+TEST_F(BadScene, AMicrophoneThatTheDeviceDoesNotHave) {
+    expectRefusal({"--dead-channel", "8"}, kWrongUsage, "--dead-channel is 8, but must be between 0 and 7");
 }
 
 TEST_F(BadScene, AFarEndWithoutEcho) {

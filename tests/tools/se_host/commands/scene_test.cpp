@@ -70,10 +70,17 @@ TEST_F(SceneCommand, EveryOptionOfTheTalkerAndTheRoomHasAnEffect) {
     expectDone(scene());
     const Sound plain = written("out.wav");
     const std::vector<std::vector<std::string>> changes = {
-        {"--azimuth", "90"},     {"--distance", "2"},
-        {"--level", "-30"},      {"--talker-start", "0.5"},
-        {"--talker-end", "0.5"}, {"--reverberation", "0.2"},
-        {"--device-model"},      {"--reverberation", "0.2", "--room", "5", "4", "2.5"}};
+        {"--azimuth", "90"},
+        {"--distance", "2"},
+        {"--level", "-30"},
+        {"--talker-start", "0.5"},
+        {"--talker-end", "0.5"},
+        {"--reverberation", "0.2"},
+        {"--device-model"},
+        {"--reverberation", "0.2", "--room", "5", "4", "2.5"},
+        {"--dead-channel", "5"},
+        {"--walk", "45"},
+        {"--second-azimuth", "180", "--turn", "0.4"}};
     for (const auto& change : changes) {
         expectDone(scene(change));
         EXPECT_NE(written("out.wav").samples, plain.samples) << change[0];
@@ -99,7 +106,11 @@ TEST_F(SceneCommand, EveryOptionOfTheLoudspeakerHasAnEffect) {
     const std::vector<std::vector<std::string>> changes = {{"--far-end-level", "-20"},
                                                            {"--echo-azimuth", "90"},
                                                            {"--echo-distance", "0.5"},
-                                                           {"--echo-path-change", "0.5"}};
+                                                           {"--echo-path-change", "0.5"},
+                                                           {"--echo-delay", "12.3"},
+                                                           {"--echo-drift", "200"},
+                                                           {"--echo-jump", "0.5", "--echo-jump-by", "20"},
+                                                           {"--loudspeaker-limit", "-30"}};
     for (auto change : changes) {
         change.insert(change.end(), {"--echo", "-30"});
         expectDone(scene(change));
@@ -158,6 +169,13 @@ TEST_F(SceneCommand, ReportsWhatItWrote) {
                               "  talker    -26.0 dBFS while speaking, at 75 degrees, 1 m\n"
                               "  noise     -65.0 dBFS\n"
                               "  echo      none\n");
+}
+
+TEST_F(SceneCommand, ReportsWhereTheTalkersAre) {
+    const HostRun walking = scene({"--azimuth", "30", "--walk", "60"});
+    EXPECT_NE(walking.out.find("at 30 to 90 degrees, 1 m"), std::string::npos) << walking.out;
+    const HostRun two = scene({"--azimuth", "30", "--second-azimuth", "180"});
+    EXPECT_NE(two.out.find("at 30 and 180 degrees, 1 m"), std::string::npos) << two.out;
 }
 
 TEST_F(SceneCommand, QuietPrintsNothing) {

@@ -115,7 +115,7 @@ TEST_F(StandardStreams, StandardInputIsReadOnce) {
     expectRefused(run({"process", "-", path("out.wav"), "--far-end", "-"}), kWrongUsage,
                   "'-' is named twice; standard input can be read once");
     expectRefused(run({"process", "-", path("out.wav"), "--compare-routines"}), kWrongUsage,
-                  "--compare-routines reads the recording twice");
+                  "--compare-routines reads its inputs twice");
 }
 
 TEST_F(StandardStreams, StandardOutputIsWrittenOnce) {

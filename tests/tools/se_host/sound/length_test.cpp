@@ -65,6 +65,10 @@ TEST_F(Length, ARecordingAt48KHzIsResampledInPlaceAndInLevel) {
     EXPECT_LE(worst, 2);
 }
 
+TEST_F(Length, AnyNumberOfChannelsIsResampled) {
+    EXPECT_EQ(bypassed(patternedSound(480, 200, 48000)).size(), 160u);
+}
+
 TEST_F(Length, ARecordingAt44100HzKeepsItsDuration) {
     EXPECT_EQ(bypassed(tone(44100, 44100)).size(), 16000u);
 }

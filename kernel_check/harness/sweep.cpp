@@ -1,0 +1,70 @@
+#include "kernel_check/harness/sweep.h"
+
+#include <algorithm>
+
+#include "kernel_check/timing/measure.h"
+
+namespace kernel_harness {
+namespace {
+
+constexpr int kFirstTaps = 16, kLastTaps = 512;
+constexpr int kPasses = 4;
+constexpr timing::Rounds kRounds = {41, 40e-6};
+
+void improve(Sweep& sweep, const quill::test::Numbers& shape, uint32_t seed) {
+    for (std::size_t t = 0; t < sweep.taps.size(); ++t) {
+        quill::test::Numbers numbers = shape;
+        const auto& [name, first_number, shapes] = sweep.function->sweep;
+        numbers.emplace_back(name, first_number + sweep.taps[t] - 1);
+        for (std::size_t v = 0; v < sweep.variants.size(); ++v) {
+            const timing::Measurement m = timing::measure(*sweep.variants[v], numbers, seed, kRounds);
+            double& best = sweep.per_cycle[v][t];
+            best = std::max(best, m.multiply_adds / m.cycles);
+        }
+    }
+}
+
+Sweep sweepShape(const KernelFunction& function, const std::vector<const FunctionVariant*>& variants,
+                 const quill::test::Numbers& shape, int step, uint32_t seed) {
+    Sweep sweep{described(shape), &function, variants, {}, {}};
+    for (int taps = kFirstTaps; taps <= kLastTaps; taps += step) sweep.taps.push_back(taps);
+    sweep.per_cycle.assign(variants.size(), std::vector<double>(sweep.taps.size()));
+    for (int pass = 0; pass < kPasses; ++pass) improve(sweep, shape, seed);
+    return sweep;
+}
+
+std::vector<const FunctionVariant*> variantsOf(const KernelFunction& function,
+                                               const std::vector<Selected>& rows) {
+    std::vector<const FunctionVariant*> variants;
+    for (const Selected& row : rows) {
+        const bool ours = row.variant != &function.reference() && row.variant->needs != &Machine::has_engine;
+        if (row.function == &function && row.runs && ours) variants.push_back(row.variant);
+    }
+    return variants;
+}
+
+}  // namespace
+
+double Sweep::share(std::size_t variant, std::size_t index) const {
+    const std::vector<double>& speeds = per_cycle[variant];
+    double better = index > 0 ? speeds[index - 1] : 0;
+    if (index + 1 < speeds.size()) better = std::max(better, speeds[index + 1]);
+    return speeds[index] / better;
+}
+
+std::vector<Sweep> sweepTaps(const std::vector<Selected>& rows, int step, uint32_t seed) {
+    std::vector<Sweep> sweeps;
+    const KernelFunction* last = nullptr;
+    for (const Selected& row : rows) {
+        if (row.function == last) continue;
+        last = row.function;
+        const std::vector<const FunctionVariant*> variants = variantsOf(*last, rows);
+        if (variants.empty()) continue;
+        for (const auto& shape : last->sweep.shapes) {
+            sweeps.push_back(sweepShape(*last, variants, shape, step, seed));
+        }
+    }
+    return sweeps;
+}
+
+}  // namespace kernel_harness

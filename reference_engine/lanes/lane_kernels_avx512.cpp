@@ -1,0 +1,7 @@
+#include "reference_engine/lanes/lane_kernels_body.inl.h"
+
+namespace reference_engine {
+
+extern const LaneKernels kLaneKernelsAvx512 = kLaneKernels;
+
+}  // namespace reference_engine

@@ -1,0 +1,43 @@
+#include "tools/se_host/engine/array_setting.h"
+
+#include <cstdlib>
+
+#include "tools/output/descriptor.h"
+#include "tools/output/errors.h"
+#include "tools/se_host/engine/engine_stage.h"
+#include "tools/se_host/sound/array_file.h"
+#include "webrtc_common/se_wrapper.h"
+
+namespace se_host {
+namespace {
+
+namespace se = quill::media::se_wrapper;
+
+constexpr const char* kVariable = "SE_ARRAY_FILE";
+constexpr const char* kDiagnostic = "mmfx_array";
+constexpr int kEnum = 8;  // type of a diagnostic
+constexpr int kArrayOfFile = 1;
+
+int valueOfDiagnostic() {
+    const int index = se::SEDiagGetIndex(kDiagnostic);
+    if (index < 0 || static_cast<int>(se::SEDiagGetType(index)) != kEnum) return -1;
+    return static_cast<int>(se::SEDiagGetEnumAsInt(index));
+}
+
+}  // namespace
+
+// A copy in memory, because the engine reads the file once more, which a pipe does not allow.
+void giveArray(const std::string& path) {
+    static se_output::Descriptor copy;
+    copy = se_output::fileInMemory();
+    se_output::writeAll(copy.number(), readArrayFile(path).text);
+    ::setenv(kVariable, se_output::pathOf(copy.number()).c_str(), 1);
+}
+
+void requireArrayInUse() {
+    if (callEngine(EngineStage::kReadingDiags, valueOfDiagnostic) == kArrayOfFile) return;
+    throw se_output::Failure("engine '" + se::p_signal_essence_library.get() +
+                             "' takes no other array than its own; leave out --array");
+}
+
+}  // namespace se_host
