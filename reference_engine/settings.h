@@ -35,6 +35,7 @@ struct Settings {
     int16_t echo_safety_factor_q10 = 1024;
     int16_t nf_weight_factor_q10 = 1024;
     int16_t nf_fullband_weight_factor_q10 = 1024;
+    int16_t comfort_noise_q10 = 0;  // 205: as much as the noise reduction leaves in a pause
 };
 
 struct Readings {

@@ -13,6 +13,7 @@ void NoiseReduction::init() {
     synthesis_.init();
     floor_.init();
     gain_.init();
+    comfort_noise_.init();
     line_.clear();
     bypassed_ = false;
 }
@@ -38,6 +39,8 @@ void NoiseReduction::process(const int16_t* in, const float (&echo)[kSpectralBin
     floor_.update(spectrum, power, diffuseness);
     gain_.update(power, floor_, echo, settings);
     weigh(spectrum);
+    comfort_noise_.add(static_cast<float>(settings.comfort_noise_q10) / 1024, power, floor_.power(),
+                       gain_.gain(), spectrum);
     synthesis_.synthesise(spectrum, reduced);
 
     line_.push(in);

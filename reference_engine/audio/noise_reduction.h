@@ -2,6 +2,7 @@
 // the change is faded, and the noise is tracked all the time. Threads: init [setup]; process [audio] rt-safe.
 #pragma once
 
+#include "reference_engine/audio/comfort_noise.h"
 #include "reference_engine/audio/delay_line.h"
 #include "reference_engine/audio/noise_floor.h"
 #include "reference_engine/audio/spectral_frame.h"
@@ -26,6 +27,7 @@ class NoiseReduction {
     SpectralSynthesis synthesis_;
     NoiseFloor floor_;
     SpectralGain gain_;
+    ComfortNoise comfort_noise_;
     DelayLine<kSpectralDelay> line_;
     bool bypassed_ = false;  // at the end of the last block
 };

@@ -187,6 +187,8 @@ SEDiag_t g_rows[] = {
             "Weight of the noise floor of each band, 1024 = 1"),
     setting("senr_nf_fullband_weight_factor_q10", kAdvanced, set.nf_fullband_weight_factor_q10, kQ10,
             "Weight of the noise floor of the whole band, 1024 = 1"),
+    setting("senr_comfort_noise_q10", kIntermediate, set.comfort_noise_q10, {0, 1024},
+            "Share of the background to which comfort noise fills pauses and suppressed echo, 1024 = 1"),
 
     // Noise test and clocks.
     setting("sent_blocks", kIntermediate, set.noise_test_blocks, {1, 60000},

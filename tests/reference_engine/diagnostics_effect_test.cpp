@@ -38,6 +38,7 @@ constexpr Effect kEffects[] = {
     {{"senr_echo_safety_factor_q10", 8192}},
     {{"senr_nf_weight_factor_q10", 200}},
     {{"senr_nf_fullband_weight_factor_q10", 400}},
+    {{"senr_comfort_noise_q10", 800}},
     {{"sent_blocks", 120}},
 };
 
