@@ -10,36 +10,31 @@ Figure both(const char* name, const char* unit, const Target& target, const Valu
 
 }  // namespace
 
-TalkerMeasure::TalkerMeasure(const Recording& recording, const Span& span)
-    : recording_(recording), span_(span) {
-    for (const System s : {kEngine, kPeer}) lags_[s] = lagOf(direct(), out(s), span);
-}
-
 Figure TalkerMeasure::gain(const char* name, const Target& target, const Spans& spans) const {
     const double before = talkerFigures(direct(), recording_.scene.mixture()[0], 0, spans).sdr_db;
     return both(name, "dB", target,
-                [&](System s) { return talkerFigures(direct(), out(s), lags_[s], spans).sdr_db - before; });
+                [&](System s) { return talkerFigures(direct(), out(s), lag(s), spans).sdr_db - before; });
 }
 
 Figure TalkerMeasure::level(const char* name, const Target& target, const Spans& spans) const {
     const double before = talkerFigures(direct(), recording_.scene.talker[0], 0, spans).level_db;
     return both(name, "dB", target,
-                [&](System s) { return talkerFigures(direct(), out(s), lags_[s], spans).level_db - before; });
+                [&](System s) { return talkerFigures(direct(), out(s), lag(s), spans).level_db - before; });
 }
 
 Figure TalkerMeasure::loss(const char* name, const Target& target, const Spans& spans) const {
     const Row microphone = recording_.scene.mixture()[0];
-    return both(name, "dB", target, [&](System s) { return lossDb(microphone, out(s), lags_[s], spans); });
+    return both(name, "dB", target, [&](System s) { return lossDb(microphone, out(s), lag(s), spans); });
 }
 
 Figure TalkerMeasure::understood() const {
     return both("STOI", "", {Aim::kNotBelowPeer},
-                [&](System s) { return intelligibility(direct(), out(s), lags_[s], span_); });
+                [&](System s) { return intelligibility(direct(), out(s), lag(s), span_); });
 }
 
 Figure TalkerMeasure::delay() const {
     return both("delay from microphone to output", "ms", {Aim::kAtMost, 25},
-                [&](System s) { return lags_[s] * 1000 / se_scene::kSampleRate; });
+                [&](System s) { return lag(s) * 1000 / se_scene::kSampleRate; });
 }
 
 std::vector<Figure> TalkerMeasure::usual(const Target& gain_target) const {

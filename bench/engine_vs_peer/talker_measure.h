@@ -12,7 +12,7 @@ inline constexpr Target kTalkerLevel{Aim::kWithin, 3};  // dB
 class TalkerMeasure {
   public:
     // `recording` exists as long as this. The talker speaks in `span`.
-    TalkerMeasure(const Recording& recording, const Span& span);
+    TalkerMeasure(const Recording& recording, const Span& span) : recording_(recording), span_(span) {}
 
     const Row& direct() const { return recording_.scene.talker_direct; }
 
@@ -27,10 +27,10 @@ class TalkerMeasure {
 
   private:
     const Row& out(System system) const { return recording_.outputs.rows[system]; }
+    double lag(System system) const { return recording_.lags.of[system]; }
 
     const Recording& recording_;
     Span span_;
-    double lags_[kSystems];
 };
 
 }  // namespace engine_vs_peer
