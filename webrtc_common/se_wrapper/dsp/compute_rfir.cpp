@@ -69,7 +69,8 @@ void sumBlock(const int16_t* signal, std::size_t step, const int16_t* coeffs, in
         const int16_t* const from = signal + 2 * first;
         // The second sample of the very last pair is not read if there is no tap for it.
         const bool half = taps % 2 != 0 && pair - period == pairs - 1;
-        g_pair_kernels->copy(from, step, static_cast<std::size_t>(last + !half), row);
+        const int whole = half ? last : last + 1;
+        g_pair_kernels->copy(from, step, static_cast<std::size_t>(whole), row);
         if (half) row[2 * last] = from[static_cast<std::size_t>(last) * step], row[2 * last + 1] = 0;
     }
     g_pair_kernels->sum(rows, split.low, split.high, pairs, outputs, sums.low, sums.high);
