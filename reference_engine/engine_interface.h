@@ -35,8 +35,8 @@ extern "C" {
 
 // ---- Audio ------------------------------------------------------------------------------------------------
 
-// Sets the initial state, settings included. Before it, blocks are silent and the receive path passes the far
-// end through. in: `mode` 0, the only one. [setup]
+// Sets the initial state, settings included, and reads the array file that SE_ARRAY_FILE names. Before it, blocks are
+// silent and the receive path passes the far end through. in: `mode` 0, the only one. [setup]
 SE_ENGINE_API void MMIfInit(uint16_t mode);
 
 // One block of 10 ms at 16 kHz. in: `centre` 160 samples of microphone 0; `circle` 960 samples, microphones 1

@@ -11,8 +11,7 @@ namespace {
 
 constexpr double kLowestHz = 300;
 constexpr double kHighestHz = 7000;
-constexpr int kLongestLag = 500;      // samples
-constexpr double kLongestForLag = 4;  // seconds
+constexpr int kLongestLag = 800;  // samples
 
 // Band-limited, and earlier by `lag` samples. Zeros of the longest lag keep the ends from overlapping.
 Row inBand(const Row& row, double lag) {
@@ -70,11 +69,6 @@ Spans whereLower(const Row& row, const Row& other, double decibels, const Span& 
         if (lower[i - 1] && lower[i] && lower[i + 1]) spans.push_back(pieces[i]);
     }
     return spans;
-}
-
-double lagOf(const Row& talker, const Row& out, const Span& span) {
-    const Span beginning{span.begin_s, std::min(span.end_s, span.begin_s + kLongestForLag)};
-    return se_scene::delayBetween(excerpt(talker, beginning), excerpt(out, beginning), kLongestLag);
 }
 
 double lossDb(const Row& microphone, const Row& out, double lag, const Spans& spans) {

@@ -21,10 +21,8 @@ using Spans = std::vector<Span>;
 // such neighbours.
 Spans whereLower(const Row& row, const Row& other, double decibels, const Span& within);
 
-// Samples by which a system's output lags the talker at the centre microphone.
-double lagOf(const Row& talker, const Row& out, const Span& span);
-
-// Decibels by which the output is lower than the microphone, over all frequencies.
+// Decibels by which the output is lower than the microphone, over all frequencies. `lag`: samples by which the output
+// lags the microphone.
 double lossDb(const Row& microphone, const Row& out, double lag, const Spans& spans);
 
 struct TalkerFigures {

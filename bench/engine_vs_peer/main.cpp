@@ -121,7 +121,7 @@ std::vector<Job> jobsOf(const std::vector<Trial>& trials, const Options& options
 std::vector<Recording> makeRecordings(const Job& job) {
     std::vector<Recording> recordings;
     for (const se_scene::SceneOptions& options : job.trial->scenes(job.options)) {
-        recordings.push_back({options, makeScene(options), {}});
+        recordings.push_back({options, makeScene(options), {}, {}});
     }
     return recordings;
 }
@@ -129,12 +129,14 @@ std::vector<Recording> makeRecordings(const Job& job) {
 // While the systems process the scenes of one job, those of the next are made.
 Report runTrials(const std::vector<Job>& jobs) {
     Report report;
+    const Lags lags = measureLags(jobs.front().options.array_radius_m);
     const auto made = [](const Job& job) { return std::async(std::launch::async, makeRecordings, job); };
     std::future<std::vector<Recording>> next = made(jobs.front());
     for (size_t i = 0; i < jobs.size(); ++i) {
         std::vector<Recording> recordings = next.get();
         if (i + 1 < jobs.size()) next = made(jobs[i + 1]);
         for (Recording& recording : recordings) {
+            recording.lags = lags;
             recording.outputs = runBoth(recording.scene, recording.options, jobs[i].options.tell_engine);
         }
         add(*jobs[i].trial, recordings, report);

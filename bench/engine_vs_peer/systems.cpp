@@ -4,6 +4,7 @@
 #include <ctime>
 
 #include "bench/engine_vs_peer/peer.h"
+#include "tools/scene/measure.h"
 #include "webrtc_common/se_wrapper.h"
 
 namespace engine_vs_peer {
@@ -79,6 +80,19 @@ Outputs runBoth(const se_scene::Scene& scene, const se_scene::SceneOptions& opti
         append(out, outputs.rows[kPeer]);
     }
     return outputs;
+}
+
+Lags measureLags(double array_radius_m) {
+    constexpr int kLongest = 800;  // samples
+    se_scene::SceneOptions options;
+    options.seconds = 3;
+    options.array_radius_m = array_radius_m;
+    const se_scene::Scene scene = makeScene(options);
+    const Outputs outputs = runBoth(scene, options, true);
+    const auto lag = [&](System s) {
+        return se_scene::delayBetween(scene.talker_direct, outputs.rows[s], kLongest);
+    };
+    return {{lag(kEngine), lag(kPeer)}};
 }
 
 }  // namespace engine_vs_peer

@@ -24,6 +24,14 @@ struct EngineText {
 };
 EngineText describeEngine();
 
+// Samples by which the output of a system lags the centre microphone.
+struct Lags {
+    double of[kSystems];
+};
+
+// From a talker in silence, in which they are certain. needs: a loaded engine.
+Lags measureLags(double array_radius_m);
+
 // Both from their initial state. The peer is given the position that the talker has at each moment; the engine
 // searches for the talker itself, unless `tell_engine`.
 // needs: a loaded engine.

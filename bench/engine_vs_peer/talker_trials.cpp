@@ -1,5 +1,5 @@
 // A talker, or two: what is left of them and of what disturbs them.
-#include "bench/engine_vs_peer/figures.h"
+#include "bench/engine_vs_peer/talker_measure.h"
 #include "bench/engine_vs_peer/trials.h"
 
 namespace engine_vs_peer {
@@ -22,63 +22,6 @@ constexpr double kTurn = 3;
 constexpr double kTwoTalkersEnd = 13;
 
 constexpr Target kNoTarget{Aim::kAtLeast};
-constexpr Target kLevel{Aim::kWithin, 3};
-
-// Measures the talker of a recording, whose direct sound is what a system should keep: with the reflections in the
-// reference, a beam that suppresses more of them would get a lower figure.
-class TalkerMeasure {
-  public:
-    TalkerMeasure(const Recording& recording, const Span& span) : recording_(recording), span_(span) {
-        for (const System s : {kEngine, kPeer}) lags_[s] = lagOf(direct(), out(s), span);
-    }
-
-    const Row& direct() const { return recording_.scene.talker_direct; }
-    const Row& out(System s) const { return recording_.outputs.rows[s]; }
-    double lag(System s) const { return lags_[s]; }
-
-    Figure gain(const char* name, const Target& target, const Spans& spans) const {
-        const double before = talkerFigures(direct(), recording_.scene.mixture()[0], 0, spans).sdr_db;
-        return both(name, "dB", target,
-                    [&](System s) { return talkerFigures(direct(), out(s), lag(s), spans).sdr_db - before; });
-    }
-
-    Figure level(const char* name, const Target& target, const Spans& spans) const {
-        const double before = talkerFigures(direct(), recording_.scene.talker[0], 0, spans).level_db;
-        return both(name, "dB", target, [&](System s) {
-            return talkerFigures(direct(), out(s), lag(s), spans).level_db - before;
-        });
-    }
-
-    Figure loss(const char* name, const Target& target, const Spans& spans) const {
-        const Row microphone = recording_.scene.mixture()[0];
-        return both(name, "dB", target, [&](System s) { return lossDb(microphone, out(s), lag(s), spans); });
-    }
-
-    Figure understood() const {
-        return both("STOI", "", {Aim::kNotBelowPeer},
-                    [&](System s) { return intelligibility(direct(), out(s), lag(s), span_); });
-    }
-
-    Figure delay() const {
-        return both("delay from microphone to output", "ms", {Aim::kAtMost, 25},
-                    [&](System s) { return lag(s) * 1000 / se_scene::kSampleRate; });
-    }
-
-    std::vector<Figure> usual(const Target& gain_target) const {
-        return {gain("SI-SDR gain", gain_target, {span_}), level("talker's level", kLevel, {span_}),
-                understood()};
-    }
-
-  private:
-    template <class Value>
-    static Figure both(const char* name, const char* unit, const Target& target, const Value& value) {
-        return {name, unit, target, {value(kEngine), value(kPeer)}};
-    }
-
-    const Recording& recording_;
-    Span span_;
-    double lags_[kSystems];
-};
 
 // The echo is louder than the talker, because the loudspeaker is nearer.
 SceneOptions doubleTalk(const TrialOptions& options, uint32_t number) {
@@ -164,8 +107,8 @@ std::vector<Figure> measureTwoTalkers(const Recording& recording) {
         turns[talkerAt(recording.options, begin_s + kTurn / 2)].push_back({begin_s, begin_s + kTurn});
     }
     return {measure.gain("SI-SDR gain", {Aim::kAtLeast, 0.6}, {{kFirstTurn, kTwoTalkersEnd}}),
-            measure.level("first talker's level", kLevel, turns[0]),
-            measure.level("second talker's level", kLevel, turns[1]), measure.understood()};
+            measure.level("first talker's level", kTalkerLevel, turns[0]),
+            measure.level("second talker's level", kTalkerLevel, turns[1]), measure.understood()};
 }
 
 std::vector<Figure> measureWalking(const Recording& recording) {

@@ -30,6 +30,7 @@ struct Recording {
     se_scene::SceneOptions options;
     se_scene::Scene scene;
     Outputs outputs;
+    Lags lags;
 };
 
 struct Trial {

@@ -22,7 +22,7 @@ struct Sweep {
 };
 
 // Times the shapes of all functions that have some. References and the engine's own routines take no part. Every
-// number of taps is timed several times, far apart, and the best counts: other load passes.
+// number of taps is timed several times, far apart, dips more often, and the best counts: other load passes.
 std::vector<Sweep> sweepTaps(const std::vector<Selected>& rows, int step, uint32_t seed);
 
 }  // namespace kernel_harness

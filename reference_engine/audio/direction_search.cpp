@@ -17,10 +17,12 @@ namespace {
 constexpr float kPowerSmoothing = 0.8f;  // of the old value
 constexpr int kFloorBlocks = 150;        // after which the older half of the minima is dropped
 
-// A bin counts when its power exceeds these multiples of the noise floor (a minimum, well below the mean), of
-// the expected echo, and of its own recent power: the onsets of a sound arrive before its reflections.
+// A bin counts when its power exceeds these multiples of the noise floor (a minimum, well below the mean), of the expected
+// echo, of the removed echo, which comes back when its path changes, and of its own recent power: the onsets of a sound
+// arrive before its reflections.
 constexpr float kAboveFloor = 12.0f;
 constexpr float kAboveEcho = 40.0f;
+constexpr float kAboveRemoved = 2.0f;
 constexpr float kAboveTail = 1.0f;
 
 constexpr float kLeastActivity = 0.05f;              // share of such bins from which a block counts
@@ -79,7 +81,9 @@ float DirectionSearch::weighBins(const MicrophoneSpectra& spectra, const float* 
         smoothed_[k] = std::max(kTiny, kPowerSmoothing * before + (1 - kPowerSmoothing) * power);
         least_[k] = std::min(least_[k], smoothed_[k]);
         const float floor = std::min(least_[k], least_before_[k]);
-        const float threshold = std::max({kAboveFloor * floor, kAboveTail * before, kAboveEcho * echo[k]});
+        const float removed = spectra.power(kFirstBin + k)[MicrophoneSpectra::kEchoLane];
+        const float threshold = std::max(
+            {kAboveFloor * floor, kAboveTail * before, kAboveEcho * echo[k], kAboveRemoved * removed});
         weight_[k] = power > threshold ? 1 - threshold / power : 0.0f;
         sum += weight_[k];
     }

@@ -165,7 +165,7 @@ SEDiag_t g_rows[] = {
     readings("semic_clipped_total", kIntermediate, get.microphone_clipped_total,
              "The same since the engine was initialised"),
     readings("semic_faulty", kBasic, get.microphone_faulty,
-             "1: a microphone that is dead or far too quiet or loud, which the others replace"),
+             "1: that of the microphones 1 to 7 is dead or far too quiet or loud, and the others replace it"),
     readings("semic_correlation", kDebug, get.microphone_correlation,
              "Sum of products of the last block of the microphones 1 to 7 with the centre one, which is 1"),
 

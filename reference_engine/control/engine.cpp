@@ -122,7 +122,9 @@ void Engine::search(const MicrophoneBlock& block) {
 void Engine::report(const MicrophoneBlock& microphones, const int16_t* out) {
     const int location = look_.location();
     meterMicrophones(microphones, &g_readings);
-    for (int m = 0; m < kMicrophones; ++m) g_readings.microphone_faulty[m] = faults_.faulty(m) ? 1 : 0;
+    for (int m = 0; m < kMicrophones; ++m) {
+        g_readings.microphone_faulty[kChannelOf[m] - 1] = faults_.faulty(m) ? 1 : 0;
+    }
     meterBeams(beam_former_.beams(), beam_former_.centre(), &g_readings);
     g_readings.location = static_cast<uint16_t>(location);
     g_readings.look_azimuth_deg = g_readings.azimuth_deg[location];

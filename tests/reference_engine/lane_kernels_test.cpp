@@ -204,7 +204,7 @@ TEST_P(LaneKernelsTest, CorrelationsHaveTheSameBits) {
     EXPECT_TRUE(same(power_a, power_b));
 }
 
-TEST_F(LaneKernelsTest, SteeredPowersHaveTheSameBits) {
+TEST_P(LaneKernelsTest, SteeredPowersHaveTheSameBits) {
     const std::vector<LaneBin> spectra = bins(kBins), steering = bins(kBins * (kLanes - 2));
     std::vector<float> weight = numbers(kBins);
     weight[3] = 0;

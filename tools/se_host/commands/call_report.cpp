@@ -7,6 +7,7 @@
 
 #include "common/string_printf.h"
 #include "tools/se_host/sound/echo_lag.h"
+#include "tools/se_host/sound/exchanged_microphones.h"
 #include "tools/se_host/sound/resample.h"
 #include "webrtc_common/se_wrapper.h"
 
@@ -87,13 +88,26 @@ Json numberOrNull(const std::optional<double>& number) {
     return number ? Json(*number) : Json(nullptr);
 }
 
+std::string exchangeFinding(const std::vector<MicrophonePair>& pairs) {
+    if (pairs.empty()) return {};
+    std::string text = "the microphones ";
+    for (const MicrophonePair& pair : pairs) {
+        text += stringPrintf("%s%d and %d", pair == pairs.front() ? "" : ", or ", pair.first, pair.second);
+    }
+    return text + " seem to have changed places, or the array is another one: see --channel-map and --array";
+}
+
 }  // namespace
 
-CallReport callReportOf(const Recording& recording, const Processed& processed) {
+CallReport callReportOf(const Recording& recording, const Processed& processed, const ArrayFile& array) {
     CallReport report;
     report.has_far_end = recording.has_far_end;
     report.microphones = checkMicrophones(recording);
     report.findings = findingsOf(report.microphones);
+    if (report.findings.empty()) {
+        const std::string exchange = exchangeFinding(exchangedMicrophones(recording, array));
+        if (!exchange.empty()) report.findings.push_back(exchange);
+    }
     if (!recording.has_far_end) return report;
     report.estimate = processed.echo;
     addEcho(recording, processed, report);

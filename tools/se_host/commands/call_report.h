@@ -9,6 +9,7 @@
 
 #include "tools/se_host/engine/echo_estimate.h"
 #include "tools/se_host/engine/processing.h"
+#include "tools/se_host/sound/array_file.h"
 #include "tools/se_host/sound/echo_alone.h"
 #include "tools/se_host/sound/microphone_check.h"
 
@@ -23,7 +24,8 @@ struct CallReport {
     std::vector<std::string> findings;  // a sentence each
 };
 
-CallReport callReportOf(const Recording& recording, const Processed& processed);
+// `array`: where the microphones should stand.
+CallReport callReportOf(const Recording& recording, const Processed& processed, const ArrayFile& array);
 
 // The line of the echo, without its label; empty without a far end.
 std::string echoPathText(const CallReport& report);

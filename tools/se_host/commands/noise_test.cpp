@@ -26,9 +26,8 @@ namespace se = quill::media::se_wrapper;
 constexpr const char* kExamples =
     "Without a recording the microphones are simulated, with sensor noise and the parts of the options.\n"
     "OUT is a text: for each microphone a line 'Microphone K', then for each row a line with its number\n"
-    "and value. K counts as the engine does: 0 to 5 are the microphones 3, 2, 5, 6, 7 and 4. The test "
-    "leaves\n"
-    "out microphone 1, that of the centre; the table has the levels of all.\n"
+    "and value. K counts as the engine does: 0 to 5 are the microphones 3, 2, 5, 6, 7 and 4.\n"
+    "The engine leaves out microphone 1, that of the centre; the table has the levels of all.\n"
     "Examples:\n"
     "  se_host noise-test noise.txt\n"
     "  se_host noise-test noise.txt --diffuse-noise -45 --plot noise.png\n"

@@ -16,6 +16,7 @@
 #include "tools/se_host/commands/summary.h"
 #include "tools/se_host/commands/tuned_engine.h"
 #include "tools/se_host/diags/diag_trace.h"
+#include "tools/se_host/engine/array_setting.h"
 #include "tools/se_host/sound/resample.h"
 #include "webrtc_common/se_wrapper.h"
 
@@ -59,6 +60,12 @@ std::vector<Level> levelsOf(const Recording& recording) {
     return levels;
 }
 
+// Where the microphones should stand.
+ArrayFile arrayOf(const EngineOptions& options) {
+    return options.array.empty() ? circleArray(options.device_model ? kDeviceModelRadiusMm : kDeviceRadiusMm)
+                                 : givenArray();
+}
+
 Summary summarise(const ProcessOptions& options, const Engine& engine, const Recording& recording,
                   const std::optional<SceneParts>& parts, const Processed& processed) {
     Summary summary;
@@ -81,7 +88,7 @@ Summary summarise(const ProcessOptions& options, const Engine& engine, const Rec
     summary.directions = processed.directions;
     summary.talker = findTalker(processed.directions);
     summary.block_times = processed.block_times;
-    summary.call = callReportOf(recording, processed);
+    summary.call = callReportOf(recording, processed, arrayOf(options.engine));
     if (parts) summary.effect = effectOf(*parts, processed.output);
     return summary;
 }

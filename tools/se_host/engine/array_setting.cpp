@@ -5,7 +5,6 @@
 #include "tools/output/descriptor.h"
 #include "tools/output/errors.h"
 #include "tools/se_host/engine/engine_stage.h"
-#include "tools/se_host/sound/array_file.h"
 #include "webrtc_common/se_wrapper.h"
 
 namespace se_host {
@@ -24,13 +23,20 @@ int valueOfDiagnostic() {
     return static_cast<int>(se::SEDiagGetEnumAsInt(index));
 }
 
+ArrayFile g_given;
+
 }  // namespace
+
+const ArrayFile& givenArray() {
+    return g_given;
+}
 
 // A copy in memory, because the engine reads the file once more, which a pipe does not allow.
 void giveArray(const std::string& path) {
     static se_output::Descriptor copy;
+    g_given = readArrayFile(path);
     copy = se_output::fileInMemory();
-    se_output::writeAll(copy.number(), readArrayFile(path).text);
+    se_output::writeAll(copy.number(), g_given.text);
     ::setenv(kVariable, se_output::pathOf(copy.number()).c_str(), 1);
 }
 

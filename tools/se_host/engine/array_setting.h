@@ -4,10 +4,15 @@
 
 #include <string>
 
+#include "tools/se_host/sound/array_file.h"
+
 namespace se_host {
 
 // needs: called before the engine is started, with one thread. fails: Failure when the file cannot be used.
 void giveArray(const std::string& path);
+
+// The array that was given. needs: giveArray.
+const ArrayFile& givenArray();
 
 // Makes sure that the engine uses the array that was given. needs: a started engine. fails: Failure.
 void requireArrayInUse();

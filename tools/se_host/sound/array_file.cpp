@@ -98,6 +98,13 @@ void parse(ArrayFile& array) {
 
 }  // namespace
 
+ArrayFile circleArray(double radius_mm) {
+    constexpr double kAzimuths[] = {60, 0, 300, 120, 180, 240};  // of the channels 2 to 7
+    ArrayFile array;
+    for (size_t i = 0; i < array.places.size(); ++i) array.places[i] = {radius_mm, kAzimuths[i]};
+    return array;
+}
+
 ArrayFile readArrayFile(const std::string& path) {
     const se_output::Descriptor file = se_output::openInput(path, kArrayText);
     ArrayFile array;

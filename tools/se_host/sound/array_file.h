@@ -23,6 +23,11 @@ struct ArrayFile {
     std::string text;                                            // the file
 };
 
+// The device's own array: a circle, every 60 degrees.
+inline constexpr double kDeviceRadiusMm = 42.5;
+inline constexpr double kDeviceModelRadiusMm = 35;
+ArrayFile circleArray(double radius_mm);
+
 // "-" is standard input. fails: Failure, with the line that is wrong.
 ArrayFile readArrayFile(const std::string& path);
 

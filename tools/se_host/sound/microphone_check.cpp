@@ -141,6 +141,8 @@ std::vector<MicrophoneCheck> checkMicrophones(const Recording& recording) {
         microphones.back().resize(recording.frames);
         levels.push_back(levelOf(microphones.back()).rms_dbfs);
     }
+    const bool all_same = std::all_of(microphones.begin(), microphones.end(),
+                                      [&](const Samples& samples) { return samples == microphones[0]; });
     const Matrix correlations = correlationsOf(microphones);
     std::vector<MicrophoneCheck> checks;
     for (size_t m = 0; m < kCount; ++m) {
@@ -154,7 +156,11 @@ std::vector<MicrophoneCheck> checkMicrophones(const Recording& recording) {
             const std::string same = sameFinding(name, microphones, m, recording);
             if (!same.empty()) check.finding = same;
         }
+        if (all_same) check.finding.clear();
         checks.push_back(check);
+    }
+    if (all_same && levels[0] >= kSilentDbfs) {
+        checks[0].finding = "all microphones have the same signal: this is no recording of an array";
     }
     return checks;
 }

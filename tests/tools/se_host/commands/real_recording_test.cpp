@@ -184,6 +184,31 @@ TEST_F(RealRecording, WithOneMicrophoneTwiceIsNamed) {
     expectFinding(reportOf({}), "microphone 3 is the same signal as microphone 2");
 }
 
+TEST_F(RealRecording, WithOneSignalInAllMicrophonesIsNamedOnce) {
+    record({"--seconds", "3"});
+    const std::vector<int16_t> centre = channelOf(readSound(path("in.wav")), 1);
+    for (int channel = 2; channel < 8; ++channel) {
+        rewire(channel, [&](std::vector<int16_t>& samples) { samples = centre; });
+    }
+    expectFinding(reportOf({}), "all microphones have the same signal");
+}
+
+TEST_F(RealRecording, WithExchangedMicrophonesIsNamed) {
+    record({"--seconds", "4", "--azimuth", "20", "--reverberation", "0.3"});
+    expectFinding(reportOf({"--channel-map", "1,2,6,4,5,3,7"}),
+                  "the microphones 3 and 6 seem to have changed places");
+}
+
+TEST_F(RealRecording, WithAnExchangeThatTheSoundDoesNotShowHasNoFinding) {
+    record({"--seconds", "4", "--azimuth", "0"});  // 2 and 4 stand alike
+    EXPECT_EQ(reportOf({"--channel-map", "1,4,3,2,5,6,7"})["findings"], json::array());
+}
+
+TEST_F(RealRecording, OfTheDeviceModelHasNoFinding) {
+    record({"--seconds", "4", "--azimuth", "200", "--device-model", "--reverberation", "0.4"});
+    EXPECT_EQ(reportOf({"--device-model"})["findings"], json::array());
+}
+
 TEST_F(RealRecording, OfAnotherWiringHasTheChannelBesideTheMicrophone) {
     record({"--seconds", "3"});
     rewire(6, [](std::vector<int16_t>& samples) { samples.assign(samples.size(), 0); });

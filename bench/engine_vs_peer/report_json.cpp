@@ -1,0 +1,44 @@
+#include "bench/engine_vs_peer/report_table.h"
+
+namespace engine_vs_peer {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+Json estimateJson(const FigureRow& row, System system) {
+    const Estimate value = row.of(system);
+    return {{"mean", value.mean}, {"margin", value.margin}, {"of_seed", row.of_seed[system]}};
+}
+
+Json timesJson(const std::vector<double>& microseconds) {
+    const Times times = timesOf(microseconds);
+    return {{"median", times.median}, {"99_percent", times.late}, {"worst", times.worst}};
+}
+
+}  // namespace
+
+Json toJson(const Report& report, const RunText& run) {
+    Json figures = Json::array();
+    for (const FigureRow& row : report.rows) {
+        Json figure = {{"scene", row.scene},
+                       {"figure", row.figure.name},
+                       {"unit", row.figure.unit},
+                       {"engine", estimateJson(row, kEngine)},
+                       {"peer", estimateJson(row, kPeer)},
+                       {"ahead", aheadIn(row)},
+                       {"to_reach", targetText(row.figure.target)}};
+        if (hasTarget(row)) figure["reached"] = isReached(row);
+        figures.push_back(std::move(figure));
+    }
+    Json document;
+    for (const Cells& line : environmentOf(run)) document[line[0]] = line[1];
+    document["figures"] = std::move(figures);
+    if (!report.with_far_end_us[kEngine].empty()) {
+        document["microseconds_per_block_with_far_end"] = {
+            {"engine", timesJson(report.with_far_end_us[kEngine])},
+            {"peer", timesJson(report.with_far_end_us[kPeer])}};
+    }
+    return document;
+}
+
+}  // namespace engine_vs_peer
