@@ -12,18 +12,18 @@ namespace reference_engine {
 namespace {
 
 // The band whose sound counts, pink: of equal power in each octave.
-constexpr double kLowest = 150;  // Hz
-constexpr double kHighest = 3000;
-constexpr double kStep = 50;
+constexpr double kStep = 50;  // Hz
+constexpr int kFirstStep = 3;
+constexpr int kLastStep = 60;
 constexpr double kSensorNoise = 0.1;  // of that sound's power
 
 // Correlation of diffuse sound at two microphones that it takes `seconds` to pass.
 double diffuseCorrelation(double seconds) {
     double sum = 0, weights = 0;
-    for (double frequency = kLowest; frequency < kHighest; frequency += kStep) {
-        const double x = 2 * M_PI * frequency * seconds;
-        sum += (x < 1e-9 ? 1 : std::sin(x) / x) / frequency;
-        weights += 1 / frequency;
+    for (int step = kFirstStep; step < kLastStep; ++step) {
+        const double x = 2 * M_PI * kStep * step * seconds;
+        sum += (x < 1e-9 ? 1 : std::sin(x) / x) / step;
+        weights += 1.0 / step;
     }
     return sum / weights;
 }
@@ -60,7 +60,8 @@ void MicrophonePrediction::predictFrom(const MicrophoneFaults& faults, int micro
     for (int m = 0; m < kMicrophones; ++m) {
         for (int n = 0; n < kMicrophones; ++n) {
             const bool both_work = !faults.faulty(m) && !faults.faulty(n);
-            matrix_[static_cast<size_t>(m * kMicrophones + n)] = both_work ? correlation_[m][n] : m == n;
+            matrix_[size_t{kMicrophones} * static_cast<size_t>(m) + static_cast<size_t>(n)] =
+                both_work ? correlation_[m][n] : m == n;
         }
         values_[static_cast<size_t>(m)] = faults.faulty(m) ? 0 : correlation_[m][microphone];
     }

@@ -23,7 +23,7 @@ void NoiseReduction::weigh(Spectrum& spectrum) const {
     int16_t gains[2 * kSpectralBins] = {};
     int16_t weighted[2 * kSpectralBins];
     for (int k = 0; k < kSpectralBins; ++k) {
-        gains[2 * k] = static_cast<int16_t>(gain_.gain()[k] * 32767 + 0.5f);
+        gains[2 * k] = static_cast<int16_t>(gain_.gain()[k] * 32767);
     }
     VCMul_i16(spectrum.values, gains, weighted, kSpectralBins);
     std::copy(std::begin(weighted), std::end(weighted), spectrum.values);
