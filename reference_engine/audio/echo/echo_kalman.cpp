@@ -9,7 +9,7 @@ namespace reference_engine {
 namespace {
 
 constexpr float kFirstUncertainty = 0.3f;  // of the first partition: an echo path of -5 dB
-constexpr float kFall = 0.62f;             // from one partition to the next: a reverberation time of 0.6 s
+constexpr float kFall = 0.7f;              // from one partition to the next: a reverberation time of 0.8 s
 constexpr float kNoiseMemory = 0.6f;       // a block
 constexpr float kTiny = 1e-3f;             // against division by zero; samples are integers
 
