@@ -25,9 +25,6 @@ constexpr float kAboveEcho = 40.0f;
 constexpr float kAboveRemoved = 2.0f;
 constexpr float kAboveTail = 1.0f;
 
-// A block, of the removed echo's power: after a jump of the delay, the echo of the last moments comes back.
-constexpr float kRemovedDecay = 0.95f;
-
 constexpr float kLeastActivity = 0.05f;              // share of such bins from which a block counts
 constexpr float kAdaptation = 0.12f;                 // of the response, when every bin counts
 constexpr float kMeanStep = 0.01f;                   // of the mean power, a block
@@ -52,7 +49,6 @@ void DirectionSearch::init() {
     std::fill(std::begin(smoothed_), std::end(smoothed_), 0.0f);
     std::fill(std::begin(least_), std::end(least_), kHuge);
     std::fill(std::begin(least_before_), std::end(least_before_), kHuge);
-    std::fill(std::begin(removed_), std::end(removed_), 0.0f);
     floor_age_ = 0;
     mean_power_ = 0;
     restart();
@@ -86,9 +82,8 @@ float DirectionSearch::weighBins(const MicrophoneSpectra& spectra, const float* 
         least_[k] = std::min(least_[k], smoothed_[k]);
         const float floor = std::min(least_[k], least_before_[k]);
         const float removed = spectra.power(kFirstBin + k)[MicrophoneSpectra::kEchoLane];
-        removed_[k] = std::max(removed, flushed(kRemovedDecay * removed_[k]));
         const float threshold = std::max(
-            {kAboveFloor * floor, kAboveTail * before, kAboveEcho * echo[k], kAboveRemoved * removed_[k]});
+            {kAboveFloor * floor, kAboveTail * before, kAboveEcho * echo[k], kAboveRemoved * removed});
         weight_[k] = power > threshold ? 1 - threshold / power : 0.0f;
         sum += weight_[k];
     }

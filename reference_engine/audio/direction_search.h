@@ -41,7 +41,6 @@ class DirectionSearch {
     float loudness(const MicrophoneSpectra& spectra);
     void findPowers(const MicrophoneSpectra& spectra, float (&powers)[kLocations]) const;
 
-    float removed_[kBins] = {};       // power of the removed echo, which fades
     float smoothed_[kBins] = {};      // the power of the microphones, averaged over a few blocks
     float least_[kBins] = {};         // minimum of the smoothed power, in the present interval
     float least_before_[kBins] = {};  // the same in the interval before

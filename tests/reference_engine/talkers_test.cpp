@@ -171,3 +171,34 @@ TEST_P(Talkers, ThatWalkAreFollowed) {
     }
     EXPECT_GT(sum / 3, 1.5);
 }
+
+// The echo is louder than the talker. For a moment after the change, much of it is not removed.
+TEST_P(Talkers, AreHeldWhenThePathOfTheEchoChanges) {
+    se_scene::SceneOptions options;
+    options.seconds = 7;
+    options.seed = 32;
+    options.array_radius_m = arrayRadiusOf(GetParam());
+    options.reverberation_s = kReverberation;
+    options.talker_azimuth_deg = 104;
+    options.echo_level_dbfs = -20;
+    options.echo_delay_ms = 164;
+    options.echo_path_change_s = 5;
+    const se_scene::Scene scene = se_scene::makeScene(options);
+    const Samples far_end = se_scene::toInt16(scene.far_end);
+    std::vector<Samples> rows;
+    for (const auto& row : scene.mixture()) rows.push_back(se_scene::toInt16(row));
+
+    int elsewhere = 0;
+    for (size_t start = 0; start + kBlock <= scene.frames; start += kBlock) {
+        Samples played(kBlock);
+        std::vector<Samples> block;
+        for (const auto& row : rows) {
+            const auto begin = row.begin() + static_cast<ptrdiff_t>(start);
+            block.emplace_back(begin, begin + kBlock);
+        }
+        engine.RcvIfProcessReceivePath(far_end.data() + start, played.data());
+        engine.process(block);
+        if (start > frameAt(5) && std::abs(engine.location() - 3) > 1) ++elsewhere;
+    }
+    EXPECT_LT(elsewhere, 10);  // blocks of 200
+}
