@@ -1,5 +1,7 @@
 #include "reference_engine/control/array_file.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <cmath>
@@ -99,6 +101,9 @@ class Reader {
 }  // namespace
 
 std::string readArrayFile(const char* path, MicrophonePlaces* places) {
+    struct stat status = {};
+    if (::stat(path, &status) != 0) return std::strerror(errno);
+    if (!S_ISREG(status.st_mode)) return "it is no regular file";  // to open a pipe would wait for its writer
     std::ifstream file(path, std::ios::binary);
     if (!file) return std::strerror(errno);
     std::string content(kLargestFile + 1, '\0');

@@ -1,5 +1,7 @@
 // The array of a file: a talker is found with it, and a file that cannot be used is refused.
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <cmath>
 #include <cstdio>
@@ -152,10 +154,23 @@ TEST_P(ArrayFile, ThatIsNotThereIsRefused) {
               "SE_ARRAY_FILE '/nowhere/array': No such file or directory; the built-in array is used\n");
 }
 
-TEST_P(ArrayFile, WithoutAnEndIsRefused) {
-    ::setenv("SE_ARRAY_FILE", "/dev/zero", 1);
+TEST_P(ArrayFile, ThatIsADeviceOrAPipeIsRefused) {
+    const std::string pipe = testing::TempDir() + "array_pipe_" + std::to_string(::getpid());
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    for (const std::string& path : {std::string("/dev/zero"), pipe}) {
+        ::setenv("SE_ARRAY_FILE", path.c_str(), 1);
+        testing::internal::CaptureStderr();
+        engine.MMIfInit(0);
+        EXPECT_EQ(testing::internal::GetCapturedStderr(),
+                  "SE_ARRAY_FILE '" + path + "': it is no regular file; the built-in array is used\n");
+    }
+    ::unlink(pipe.c_str());
+}
+
+TEST_P(ArrayFile, ThatIsTooLargeIsRefused) {
     testing::internal::CaptureStderr();
-    engine.MMIfInit(0);
+    startWith(std::string(65537, '#'));
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "SE_ARRAY_FILE '/dev/zero': it is larger than 64 KiB; the built-in array is used\n");
+              std::string("SE_ARRAY_FILE '") + std::getenv("SE_ARRAY_FILE") +
+                  "': it is larger than 64 KiB; the built-in array is used\n");
 }
