@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "reference_engine/routines/elementary.h"
+
 namespace reference_engine {
 namespace {
 
@@ -27,7 +29,7 @@ double loadOf(const BeamDesign& design) {
 }  // namespace
 
 void quantise(const BeamDesign& design, BeamWeights* weights) {
-    weights->shift = static_cast<int>(std::floor(-std::log2(loadOf(design))));
+    weights->shift = static_cast<int>(std::floor(-logarithm2(loadOf(design))));
     const double scale = std::ldexp(32768.0, weights->shift);
     for (int m = 0; m < kMicrophones; ++m) {
         for (int location = 0; location < kLocations; ++location) {

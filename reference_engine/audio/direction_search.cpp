@@ -9,6 +9,7 @@
 
 #include "reference_engine/audio/geometry.h"
 #include "reference_engine/lanes/lane_kernels.h"
+#include "reference_engine/routines/elementary.h"
 #include "reference_engine/routines/flushed.h"
 
 namespace reference_engine {
@@ -41,8 +42,8 @@ void DirectionSearch::init() {
             for (int k = 0; k < kBins; ++k) {
                 const double angle =
                     -2 * M_PI * (kFirstBin + k) * kSampleRate / MicrophoneSpectra::kFrame * lead;
-                steering_[k][m].re[d] = static_cast<float>(std::cos(angle));
-                steering_[k][m].im[d] = static_cast<float>(std::sin(angle));
+                steering_[k][m].re[d] = static_cast<float>(cosine(angle));
+                steering_[k][m].im[d] = static_cast<float>(sine(angle));
             }
         }
     }

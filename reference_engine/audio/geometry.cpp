@@ -4,6 +4,7 @@
 #include <cstddef>
 
 #include "reference_engine/build.h"
+#include "reference_engine/routines/elementary.h"
 
 namespace reference_engine {
 namespace {
@@ -53,12 +54,13 @@ double azimuthOf(int location) {
 
 double leadOf(int microphone, double azimuth) {
     const MicrophonePlace& place = placeOf(microphone);
-    return place.distance * std::cos(azimuth - place.azimuth) / kSpeedOfSound;
+    return place.distance * cosine(azimuth - place.azimuth) / kSpeedOfSound;
 }
 
 double delayBetween(int microphone, int other) {
-    return std::hypot(leadOf(microphone, 0) - leadOf(other, 0),
-                      leadOf(microphone, M_PI / 2) - leadOf(other, M_PI / 2));
+    const double x = leadOf(microphone, 0) - leadOf(other, 0);
+    const double y = leadOf(microphone, M_PI / 2) - leadOf(other, M_PI / 2);
+    return std::sqrt(x * x + y * y);
 }
 
 }  // namespace reference_engine

@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "reference_engine/engine_interface.h"
+#include "reference_engine/routines/elementary.h"
 
 namespace reference_engine {
 
@@ -14,7 +15,7 @@ void HighPass::init() {
     int sum = 0;
     coeffs_[0] = 0;  // the filter has one tap less
     for (int k = 0; k < kSpan; ++k) {
-        const double hann = (1 - std::cos(2 * M_PI * (k + 1) / (kSpan + 1))) / (kSpan + 1);
+        const double hann = (1 - cosine(2 * M_PI * (k + 1) / (kSpan + 1))) / (kSpan + 1);
         coeffs_[k + 1] = static_cast<int16_t>(std::lround(-32768 * hann));
         sum += coeffs_[k + 1];
     }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "reference_engine/routines/elementary.h"
+
 namespace reference_engine {
 namespace {
 
@@ -37,7 +39,7 @@ uint64_t energyOf(const int16_t* samples) {
 
 float dbfsOf(uint64_t energy) {
     return static_cast<float>(
-        10 * std::log10(std::max(static_cast<double>(energy), kLeastEnergy) / kFullScaleEnergy));
+        decibels(std::max(static_cast<double>(energy), kLeastEnergy) / kFullScaleEnergy));
 }
 
 int32_t peakOf(const int16_t* samples) {

@@ -6,6 +6,7 @@
 
 #include "reference_engine/audio/geometry.h"
 #include "reference_engine/audio/linear_solve.h"
+#include "reference_engine/routines/elementary.h"
 #include "reference_engine/routines/fixed_point.h"
 
 namespace reference_engine {
@@ -22,7 +23,7 @@ double diffuseCorrelation(double seconds) {
     double sum = 0, weights = 0;
     for (int step = kFirstStep; step < kLastStep; ++step) {
         const double x = 2 * M_PI * kStep * step * seconds;
-        sum += (x < 1e-9 ? 1 : std::sin(x) / x) / step;
+        sum += (x < 1e-9 ? 1 : sine(x) / x) / step;
         weights += 1.0 / step;
     }
     return sum / weights;

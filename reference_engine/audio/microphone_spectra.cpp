@@ -4,12 +4,14 @@
 #include <cmath>
 #include <iterator>
 
+#include "reference_engine/routines/elementary.h"
+
 namespace reference_engine {
 
 void MicrophoneSpectra::init() {
     fft_.init(kFrame);
     for (int i = 0; i < kFrame; ++i) {
-        window_[i] = static_cast<float>(0.5 - 0.5 * std::cos(2 * M_PI * (i + 0.5) / kFrame));
+        window_[i] = static_cast<float>(0.5 - 0.5 * cosine(2 * M_PI * (i + 0.5) / kFrame));
     }
     std::fill(std::begin(samples_), std::end(samples_), Lanes{});
 }

@@ -7,6 +7,8 @@
 #include <cmath>
 #include <iterator>
 
+#include "reference_engine/routines/elementary.h"
+
 namespace reference_engine {
 namespace {
 
@@ -19,7 +21,7 @@ void NoiseTest::init(NoiseTestRecord* results) {
     fft_.init(kFrame);
     double sum_of_squares = 0;
     for (int i = 0; i < kFrame; ++i) {
-        window_[i] = static_cast<float>(0.5 - 0.5 * std::cos(2 * M_PI * (i + 0.5) / kFrame));
+        window_[i] = static_cast<float>(0.5 - 0.5 * cosine(2 * M_PI * (i + 0.5) / kFrame));
         sum_of_squares += double{window_[i]} * double{window_[i]};
     }
     // One-sided spectrum with full scale 1: the squared bins of white noise add up to its mean square.
@@ -64,7 +66,7 @@ void NoiseTest::finish(NoiseTestRecord* results) {
     for (int band = 0; band < kBands; ++band) {
         for (int m = 0; m < kCircle; ++m) {
             const double power = std::max(power_[band][m] / frames, kLeastPower);
-            results->level_dbfs[band][m] = static_cast<float>(10 * std::log10(power));
+            results->level_dbfs[band][m] = static_cast<float>(decibels(power));
         }
     }
     state_ = kDone;

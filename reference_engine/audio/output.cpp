@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "reference_engine/routines/elementary.h"
+
 namespace reference_engine {
 namespace {
 
@@ -16,7 +18,7 @@ int64_t faded(int64_t from, int64_t to, int i) {
 
 // The rejection follows its target slowly; its product with the output gain is reached within the block.
 int32_t Output::nextGain(bool rejected, const Settings& settings) {
-    const float target = rejected ? std::pow(10.0f, -settings.rear_rejection_db / 20) : 1.0f;
+    const float target = rejected ? static_cast<float>(amplitudeOf(-settings.rear_rejection_db)) : 1.0f;
     rejection_ += kRejectionStep * (target - rejection_);
     if (std::abs(target - rejection_) < 1e-3f) rejection_ = target;
     return static_cast<int32_t>(static_cast<float>(settings.output_gain_q10 * 32) * rejection_);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "reference_engine/routines/elementary.h"
 #include "reference_engine/routines/fixed_point.h"
 #include "reference_engine/routines/flushed.h"
 
@@ -20,7 +21,7 @@ constexpr float kUndoHeadroom = 2;
 // Square root of a Hann window: applied twice, the overlapping frames add up to a constant.
 void designWindow(float gain, float (&window)[kSpectralFrame]) {
     for (int i = 0; i < kSpectralFrame; ++i) {
-        window[i] = gain * static_cast<float>(std::sin(M_PI * (i + 0.5) / kSpectralFrame));
+        window[i] = gain * static_cast<float>(sine(M_PI * (i + 0.5) / kSpectralFrame));
     }
 }
 

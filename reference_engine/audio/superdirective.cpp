@@ -15,6 +15,7 @@
 
 #include "reference_engine/audio/geometry.h"
 #include "reference_engine/audio/linear_solve.h"
+#include "reference_engine/routines/elementary.h"
 
 namespace reference_engine {
 namespace {
@@ -53,14 +54,16 @@ double angle(int index) {
 }
 
 double sinc(double x) {
-    return std::abs(x) < 1e-9 ? 1.0 : std::sin(x) / x;
+    return std::abs(x) < 1e-9 ? 1.0 : sine(x) / x;
 }
 
 // Power of pink noise in one step after the high-pass; before it, all steps from kLowestPink up sum to 1.
 double diffusePower(int index) {
     const double f = frequency(index);
-    const double x = std::pow(f / kHighPassCorner, 2);
-    return kStep / f / std::log(0.5 * kSampleRate / kLowestPink) * std::pow(x / (1 + x), 2);
+    const double ratio = f / kHighPassCorner;
+    const double passed = ratio * ratio / (1 + ratio * ratio);
+    const double octaves = logarithm2(0.5 * kSampleRate / kLowestPink);
+    return kStep / f / (M_LN2 * octaves) * passed * passed;
 }
 
 // Correlation of the noise at two microphones, at lags of whole samples.
@@ -69,7 +72,7 @@ void noiseCorrelation(int m, int n, double (&correlation)[kBeamTaps]) {
     for (int index = 0; index < kFrequencies; ++index) {
         double power = diffusePower(index) * sinc(2 * M_PI * frequency(index) * seconds);
         if (m == n) power += kSensorNoise / kFrequencies;
-        for (int lag = 0; lag < kBeamTaps; ++lag) correlation[lag] += power * std::cos(angle(index) * lag);
+        for (int lag = 0; lag < kBeamTaps; ++lag) correlation[lag] += power * cosine(angle(index) * lag);
     }
 }
 
@@ -96,8 +99,8 @@ void addDistortion(double azimuth, System& system) {
             for (int k = 0; k < kBeamTaps; ++k) {
                 const double late =
                     kBeamTaps - 1 - k - leadOf(m, azimuth) * kSampleRate - kBeamDelay;  // samples
-                re[m * kBeamTaps + k] = std::cos(angle(index) * late);
-                im[m * kBeamTaps + k] = std::sin(angle(index) * late);
+                re[m * kBeamTaps + k] = cosine(angle(index) * late);
+                im[m * kBeamTaps + k] = sine(angle(index) * late);
             }
         }
         for (int row = 0; row < kUnknowns; ++row) {

@@ -14,6 +14,8 @@
 #include <optional>
 #include <sstream>
 
+#include "reference_engine/routines/elementary.h"
+
 namespace reference_engine {
 namespace {
 
@@ -90,8 +92,9 @@ class Reader {
     double apart(size_t m, size_t n) const {
         const MicrophonePlace& a = places_[m];
         const MicrophonePlace& b = places_[n];
-        return std::hypot(a.distance * std::cos(a.azimuth) - b.distance * std::cos(b.azimuth),
-                          a.distance * std::sin(a.azimuth) - b.distance * std::sin(b.azimuth));
+        const double x = a.distance * cosine(a.azimuth) - b.distance * cosine(b.azimuth);
+        const double y = a.distance * sine(a.azimuth) - b.distance * sine(b.azimuth);
+        return std::sqrt(x * x + y * y);
     }
 
     MicrophonePlaces places_ = {};

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "reference_engine/routines/elementary.h"
 #include "reference_engine/routines/flushed.h"
 
 namespace reference_engine {
@@ -21,8 +22,8 @@ void LaneFft::init(int size) {
     tables_.size = size;
     for (int k = 0; k < 3 * size / 4; ++k) {
         const double angle = -2 * M_PI * k / size;
-        tables_.cosine[k] = flushed(static_cast<float>(std::cos(angle)));
-        tables_.sine[k] = flushed(static_cast<float>(std::sin(angle)));
+        tables_.cosine[k] = flushed(static_cast<float>(cosine(angle)));
+        tables_.sine[k] = flushed(static_cast<float>(sine(angle)));
     }
     for (int i = 0; i < size / 2; ++i) tables_.reversed[i] = static_cast<uint16_t>(reversed(i, size / 2));
 }

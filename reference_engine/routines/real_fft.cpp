@@ -6,6 +6,7 @@
 #include <cmath>
 #include <utility>
 
+#include "reference_engine/routines/elementary.h"
 #include "reference_engine/routines/flushed.h"
 
 namespace reference_engine {
@@ -30,8 +31,7 @@ void RealFft::init(int size) {
     twiddles_.resize(half + 1);
     for (size_t k = 0; k <= half; ++k) {
         const double angle = -2 * M_PI * static_cast<double>(k) / size;
-        twiddles_[k] = {flushed(static_cast<float>(std::cos(angle))),
-                        flushed(static_cast<float>(std::sin(angle)))};
+        twiddles_[k] = {flushed(static_cast<float>(cosine(angle))), flushed(static_cast<float>(sine(angle)))};
     }
     reversed_.assign(half, 0);
     for (size_t i = 1; i < half; ++i) {

@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "reference_engine/audio/meters.h"
+#include "reference_engine/routines/elementary.h"
 #include "reference_engine/routines/flushed.h"
 
 namespace reference_engine {
@@ -164,7 +165,7 @@ void EchoCanceller::measure(const MicrophoneBlock& in, const MicrophoneBlock& ou
 }
 
 float EchoCanceller::enhancementDb() const {
-    return 10 * std::log10((heard_ + 1) / (left_ + 1));
+    return static_cast<float>(decibels((heard_ + 1) / (left_ + 1)));
 }
 
 void EchoCanceller::learn() {

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <iterator>
 
+#include "reference_engine/routines/elementary.h"
+
 namespace reference_engine {
 namespace {
 
@@ -20,7 +22,7 @@ constexpr float kTiny = 1e-3f;     // against division by zero; samples are inte
 void EchoDelay::init() {
     fft_.init(kPeakFrame);
     for (int i = 0; i < kEchoFrame; ++i) {
-        window_[i] = static_cast<float>(0.5 - 0.5 * std::cos(2 * M_PI * (i + 0.5) / kEchoFrame));
+        window_[i] = static_cast<float>(0.5 - 0.5 * cosine(2 * M_PI * (i + 0.5) / kEchoFrame));
     }
     std::fill(std::begin(far_end_), std::end(far_end_), Phases{});
     std::fill(std::begin(cross_), std::end(cross_), Phases{});

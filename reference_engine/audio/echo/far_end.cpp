@@ -4,6 +4,7 @@
 #include <cmath>
 #include <iterator>
 
+#include "reference_engine/routines/elementary.h"
 #include "reference_engine/routines/fixed_point.h"
 
 namespace reference_engine {
@@ -47,8 +48,8 @@ void FarEnd::designInterpolation() {
     for (int phase = 0; phase <= kPhases; ++phase) {
         for (int k = 0; k < 2 * kReach; ++k) {
             const double distance = k + 1 - kReach - static_cast<double>(phase) / kPhases;
-            const double window = std::cos(M_PI_2 * distance / (kReach + 1));
-            const double sinc = distance == 0 ? 1 : std::sin(M_PI * distance) / (M_PI * distance);
+            const double window = cosine(M_PI_2 * distance / (kReach + 1));
+            const double sinc = distance == 0 ? 1 : sine(M_PI * distance) / (M_PI * distance);
             taps_[phase][k] = static_cast<float>(sinc * window * window);
         }
     }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "reference_engine/routines/elementary.h"
 #include "reference_engine/routines/flushed.h"
 
 namespace reference_engine {
@@ -39,8 +40,8 @@ void ResidualEcho::init() {
     // The DFT divides by its size, and also halves the first and the last bin.
     constexpr double kDftPower = 1.0 / kSpectralSize / kSpectralSize;
     for (int k = 0; k < kBins; ++k) {
-        const double cosine = std::cos(2 * M_PI * k / kSpectralSize);
-        const double emphasis = 1 + double{kEmphasis} * kEmphasis - 2 * kEmphasis * cosine;
+        const double real = cosine(2 * M_PI * k / kSpectralSize);
+        const double emphasis = 1 + double{kEmphasis} * kEmphasis - 2 * kEmphasis * real;
         to_frame_[k] = static_cast<float>(kDftPower * emphasis * kFrameEnergy / kSpectraEnergy);
     }
     to_frame_[0] /= 4;
