@@ -1,5 +1,5 @@
 // soak: hours of sound through an engine behind the wrapper. Exit code 0: the memory stayed flat and every run had
-// the same checksum; 1: not so; 2: wrong usage.
+// the same checksum, that of --checksum if given; 1: not so; 2: wrong usage.
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -25,6 +25,7 @@ struct Options {
     std::string engine = "se_lib_beamv1.14";
     double hours = 1;
     int runs = 1;
+    std::string checksum;  // empty: any
     bool json = false;
 };
 
@@ -34,6 +35,10 @@ double microseconds(const SoakResult& result, uint64_t ticks) {
 
 bool isFlat(const SoakResult& result) {
     return result.last_kib <= result.first_kib + kMostGrowthKib;
+}
+
+std::string checksumOf(const SoakResult& result) {
+    return stringPrintf("%016llx", static_cast<unsigned long long>(result.checksum));
 }
 
 std::string textOf(const SoakResult& result) {
@@ -50,10 +55,9 @@ std::string textOf(const SoakResult& result) {
                         static_cast<unsigned long long>(result.first_kib),
                         static_cast<unsigned long long>(result.last_kib),
                         static_cast<unsigned long long>(result.most_kib)) +
-           stringPrintf("  checksum  %016llx\n", static_cast<unsigned long long>(result.checksum)) +
-           "  block     cycles of the time-stamp counter\n" + duration("median", result.median) +
-           duration("99.9 %", result.share_999) + duration("99.99 %", result.share_9999) +
-           duration("longest", result.longest) +
+           "  checksum  " + checksumOf(result) + "\n" + "  block     cycles of the time-stamp counter\n" +
+           duration("median", result.median) + duration("99.9 %", result.share_999) +
+           duration("99.99 %", result.share_9999) + duration("longest", result.longest) +
            stringPrintf("    interrupted by the system: %llu blocks, the longest %.1f us\n",
                         static_cast<unsigned long long>(result.interrupted),
                         microseconds(result, result.longest_interrupted));
@@ -67,7 +71,7 @@ nlohmann::ordered_json jsonOf(const SoakResult& result) {
         {"blocks", result.blocks},
         {"rounds", result.rounds},
         {"seconds", result.seconds},
-        {"checksum", stringPrintf("%016llx", static_cast<unsigned long long>(result.checksum))},
+        {"checksum", checksumOf(result)},
         {"resident_kib", {{"start", result.first_kib}, {"end", result.last_kib}, {"most", result.most_kib}}},
         {"block",
          {{"median", duration(result.median)},
@@ -113,6 +117,11 @@ int run(const Options& options) {
     }
     if (options.json) std::cout << json.dump(2) << '\n';
     if (!good) std::cerr << "soak: the memory grew, or the checksums differ\n";
+    if (!options.checksum.empty() && checksumOf(results[0]) != options.checksum) {
+        std::cerr << "soak: the checksum is " << checksumOf(results[0]) << ", not " << options.checksum
+                  << "; where the engine's sound was changed on purpose, put the new one in its place\n";
+        good = false;
+    }
     return good ? 0 : 1;
 }
 
@@ -130,6 +139,7 @@ int main(int argc, char** argv) {
     app.add_option("--runs", options.runs, "One after the other; their checksums have to agree")
         ->capture_default_str()
         ->check(CLI::Range(1, 1000));
+    app.add_option("--checksum", options.checksum, "Of the sound, which has to come out");
     app.add_flag("--json", options.json, "The results as JSON");
     CLI11_PARSE(app, argc, argv);
     return run(options);
