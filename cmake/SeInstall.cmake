@@ -1,5 +1,5 @@
-# The contents of an installation: headers, both libraries, the engine builds beside the programs, a CMake
-# package and a pkg-config file. Everything is found relative to itself, so the tree may be moved.
+# The contents of an installation: headers, libraries, the engine builds beside the programs, a CMake package and
+# pkg-config files. Everything is found relative to itself, so the tree may be moved.
 #
 # Other libraries are called libcommon, too. Ours is in a separate folder, and the files that need it name the folder
 # in their runpath.
@@ -16,6 +16,12 @@ install(TARGETS se_common EXPORT se_wrapper_targets
 install(TARGETS se_wrapper EXPORT se_wrapper_targets
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
   FILE_SET HEADERS DESTINATION ${se_include_dir})
+
+if(TARGET se_host_library)
+  install(TARGETS se_host_library EXPORT se_wrapper_targets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    FILE_SET HEADERS DESTINATION ${se_include_dir})
+endif()
 
 install(TARGETS ${SE_ENGINE_TARGETS} EXPORT se_wrapper_targets
   LIBRARY DESTINATION ${CMAKE_INSTALL_BINDIR}/selibs)
@@ -45,3 +51,7 @@ file(RELATIVE_PATH se_prefix_from_pkgconfig
   /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
 configure_file(cmake/se_wrapper.pc.in ${PROJECT_BINARY_DIR}/se_wrapper.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/se_wrapper.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+if(TARGET se_host_library)
+  configure_file(cmake/se_host.pc.in ${PROJECT_BINARY_DIR}/se_host.pc @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/se_host.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endif()

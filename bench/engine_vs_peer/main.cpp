@@ -10,8 +10,8 @@
 #include "bench/engine_vs_peer/report.h"
 #include "kernel_check/program/engine.h"
 #include "kernel_check/program/program.h"
-#include "tools/output/output_file.h"
-#include "tools/output/temporaries.h"
+#include "host/output/output_file.h"
+#include "host/output/temporaries.h"
 #include "webrtc_common/se_wrapper/engine/start_up.h"
 
 namespace engine_vs_peer {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "bench/engine_vs_peer/report.h"
-#include "tools/output/gnuplot.h"
+#include "tools/gnuplot/gnuplot.h"
 
 namespace engine_vs_peer {
 

@@ -12,9 +12,9 @@
 #include "bench/routines_vs_libraries/report.h"
 #include "bench/routines_vs_libraries/session.h"
 #include "kernel_check/program/program.h"
-#include "tools/output/errors.h"
-#include "tools/output/output_file.h"
-#include "tools/output/temporaries.h"
+#include "host/output/errors.h"
+#include "host/output/output_file.h"
+#include "host/output/temporaries.h"
 #include "webrtc_common/se_wrapper/dsp/select_kernels.h"
 
 namespace routines_vs_libraries {

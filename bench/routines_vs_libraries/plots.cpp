@@ -5,7 +5,7 @@
 #include <filesystem>
 
 #include "common/string_printf.h"
-#include "tools/output/errors.h"
+#include "host/output/errors.h"
 
 namespace routines_vs_libraries {
 namespace {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "bench/routines_vs_libraries/contest.h"
-#include "tools/output/gnuplot.h"
+#include "tools/gnuplot/gnuplot.h"
 
 namespace routines_vs_libraries {
 

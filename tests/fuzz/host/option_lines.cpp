@@ -10,9 +10,9 @@
 #include "common/properties.h"
 #include "tests/fuzz/support/entry.h"
 #include "tests/fuzz/support/require.h"
-#include "tools/output/errors.h"
+#include "host/output/errors.h"
 #include "tools/se_host/commands/commands.h"
-#include "tools/se_host/engine/properties_by_text.h"
+#include "host/engine/properties_by_text.h"
 
 namespace quill::fuzz {
 namespace {

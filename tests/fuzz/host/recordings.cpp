@@ -8,7 +8,7 @@
 #include "tests/fuzz/support/input.h"
 #include "tests/fuzz/support/require.h"
 #include "tests/fuzz/support/scratch_file.h"
-#include "tools/output/errors.h"
+#include "host/output/errors.h"
 #include "tools/se_host/engine/processing.h"
 #include "tools/se_host/sound/recording.h"
 #include "tools/se_host/sound/resample.h"

@@ -8,9 +8,9 @@
 #include "tests/fuzz/support/entry.h"
 #include "tests/fuzz/support/require.h"
 #include "tests/fuzz/support/scratch_file.h"
-#include "tools/output/errors.h"
-#include "tools/se_host/diags/diag_tree.h"
-#include "tools/se_host/diags/tuning.h"
+#include "host/output/errors.h"
+#include "host/diags/diag_tree.h"
+#include "host/diags/tuning.h"
 
 namespace quill::fuzz {
 namespace {

@@ -1,19 +1,15 @@
 #include "tests/reliability/audio_path/audio_thread.h"
 
 #include <immintrin.h>
-#include <linux/audit.h>
-#include <linux/filter.h>
-#include <linux/seccomp.h>
 #include <pthread.h>
-#include <sys/prctl.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
 #include <chrono>
-#include <cstddef>
 #include <cstdlib>
-#include <iterator>
 #include <thread>
+
+#include "tests/reliability/audio_path/seal.h"
 
 namespace reliability {
 namespace {
@@ -26,22 +22,6 @@ constexpr uint16_t kTaps = 56;
 constexpr uint16_t kPhases = 4;
 constexpr uint16_t kForward = 3, kInverse = 4, kUnity = 1024;
 
-// Stricter than the strict mode of the kernel, which allows read and write: nothing but the thread's exit. It holds
-// for this thread alone.
-bool seal() {
-    sock_filter rules[] = {
-        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, arch)),
-        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, AUDIT_ARCH_X86_64, 0, 3),
-        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
-        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_exit, 0, 1),
-        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
-        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_KILL_PROCESS),
-    };
-    const sock_fprog program{std::size(rules), rules};
-    return ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
-           ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) == 0;
-}
-
 }  // namespace
 
 AudioThread::AudioThread(uint64_t blocks, Violation violation)
@@ -51,10 +31,7 @@ AudioThread::AudioThread(uint64_t blocks, Violation violation)
 }
 
 void AudioThread::run() {
-    // The allocator's first work for a thread needs system calls; a later allocation is counted.
-    void* volatile first = std::malloc(1);
-    std::free(first);
-    could_seal_ = seal();
+    could_seal_ = sealThisThread();
     if (could_seal_) {
         const Calls before = callsOfThisThread();
         for (uint64_t block = 0; block < blocks_; ++block) {
@@ -69,7 +46,7 @@ void AudioThread::run() {
                   after.locks - before.locks};
     }
     ended_ = true;
-    for (;;) ::syscall(SYS_exit, 0);
+    endThisThread();
 }
 
 bool AudioThread::waitForRound(uint64_t round) const {

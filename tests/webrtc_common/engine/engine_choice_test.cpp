@@ -115,4 +115,38 @@ TEST_F(EngineChoice, StaysWhatItWasOnASecondStart) {
     EXPECT_EQ(kBeamForming, p_signal_essence_library.get());
 }
 
+TEST_F(EngineChoice, IsToldBeforeItIsLoaded) {
+    EXPECT_EQ(kBeamForming, chosenEngineBuild());
+    p_config_is_harbor.node()->set<bool>(true);
+    EXPECT_EQ(kHarbor, chosenEngineBuild());
+    p_signal_essence_library.node()->set<std::string>(kOther);
+    EXPECT_EQ(kOther, chosenEngineBuild());
+    EXPECT_EQ(nullptr, MMIfInit);
+}
+
+TEST_F(EngineChoice, AFolderCanBeGivenAndTakenBack) {
+    const std::string own = engineFolder();
+    EXPECT_EQ(quill::test::enginePath(kOther), own + "/" + kOther);
+    setEngineFolder("/elsewhere");
+    EXPECT_EQ("/elsewhere", engineFolder());
+    setEngineFolder("");
+    EXPECT_EQ(own, engineFolder());
+    initSignalEssenceOptimForTests();
+    expectLoaded(kBeamForming);
+}
+
+TEST_F(EngineChoice, IsLoadedFromAGivenFolder) {
+    setEngineFolder(engineFolder() + "/../selibs");
+    p_signal_essence_library.node()->set<std::string>(kOther);
+    initSignalEssenceOptimForTests();
+    expectLoaded(kOther);
+}
+
+TEST_F(EngineChoice, AFolderWithoutItIsNamedInTheFatalRecord) {
+    setEngineFolder("/elsewhere");
+    EXPECT_FATAL_RECORD(initSignalEssenceOptimForTests(), "check",
+                        (quill::RecordSite{"webrtc_common/se_wrapper", 220}),
+                        "Check failed se_lib Could not open shared library at /elsewhere/se_lib_beamv1.14");
+}
+
 }  // namespace

@@ -62,4 +62,28 @@ TEST(SecondStartUp, KeepsTheWrappersRoutinesAsideInsteadOfTheEngines) {
     EXPECT_EQ(&vcmul_i16, vcmul_i16_SE);
 }
 
+TEST(StartUpWithoutEnd, StartsAsTheOther) {
+    const ScopedLogCapture no_load_notice(2);
+    const StartableEngine started("test_engines/full", "sercv_gain_q10", "senr_echo_safety_factor");
+    EXPECT_EQ("", tryInitSignalEssence());
+    EXPECT_EQ(started.gain, g_diag_gain);
+    EXPECT_EQ(started.echo_safety_factor, g_diag_echo_safety_factor);
+    EXPECT_EQ(1, started.engine.count("MMIfSetReceivePathGainQ10"));
+    EXPECT_EQ(&computeRFir, *ComputeRFir_FcnHook);
+}
+
+TEST(StartUpWithoutEnd, SaysWhatTheEngineDoesNotKnow) {
+    const StartableEngine without_gain("test_engines/full", "gain");
+    EXPECT_EQ("it knows no diagnostic RcvGainQ10 or sercv_gain_q10", tryInitSignalEssence());
+    EXPECT_EQ(0, without_gain.engine.count("MMIfSetReceivePathGainQ10"));
+    EXPECT_EQ(0, g_diag_gain);
+}
+
+TEST(StartUpWithoutEnd, NeedsBothDiagnostics) {
+    const StartableEngine without_factor("test_engines/full", "RcvGainQ10", "factor");
+    EXPECT_EQ("it knows no diagnostic senr_echo_safety_factor_q10 or senr_echo_safety_factor",
+              tryInitSignalEssence());
+    EXPECT_EQ(0, g_diag_gain);
+}
+
 }  // namespace

@@ -6,7 +6,7 @@
 #include <cstdlib>
 
 #include "common/string_printf.h"
-#include "tools/se_host/sound/echo_lag.h"
+#include "host/health/echo_lag.h"
 #include "tools/se_host/sound/exchanged_microphones.h"
 #include "tools/se_host/sound/resample.h"
 #include "webrtc_common/se_wrapper.h"

@@ -2,12 +2,12 @@
 #include <filesystem>
 #include <memory>
 
-#include "tools/output/errors.h"
+#include "host/engine/engine_stage.h"
+#include "host/output/errors.h"
 #include "tools/se_host/commands/commands.h"
 #include "tools/se_host/commands/engine_options.h"
 #include "tools/se_host/commands/print_json.h"
-#include "tools/se_host/engine/engine_check.h"
-#include "tools/se_host/engine/engine_stage.h"
+#include "tools/se_host/engine/engine_check_output.h"
 
 namespace se_host {
 namespace {

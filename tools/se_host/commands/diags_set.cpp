@@ -3,8 +3,8 @@
 #include <optional>
 #include <utility>
 
-#include "tools/output/errors.h"
-#include "tools/output/one_line.h"
+#include "host/output/errors.h"
+#include "host/output/one_line.h"
 #include "tools/se_host/commands/commands.h"
 #include "tools/se_host/commands/print_json.h"
 #include "tools/se_host/commands/tuned_engine.h"

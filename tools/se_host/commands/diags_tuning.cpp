@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "common/string_printf.h"
-#include "tools/output/errors.h"
+#include "host/output/errors.h"
 #include "tools/se_host/commands/commands.h"
 #include "tools/se_host/commands/output_paths.h"
 #include "tools/se_host/commands/print_json.h"
@@ -36,7 +36,7 @@ void dump(const DumpOptions& options) {
 }
 
 struct RestoreOptions {
-    EngineOptions engine;
+    EngineChoice engine;
     OnDifference on_difference = OnDifference::kStatus;
     std::string path;
 };

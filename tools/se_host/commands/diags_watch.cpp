@@ -3,8 +3,8 @@
 #include <memory>
 
 #include "common/string_printf.h"
-#include "tools/output/errors.h"
-#include "tools/output/one_line.h"
+#include "host/output/errors.h"
+#include "host/output/one_line.h"
 #include "tools/se_host/commands/commands.h"
 #include "tools/se_host/commands/recording_options.h"
 #include "tools/se_host/commands/tuned_engine.h"

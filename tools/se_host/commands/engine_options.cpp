@@ -2,7 +2,7 @@
 
 namespace se_host {
 
-void addEngineChoice(CLI::App& command, EngineOptions& options) {
+void addEngineChoice(CLI::App& command, EngineChoice& options) {
     command
         .add_option("--engine", options.build, "Engine build, a file in selibs/ (default: by device model)")
         ->type_name("NAME");

@@ -3,12 +3,12 @@
 
 #include <CLI/CLI.hpp>
 
-#include "tools/se_host/engine/engine.h"
+#include "tools/se_host/engine/engine_choice.h"
 
 namespace se_host {
 
 // --engine, --device-model, and those of addSupervision.
-void addEngineChoice(CLI::App& command, EngineOptions& options);
+void addEngineChoice(CLI::App& command, EngineChoice& options);
 
 // --array.
 void addArray(CLI::App& command, std::string& array);

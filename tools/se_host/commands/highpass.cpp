@@ -4,8 +4,8 @@
 #include <optional>
 
 #include "common/string_printf.h"
-#include "tools/output/errors.h"
-#include "tools/output/gnuplot.h"
+#include "host/output/errors.h"
+#include "tools/gnuplot/gnuplot.h"
 #include "tools/se_host/commands/commands.h"
 #include "tools/se_host/commands/output_paths.h"
 #include "tools/se_host/commands/print_json.h"

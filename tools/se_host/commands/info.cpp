@@ -10,7 +10,7 @@ namespace se_host {
 namespace {
 
 struct InfoOptions {
-    EngineOptions engine;
+    EngineChoice engine;
     bool json = false;
 };
 

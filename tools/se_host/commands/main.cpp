@@ -7,15 +7,15 @@
 #include <string>
 #include <vector>
 
-#include "tools/output/descriptor.h"
-#include "tools/output/errors.h"
-#include "tools/output/one_line.h"
-#include "tools/output/temporaries.h"
+#include "host/output/descriptor.h"
+#include "host/output/errors.h"
+#include "host/output/one_line.h"
+#include "host/output/temporaries.h"
 #include "tools/se_host/commands/commands.h"
 #include "tools/se_host/commands/fatal_record.h"
 #include "tools/se_host/commands/help_format.h"
 #include "tools/se_host/commands/setting_check.h"
-#include "tools/se_host/engine/engine_stage.h"
+#include "host/engine/engine_stage.h"
 #include "tools/se_host/engine/exit_status.h"
 
 namespace {

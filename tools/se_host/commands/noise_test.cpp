@@ -5,8 +5,8 @@
 #include <system_error>
 
 #include "common/string_printf.h"
-#include "tools/output/errors.h"
-#include "tools/output/gnuplot.h"
+#include "host/output/errors.h"
+#include "tools/gnuplot/gnuplot.h"
 #include "tools/se_host/commands/commands.h"
 #include "tools/se_host/commands/engine_options.h"
 #include "tools/se_host/commands/noise_test_report.h"
@@ -14,7 +14,7 @@
 #include "tools/se_host/commands/print_json.h"
 #include "tools/se_host/commands/recording_options.h"
 #include "tools/se_host/commands/scene_options.h"
-#include "tools/se_host/engine/engine_stage.h"
+#include "host/engine/engine_stage.h"
 #include "tools/se_host/engine/noise_test_run.h"
 #include "tools/se_host/sound/resample.h"
 
@@ -35,7 +35,7 @@ constexpr const char* kExamples =
 
 struct NoiseTestOptions {
     se_scene::SceneOptions scene;
-    EngineOptions engine;
+    EngineChoice engine;
     std::string output;
     std::string recording;
     std::string channel_map;  // of the recording

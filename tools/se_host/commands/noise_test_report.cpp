@@ -5,7 +5,7 @@
 #include <limits>
 
 #include "common/string_printf.h"
-#include "tools/output/gnuplot.h"
+#include "tools/gnuplot/gnuplot.h"
 #include "tools/se_host/commands/microphones_json.h"
 #include "tools/se_host/sound/resample.h"
 #include "webrtc_common/se_wrapper/dsp/deinterleave.h"

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/se_host/engine/engine.h"
+#include "host/engine/engine.h"
 #include "tools/se_host/sound/microphone_check.h"
 #include "webrtc_common/se_wrapper.h"
 

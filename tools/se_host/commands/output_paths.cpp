@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <set>
 
-#include "tools/output/errors.h"
+#include "host/output/errors.h"
 
 namespace se_host {
 

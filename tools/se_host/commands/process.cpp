@@ -5,7 +5,7 @@
 #include <iostream>
 #include <memory>
 
-#include "tools/output/errors.h"
+#include "host/output/errors.h"
 #include "tools/se_host/commands/commands.h"
 #include "tools/se_host/commands/engine_options.h"
 #include "tools/se_host/commands/output_paths.h"
@@ -16,7 +16,7 @@
 #include "tools/se_host/commands/summary.h"
 #include "tools/se_host/commands/tuned_engine.h"
 #include "tools/se_host/diags/diag_trace.h"
-#include "tools/se_host/engine/array_setting.h"
+#include "host/engine/array_setting.h"
 #include "tools/se_host/sound/resample.h"
 #include "webrtc_common/se_wrapper.h"
 
@@ -36,7 +36,7 @@ constexpr const char* kExamples =
 
 struct ProcessOptions {
     RecordingOptions recording;
-    EngineOptions engine;
+    EngineChoice engine;
     std::string output;
     std::string parts;   // prefix of the recording's parts; empty: not known
     std::string plot;    // picture; empty: none

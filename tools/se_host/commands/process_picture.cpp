@@ -1,7 +1,7 @@
 #include "tools/se_host/commands/process_picture.h"
 
 #include "common/string_printf.h"
-#include "tools/output/errors.h"
+#include "host/output/errors.h"
 #include "tools/se_host/sound/resample.h"
 #include "tools/se_host/sound/spectrogram.h"
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "tools/output/gnuplot.h"
+#include "tools/gnuplot/gnuplot.h"
 
 namespace se_host {
 

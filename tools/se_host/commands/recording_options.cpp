@@ -1,6 +1,6 @@
 #include "tools/se_host/commands/recording_options.h"
 
-#include "tools/output/errors.h"
+#include "host/output/errors.h"
 
 namespace se_host {
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "tools/output/errors.h"
-#include "tools/se_host/sound/array_file.h"
+#include "host/output/errors.h"
+#include "host/engine/array_file.h"
 
 namespace se_host {
 namespace {

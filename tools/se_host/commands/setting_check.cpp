@@ -2,7 +2,7 @@
 
 #include <iostream>
 
-#include "tools/output/one_line.h"
+#include "host/output/one_line.h"
 
 namespace se_host {
 namespace {

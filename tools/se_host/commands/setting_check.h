@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/output/errors.h"
+#include "host/output/errors.h"
 #include "tools/se_host/engine/exit_status.h"
 
 namespace se_host {

@@ -7,17 +7,17 @@
 #include <memory>
 #include <string>
 
+#include "host/diags/diag_tree.h"
+#include "host/diags/tuning.h"
 #include "tools/se_host/commands/engine_options.h"
 #include "tools/se_host/commands/setting_check.h"
-#include "tools/se_host/diags/diag_tree.h"
-#include "tools/se_host/diags/tuning.h"
-#include "tools/se_host/engine/engine.h"
+#include "tools/se_host/engine/engine_choice.h"
 #include "tools/se_host/sound/recording.h"
 
 namespace se_host {
 
 struct DiagsOptions {
-    EngineOptions engine;
+    EngineChoice engine;
     RecordingOptions recording;  // no input: none is processed
     std::string tuning;          // applied first; empty: none
     OnDifference on_difference = OnDifference::kStatus;

@@ -1,7 +1,7 @@
 #include "tools/se_host/diags/diag_trace.h"
 
 #include "common/string_printf.h"
-#include "tools/output/one_line.h"
+#include "host/output/one_line.h"
 #include "tools/se_host/sound/resample.h"
 #include "webrtc_common/se_wrapper.h"
 

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "tools/output/output_file.h"
-#include "tools/se_host/diags/diag_tree.h"
+#include "host/output/output_file.h"
+#include "host/diags/diag_tree.h"
 
 namespace se_host {
 

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "tools/se_host/engine/engine_stage.h"
+#include "host/engine/engine_stage.h"
 #include "tools/se_host/sound/resample.h"
 #include "webrtc_common/se_wrapper.h"
 

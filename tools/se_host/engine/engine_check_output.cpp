@@ -2,7 +2,7 @@
 #include <cstring>
 
 #include "common/string_printf.h"
-#include "tools/se_host/engine/engine_check.h"
+#include "tools/se_host/engine/engine_check_output.h"
 
 namespace se_host {
 namespace {

@@ -1,8 +1,8 @@
 #include "tools/se_host/engine/engine_info.h"
 
 #include "common/cpu_info.h"
-#include "tools/se_host/engine/engine_files.h"
-#include "tools/se_host/engine/properties_by_text.h"
+#include "host/engine/engine_files.h"
+#include "host/engine/properties_by_text.h"
 #include "webrtc_common/se_wrapper.h"
 #include "webrtc_common/se_wrapper/dsp/dsp_kernels.h"
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/se_host/engine/engine.h"
+#include "host/engine/engine.h"
 
 namespace se_host {
 

@@ -3,7 +3,7 @@
 #include <chrono>
 #include <optional>
 
-#include "tools/se_host/engine/engine_stage.h"
+#include "host/engine/engine_stage.h"
 #include "webrtc_common/se_wrapper.h"
 
 namespace se_host {

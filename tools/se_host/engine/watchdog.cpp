@@ -1,6 +1,6 @@
 #include "tools/se_host/engine/watchdog.h"
 
-#include "tools/se_host/engine/engine_stage.h"
+#include "host/engine/engine_stage.h"
 
 namespace se_host {
 namespace {

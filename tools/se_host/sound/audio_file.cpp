@@ -9,8 +9,8 @@
 #include <memory>
 #include <string_view>
 
-#include "tools/output/errors.h"
-#include "tools/output/input_file.h"
+#include "host/output/errors.h"
+#include "host/output/input_file.h"
 #include "tools/se_host/sound/wav_length.h"
 
 namespace se_host {

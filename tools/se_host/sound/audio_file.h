@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/output/output_file.h"
+#include "host/output/output_file.h"
 
 namespace se_host {
 

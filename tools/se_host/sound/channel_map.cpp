@@ -5,7 +5,7 @@
 #include <set>
 #include <vector>
 
-#include "tools/output/errors.h"
+#include "host/output/errors.h"
 
 namespace se_host {
 namespace {

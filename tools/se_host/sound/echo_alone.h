@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-#include "tools/se_host/sound/echo_lag.h"
+#include "host/health/echo_lag.h"
 
 namespace se_host {
 

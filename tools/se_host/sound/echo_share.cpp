@@ -3,7 +3,7 @@
 #include <cmath>
 #include <cstddef>
 
-#include "tools/se_host/sound/real_transform.h"
+#include "host/health/real_transform.h"
 #include "tools/se_host/sound/resample.h"
 #include "tools/se_host/sound/windowed_spectrum.h"
 #include "webrtc_common/se_wrapper/dsp/block_size.h"

@@ -9,7 +9,7 @@
 #include <numeric>
 #include <vector>
 
-#include "tools/se_host/sound/real_transform.h"
+#include "host/health/real_transform.h"
 #include "tools/se_host/sound/resample.h"
 #include "tools/se_host/sound/windowed_spectrum.h"
 

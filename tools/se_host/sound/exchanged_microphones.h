@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "tools/se_host/sound/array_file.h"
+#include "host/engine/array_file.h"
 #include "tools/se_host/sound/recording.h"
 
 namespace se_host {

@@ -7,7 +7,7 @@
 
 #include "common/string_printf.h"
 #include "tools/se_host/sound/levels.h"
-#include "tools/se_host/sound/real_transform.h"
+#include "host/health/real_transform.h"
 #include "tools/se_host/sound/resample.h"
 
 namespace se_host {

@@ -1,6 +1,6 @@
 #include "tools/se_host/sound/recording.h"
 
-#include "tools/output/errors.h"
+#include "host/output/errors.h"
 #include "tools/se_host/sound/resample.h"
 #include "webrtc_common/se_wrapper.h"
 

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <string>
 
-#include "tools/output/errors.h"
+#include "host/output/errors.h"
 
 namespace se_host {
 namespace {

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <numeric>
 
-#include "tools/output/errors.h"
+#include "host/output/errors.h"
 #include "tools/se_host/sound/audio_file.h"
 #include "tools/se_host/sound/resample.h"
 #include "webrtc_common/se_wrapper/dsp/block_size.h"

@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "common/string_printf.h"
-#include "tools/output/gnuplot.h"
+#include "tools/gnuplot/gnuplot.h"
 
 namespace se_host {
 namespace {

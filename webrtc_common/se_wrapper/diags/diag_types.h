@@ -1,5 +1,5 @@
 // The value types of diagnostics as one table, from which both passes over the catalogue are expanded.
-// Private to this folder.
+// Not installed: for this folder, and for host/live/, which does the same beside running audio.
 #pragma once
 
 #include <cstdint>

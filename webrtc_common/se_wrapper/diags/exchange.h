@@ -1,6 +1,6 @@
 // What the two passes agree upon: each diagnostic's node carries a mark, the value that was last exchanged
 // between node and engine. Node, mark and engine together tell which side has changed since.
-// Private to this folder.
+// Not installed: for this folder, and for host/live/, which does the same beside running audio.
 #pragma once
 
 #include "webrtc_common/se_wrapper/table/engine_table.h"

@@ -18,14 +18,16 @@ namespace {
 constexpr const char* kHarborBuild = "se_lib_harborv006";
 constexpr const char* kBeamFormingBuild = "se_lib_beamv1.14";
 
+// Made at the first use, so that nothing runs while the library is loaded.
+std::string& givenFolder() {
+    static auto* const folder = new std::string;
+    return *folder;
+}
+
 void openChosenBuild() {
-    if (!p_signal_essence_library.get().empty()) {
-        openSignalEssenceDynamicLibrary(p_signal_essence_library.get());
-        return;
-    }
-    const std::string name = p_config_is_harbor.get() ? kHarborBuild : kBeamFormingBuild;
+    const std::string name = chosenEngineBuild();
     openSignalEssenceDynamicLibrary(name);
-    p_signal_essence_library.node()->set<std::string>(name);
+    if (p_signal_essence_library.get().empty()) p_signal_essence_library.node()->set<std::string>(name);
 }
 
 // Null, with the reason, when it cannot be loaded or what it exports cannot be used.
@@ -40,10 +42,18 @@ DynLibHandle openEngine(const std::string& path, std::string* reason) {
 
 }  // namespace
 
+void setEngineFolder(const std::string& folder) {
+    givenFolder() = folder;
+}
+
+std::string engineFolder() {
+    return givenFolder().empty() ? File::joinPath(getExePath(), "selibs") : givenFolder();
+}
+
 void openSignalEssenceDynamicLibrary(const std::string& name) {
     if (MMIfInit != nullptr) return;
 
-    const std::string path = File::joinPath(File::joinPath(getExePath(), "selibs"), name);
+    const std::string path = File::joinPath(engineFolder(), name);
     std::string reason;
     const DynLibHandle se_lib = openEngine(path, &reason);
     if (se_lib == nullptr) SE_WRAPPER_LOG(5) << reason;
@@ -54,6 +64,12 @@ void openSignalEssenceDynamicLibrary(const std::string& name) {
 
     SE_WRAPPER_LOG_AT(record_sites::kLibraryLoaded, 4)
         << "Successfully loaded Signal Essence Library. " << engineVersion();
+}
+
+std::string chosenEngineBuild() {
+    std::string name = p_signal_essence_library.get();
+    if (name.empty()) name = p_config_is_harbor.get() ? kHarborBuild : kBeamFormingBuild;
+    return name;
 }
 
 void initSignalEssenceOptimForTests() {

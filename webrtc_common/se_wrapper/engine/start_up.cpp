@@ -1,8 +1,12 @@
 #include "webrtc_common/se_wrapper/engine/start_up.h"
 
+#include <algorithm>
 #include <string>
+#include <vector>
+
 
 #include "common/config.h"
+#include "common/dynlib.h"
 #include "webrtc_common/se_wrapper/diags/catalogue.h"
 #include "webrtc_common/se_wrapper/engine/hooks.h"
 #include "webrtc_common/se_wrapper/engine/integer_diag.h"
@@ -57,17 +61,51 @@ void applyDeviceModelTuning() {
     if (p_config_is_harbor.get() && version <= kLastVersionWithFixedLocation) apply(kFixedLocation);
 }
 
-}  // namespace
+using Names = std::vector<std::string>;
 
-void initSignalEssence() {
+// Engines differ in how they call a diagnostic; the first that one knows.
+Names gainNames() {
+    return {"RcvGainQ10", "sercv_gain_q10"};
+}
+
+Names echoSafetyFactorNames() {
+    return {"senr_echo_safety_factor_q10", "senr_echo_safety_factor"};
+}
+
+bool knowsOneOf(const Names& names) {
+    return std::any_of(names.begin(), names.end(),
+                       [](const std::string& name) { return SEDiagGetIndex(name.c_str()) >= 0; });
+}
+
+void initialise() {
     initSignalEssenceOptimForTests();
     installHooks();
     MMIfInit(0);
-    g_diag_gain = getDiagIndexOrDie({"RcvGainQ10", "sercv_gain_q10"});
-    g_diag_echo_safety_factor = getDiagIndexOrDie({"senr_echo_safety_factor_q10", "senr_echo_safety_factor"});
+}
+
+void setUp() {
+    g_diag_gain = getDiagIndexOrDie(gainNames());
+    g_diag_echo_safety_factor = getDiagIndexOrDie(echoSafetyFactorNames());
     chooseLookDirection();
     MMIfSetReceivePathGainQ10(kUnityGainQ10);
     applyDeviceModelTuning();
+}
+
+}  // namespace
+
+void initSignalEssence() {
+    initialise();
+    setUp();
+}
+
+std::string tryInitSignalEssence() {
+    initialise();
+    for (const Names& names : {gainNames(), echoSafetyFactorNames()}) {
+        if (knowsOneOf(names)) continue;
+        return "it knows no diagnostic " + join(names.begin(), names.end(), " or ");
+    }
+    setUp();
+    return {};
 }
 
 void versionSpecificSettings() {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "webrtc_common/export.h"
 
@@ -19,6 +20,10 @@ extern SE_WRAPPER_EXPORT int32_t g_diag_echo_safety_factor;
 // fails: fatal, as initSignalEssenceOptimForTests, and when the engine knows its receive gain or its echo
 // safety factor under no name.
 SE_WRAPPER_EXPORT void initSignalEssence();
+
+// [setup] The same for a host that would rather hear of an engine without these two than end: the engine is
+// initialised then, and nothing is set. result: why it was refused, as one line; empty when it was started.
+SE_WRAPPER_EXPORT std::string tryInitSignalEssence();
 
 // [control] Applies the tuning of the one engine version that needs it. needs: initSignalEssence.
 // fails: a setting that the engine lacks is a level-2 record.

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tools/se_host/engine/engine_stage.h"
+#include "host/engine/engine_stage.h"
 
 namespace se_host {
 namespace {
