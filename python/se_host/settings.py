@@ -54,7 +54,7 @@ class Setting:
 
 
 # Of the types that are not numbers.
-_TEXTS: dict[str, Callable[[str], Value]] = {"Enum": str, "Bool": "1".__eq__}
+_TEXTS: dict[str, Callable[[str], Value]] = {"Enum": str, "Bool": lambda text: text == "1"}
 
 
 def setting_of(raw: _layout.Setting) -> Setting:
