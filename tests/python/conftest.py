@@ -5,6 +5,7 @@ SE_HOST_BUILD is the build tree, build/release by default.
 import os
 import pathlib
 import sys
+import tempfile
 
 import numpy as np
 import pytest
@@ -16,6 +17,13 @@ os.environ["SE_HOST_LIBRARY"] = str(BUILD / "lib/libse_host.so.0")
 sys.path.insert(0, str(ROOT / "python"))
 
 import se_host  # noqa: E402  needs the path
+
+
+@pytest.fixture
+def tmp_path():
+    """As pytest's own, which leaves its folder behind when a process is forked."""
+    with tempfile.TemporaryDirectory() as folder:
+        yield pathlib.Path(folder)
 
 
 @pytest.fixture

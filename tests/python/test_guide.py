@@ -17,6 +17,10 @@ ENVIRONMENT = {name: value for name, value in os.environ.items() if not name.sta
 ENVIRONMENT["PATH"] = f"{pathlib.Path(sys.executable).parent}:{os.environ['PATH']}"
 
 
+WITH_PACKAGE = {**ENVIRONMENT, "PYTHONPATH": str(ROOT / "python")}
+EXAMPLE = [sys.executable, ROOT / "python/examples/sweep_setting.py"]
+
+
 def blocks(language):
     return re.findall(rf"^```{language}\n(.*?)^```$", GUIDE, re.MULTILINE | re.DOTALL)
 
@@ -33,27 +37,27 @@ def test_the_programs_run(folder):
     programs = blocks("python")
     assert programs
     for program in programs:
-        done = subprocess.run([sys.executable, "-W", "error", "-c", program], cwd=folder, capture_output=True, text=True,
-                              env={**ENVIRONMENT, "PYTHONPATH": str(ROOT / "python")})
+        done = subprocess.run([sys.executable, "-W", "error", "-c", program], cwd=folder, env=WITH_PACKAGE,
+                              capture_output=True, text=True)
         assert done.returncode == 0, f"{program}\n{done.stderr}"
 
 
 def test_the_example_draws_a_sweep(folder):
     pytest.importorskip("matplotlib", reason="python3-matplotlib is not installed")
-    command = [sys.executable, ROOT / "python/examples/sweep_setting.py", "meeting.wav", "seout_gain_q10", "256", "512",
-               "1024", "--picture", "sweep.png"]
-    done = subprocess.run(command, cwd=folder, capture_output=True, text=True, check=True,
-                          env={**ENVIRONMENT, "PYTHONPATH": str(ROOT / "python")})
+    done = subprocess.run([*EXAMPLE, "meeting.wav", "seout_gain_q10", "256", "512", "1024", "--picture", "sweep.png"],
+                          cwd=folder, env=WITH_PACKAGE, capture_output=True, text=True, check=True)
     speech = [float(line.split()[2]) for line in done.stdout.splitlines() if line.endswith("dBFS")]
     assert [after - before for before, after in zip(speech, speech[1:])] == pytest.approx([6.0, 6.0], abs=0.3)
     assert (folder / "sweep.png").read_bytes().startswith(b"\x89PNG")
 
 
-def test_the_example_ends_with_one_line_for_a_wrong_setting(folder):
+@pytest.mark.parametrize("arguments, named", [(["meeting.wav", "no_such", "1"], "no_such"),
+                                              (["nowhere.wav", "seout_gain_q10", "1"], "nowhere.wav"),
+                                              (["meeting.wav", "seout_gain_q10", "0.5"], "seout_gain_q10")])
+def test_the_example_ends_with_one_line_that_names_what_is_wrong(folder, arguments, named):
     pytest.importorskip("matplotlib", reason="python3-matplotlib is not installed")
-    done = subprocess.run([sys.executable, ROOT / "python/examples/sweep_setting.py", "meeting.wav", "no_such", "1"],
-                          cwd=folder, capture_output=True, text=True, env={**ENVIRONMENT, "PYTHONPATH": str(ROOT / "python")})
-    assert done.returncode == 1 and done.stderr.count("\n") == 1 and "no_such" in done.stderr
+    done = subprocess.run([*EXAMPLE, *arguments], cwd=folder, env=WITH_PACKAGE, capture_output=True, text=True)
+    assert done.returncode == 1 and done.stderr.count("\n") == 1 and named in done.stderr
 
 
 def test_the_commands_install_the_package(tmp_path):
