@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Sends a recording through the engine once for each value of a setting, and draws what the setting does.
 
-    sweep_setting.py meeting.wav senr_nf_weight_factor_q10 0 256 512 1024 --picture sweep.png
+    sweep_setting.py meeting.wav senr_nf_weight_factor_q10 0 64 128 256 512 1024 --picture sweep.png
 
 The recording has 16 kHz and 8 channels: the far end in channel 0, the microphones in the channels 1 to 7. The upper plot has
 the level of the output over time, the lower one the level in pauses and in speech over the value: the quietest tenth and
@@ -58,8 +58,8 @@ def draw(setting, values, curves, path):
     figure, (over_time, over_value) = plt.subplots(2, 1, figsize=(9, 7), layout="constrained")
     for value, curve, colour in zip(values, curves, colours):
         over_time.plot(np.arange(len(curve)) * PIECE / se_host.SAMPLE_RATE, curve, color=colour, label=str(value), lw=1)
-    over_time.set(xlabel="time in s", ylabel="output in dBFS", title=f"Output for each {setting}")
-    over_time.legend(title=setting, fontsize="small", loc="upper left", bbox_to_anchor=(1, 1))
+    over_time.set(xlabel="time in s", ylabel="output in dBFS", title=f"Output for each value of {setting}")
+    over_time.legend(loc="upper left", bbox_to_anchor=(1, 1))
     for share, label in ((90, "speech (loudest tenth)"), (10, "pauses (quietest tenth)")):
         over_value.plot(values, [np.percentile(curve, share) for curve in curves], "o-", label=label)
     over_value.set(xlabel=setting, ylabel="level in dBFS")

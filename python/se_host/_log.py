@@ -11,7 +11,9 @@ _LEVELS = {1: logging.CRITICAL, 2: logging.ERROR, 3: logging.WARNING, 4: logging
 _logger = logging.getLogger("se_host")
 
 
-# The library keeps it after the host is closed, so it lives as long as the module.
-@LogFunction
-def to_logging(_context: object, level: int, tag: bytes, text: bytes) -> None:
+def _to_logging(_context: object, level: int, tag: bytes, text: bytes) -> None:
     _logger.log(_LEVELS.get(level, logging.DEBUG), "%s: %s", decoded(tag), decoded(text))
+
+
+# The library keeps it after the host is closed, so it lives as long as the module.
+to_logging = LogFunction(_to_logging)

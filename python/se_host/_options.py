@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import ctypes
 import operator
 import os
 from collections.abc import Sequence
@@ -39,5 +40,5 @@ def options_of(*, tuning: str | os.PathLike[str] | None, engine: str | os.PathLi
     return _layout.Options(
         tuning=encoded("tuning", tuning), engine=encoded("engine", engine), folder=encoded("folder", folder),
         device_model=bool(device_model), array=encoded("array", array), sample_rate=whole("sample_rate", sample_rate),
-        quantum=whole("quantum", quantum), microphones=(_layout.c_int32 * _layout.MICROPHONES)(*channels),
+        quantum=whole("quantum", quantum), microphones=(ctypes.c_int32 * _layout.MICROPHONES)(*channels),
         far_end_channel=_channel("far_end_channel", far_end_channel), log=to_logging)

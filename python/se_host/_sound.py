@@ -36,9 +36,9 @@ def _view_of(what: str, given: Any) -> memoryview:
 
 def _shape_of(what: str, view: memoryview, samples: int, channels: int | None) -> tuple[int, int]:
     if view.ndim == 2:
-        frames, width = view.shape
+        frames, width = view.shape or (0, 0)
     elif view.ndim == 1 and channels is not None and channels > 0:
-        frames, width = divmod(samples, channels)[0], channels
+        frames, width = samples // channels, channels
     elif view.ndim == 1:
         raise ArgumentError(f"{what} has one dimension; give it the shape (frames, channels), or say channels=...")
     else:

@@ -83,8 +83,8 @@ class TuningWarning(UserWarning):
     """The tuning is applied, but the engine does not hold all of its values; the text has the first difference."""
 
 
-_BY_STATUS: dict[int, type[Error]] = {
-    int(error.status): error
+_BY_STATUS: dict[int | None, type[Error]] = {
+    error.status: error
     for error in (ArgumentError, EngineError, InUseError, FileError, UnknownSettingError, RefusedError, QueueFullError,
                   FailedError)
 }

@@ -27,7 +27,8 @@ class Health:
     edits_dropped: int
     """Edits that were not made because the engine had moved the value."""
     missing_frames: int | None
-    """Frames that should have come by the clock that was given to `process`; None without a clock."""
+    """Frames that should have come by the clock that was given to `process`, found some two seconds later; None without a
+    clock."""
     late_calls: int | None
     """Calls more than 20 ms behind that clock; None without a clock."""
     far_end_dbfs: float | None
