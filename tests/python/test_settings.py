@@ -59,6 +59,7 @@ def test_values_have_the_types_of_their_settings(host, captured):
     ("mmfx_look_mode", "1 - Forward", "1 - Forward"),
     ("aec_bypass", True, True),
     ("aec_bypass", 1, True),
+    ("seout_gain_q10", True, 1),
 ])
 def test_a_value_may_be_given_in_several_ways(host, captured, name, given, held):
     host[name] = given
