@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "host/engine/array_file.h"
 #include "tools/se_host/engine/echo_estimate.h"
 #include "tools/se_host/engine/processing.h"
-#include "host/engine/array_file.h"
 #include "tools/se_host/sound/echo_alone.h"
 #include "tools/se_host/sound/microphone_check.h"
 

@@ -12,6 +12,7 @@ void addCommands(CLI::App& app) {
     addInfo(app);
     addDiags(app);
     addCheckEngine(app);
+    addDoctor(app);
 }
 
 }  // namespace se_host

@@ -16,6 +16,7 @@ void addHighpass(CLI::App& app);
 void addInfo(CLI::App& app);
 void addDiags(CLI::App& app);
 void addCheckEngine(CLI::App& app);
+void addDoctor(CLI::App& app);
 
 // Those of `se_host diags`.
 void addDiagsList(CLI::App& diags);

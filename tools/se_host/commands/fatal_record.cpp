@@ -6,9 +6,9 @@
 #include <string>
 
 #include "common/logging.h"
+#include "host/engine/engine_stage.h"
 #include "host/output/one_line.h"
 #include "host/output/temporaries.h"
-#include "host/engine/engine_stage.h"
 #include "tools/se_host/engine/exit_status.h"
 
 namespace se_host {

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "host/engine/engine_stage.h"
 #include "host/output/descriptor.h"
 #include "host/output/errors.h"
 #include "host/output/one_line.h"
@@ -15,7 +16,6 @@
 #include "tools/se_host/commands/fatal_record.h"
 #include "tools/se_host/commands/help_format.h"
 #include "tools/se_host/commands/setting_check.h"
-#include "host/engine/engine_stage.h"
 #include "tools/se_host/engine/exit_status.h"
 
 namespace {

@@ -5,6 +5,7 @@
 #include <system_error>
 
 #include "common/string_printf.h"
+#include "host/engine/engine_stage.h"
 #include "host/output/errors.h"
 #include "tools/gnuplot/gnuplot.h"
 #include "tools/se_host/commands/commands.h"
@@ -14,7 +15,6 @@
 #include "tools/se_host/commands/print_json.h"
 #include "tools/se_host/commands/recording_options.h"
 #include "tools/se_host/commands/scene_options.h"
-#include "host/engine/engine_stage.h"
 #include "tools/se_host/engine/noise_test_run.h"
 #include "tools/se_host/sound/resample.h"
 

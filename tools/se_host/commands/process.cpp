@@ -5,6 +5,7 @@
 #include <iostream>
 #include <memory>
 
+#include "host/engine/array_setting.h"
 #include "host/output/errors.h"
 #include "tools/se_host/commands/commands.h"
 #include "tools/se_host/commands/engine_options.h"
@@ -16,7 +17,6 @@
 #include "tools/se_host/commands/summary.h"
 #include "tools/se_host/commands/tuned_engine.h"
 #include "tools/se_host/diags/diag_trace.h"
-#include "host/engine/array_setting.h"
 #include "tools/se_host/sound/resample.h"
 #include "webrtc_common/se_wrapper.h"
 

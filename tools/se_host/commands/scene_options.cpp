@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "host/output/errors.h"
 #include "host/engine/array_file.h"
+#include "host/output/errors.h"
 
 namespace se_host {
 namespace {

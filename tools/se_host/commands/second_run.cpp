@@ -9,10 +9,10 @@
 #include <iostream>
 #include <utility>
 
-#include "host/output/errors.h"
-#include "host/output/one_line.h"
 #include "host/engine/engine.h"
 #include "host/engine/engine_stage.h"
+#include "host/output/errors.h"
+#include "host/output/one_line.h"
 #include "tools/se_host/engine/exit_status.h"
 
 namespace se_host {

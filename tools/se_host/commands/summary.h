@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "tools/se_host/commands/call_report.h"
 #include "host/engine/engine.h"
+#include "tools/se_host/commands/call_report.h"
 #include "tools/se_host/engine/processing.h"
 #include "tools/se_host/engine/talker.h"
 #include "tools/se_host/sound/levels.h"
