@@ -8,10 +8,10 @@
 
 #include "bench/engine_vs_peer/picture.h"
 #include "bench/engine_vs_peer/report.h"
-#include "kernel_check/program/engine.h"
-#include "kernel_check/program/program.h"
 #include "host/output/output_file.h"
 #include "host/output/temporaries.h"
+#include "kernel_check/program/engine.h"
+#include "kernel_check/program/program.h"
 #include "webrtc_common/se_wrapper/engine/start_up.h"
 
 namespace engine_vs_peer {

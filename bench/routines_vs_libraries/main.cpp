@@ -11,10 +11,10 @@
 #include "bench/routines_vs_libraries/plots.h"
 #include "bench/routines_vs_libraries/report.h"
 #include "bench/routines_vs_libraries/session.h"
-#include "kernel_check/program/program.h"
 #include "host/output/errors.h"
 #include "host/output/output_file.h"
 #include "host/output/temporaries.h"
+#include "kernel_check/program/program.h"
 #include "webrtc_common/se_wrapper/dsp/select_kernels.h"
 
 namespace routines_vs_libraries {

@@ -19,7 +19,7 @@ struct EchoLags {
     static constexpr int kHop = kEngineSampleRate;
 
     int median;
-    double agreement;         // share of the pieces in which the echo is heard that agree with the median, 0 to 1
+    double agreement;  // share of the pieces in which the echo is heard that agree with the median, 0 to 1
     std::vector<int> pieces;  // from each kHop samples on; the median where the echo is not heard
 
     int at(size_t sample) const { return pieces[std::min(sample / kHop, pieces.size() - 1)]; }

@@ -44,7 +44,8 @@ void SignalWatch::block(const Block& block) {
         const int16_t* const samples = block.captured + microphone + 1;
         count(microphone + 1, samples, Block::kChannels);
         uint64_t clipped = 0;
-        for (size_t i = 0; i < Block::kFrames; ++i) clipped += isLimit(samples[i * Block::kChannels]) ? 1U : 0U;
+        for (size_t i = 0; i < Block::kFrames; ++i)
+            clipped += isLimit(samples[i * Block::kChannels]) ? 1U : 0U;
         if (clipped > 0) clipped_[microphone].add(clipped);
     }
     const bool silent =

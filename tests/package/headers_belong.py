@@ -8,7 +8,7 @@ import pathlib
 import re
 import sys
 
-DOCUMENTED = ["webrtc_common/se_wrapper.h"] + [
+DOCUMENTED = ["se_host.h", "webrtc_common/se_wrapper.h"] + [
     f"common/{name}.h" for name in (
         "assertion", "check", "config", "cpu_info", "dynlib", "file", "logging", "properties", "property_node",
         "property_value", "string_printf")]

@@ -9,11 +9,11 @@
 #include <string>
 
 #include "common/logging.h"
+#include "host/output/one_line.h"
 #include "tests/fuzz/host/scripted_engine.h"
 #include "tests/fuzz/support/entry.h"
 #include "tests/fuzz/support/require.h"
 #include "tests/fuzz/support/scratch_file.h"
-#include "host/output/one_line.h"
 #include "tools/se_host/commands/noise_test_report.h"
 #include "webrtc_common/se_wrapper/engine/noise_test.h"
 

@@ -8,11 +8,11 @@
 #include "common/assertion.h"
 #include "common/logging.h"
 #include "common/properties.h"
+#include "host/engine/properties_by_text.h"
+#include "host/output/errors.h"
 #include "tests/fuzz/support/entry.h"
 #include "tests/fuzz/support/require.h"
-#include "host/output/errors.h"
 #include "tools/se_host/commands/commands.h"
-#include "host/engine/properties_by_text.h"
 
 namespace quill::fuzz {
 namespace {

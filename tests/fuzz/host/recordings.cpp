@@ -3,12 +3,12 @@
 #include <string>
 
 #include "common/logging.h"
+#include "host/output/errors.h"
 #include "tests/engines/test_engine.h"
 #include "tests/fuzz/support/entry.h"
 #include "tests/fuzz/support/input.h"
 #include "tests/fuzz/support/require.h"
 #include "tests/fuzz/support/scratch_file.h"
-#include "host/output/errors.h"
 #include "tools/se_host/engine/processing.h"
 #include "tools/se_host/sound/recording.h"
 #include "tools/se_host/sound/resample.h"

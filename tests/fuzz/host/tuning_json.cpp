@@ -4,13 +4,13 @@
 
 #include "common/assertion.h"
 #include "common/logging.h"
+#include "host/diags/diag_tree.h"
+#include "host/diags/tuning.h"
+#include "host/output/errors.h"
 #include "tests/fuzz/host/scripted_engine.h"
 #include "tests/fuzz/support/entry.h"
 #include "tests/fuzz/support/require.h"
 #include "tests/fuzz/support/scratch_file.h"
-#include "host/output/errors.h"
-#include "host/diags/diag_tree.h"
-#include "host/diags/tuning.h"
 
 namespace quill::fuzz {
 namespace {

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "host/output/output_file.h"
 #include "host/diags/diag_tree.h"
+#include "host/output/output_file.h"
 
 namespace se_host {
 

@@ -1,8 +1,8 @@
 #include "tools/se_host/engine/noise_test_run.h"
 
 #include "common/string_printf.h"
-#include "host/output/errors.h"
 #include "host/engine/engine_stage.h"
+#include "host/output/errors.h"
 #include "tools/se_host/engine/processing.h"
 
 namespace se_host {

@@ -12,9 +12,9 @@
 #include <iterator>
 
 #include "common/string_printf.h"
+#include "host/engine/engine_stage.h"
 #include "host/output/errors.h"
 #include "host/output/temporaries.h"
-#include "host/engine/engine_stage.h"
 #include "tools/se_host/engine/exit_status.h"
 #include "tools/se_host/engine/watchdog.h"
 

@@ -6,8 +6,8 @@
 #include <cstddef>
 
 #include "common/string_printf.h"
-#include "tools/se_host/sound/levels.h"
 #include "host/health/real_transform.h"
+#include "tools/se_host/sound/levels.h"
 #include "tools/se_host/sound/resample.h"
 
 namespace se_host {

@@ -4,7 +4,6 @@
 #include <string>
 #include <vector>
 
-
 #include "common/config.h"
 #include "common/dynlib.h"
 #include "webrtc_common/se_wrapper/diags/catalogue.h"
