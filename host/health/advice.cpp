@@ -67,10 +67,27 @@ void adviseOnFarEnd(const Health& health, Sentences* sentences) {
     }
 }
 
+bool isDead(const Health& health, size_t microphone) {
+    return health.wired[microphone] && health.levels && health.levels->microphones[microphone].dead;
+}
+
+// Whether there is none that hears something.
+bool areAllDead(const Health& health) {
+    for (size_t microphone = 0; microphone < kMicrophones; ++microphone) {
+        if (health.wired[microphone] && !isDead(health, microphone)) return false;
+    }
+    return health.levels.has_value();
+}
+
 void adviseOnMicrophones(const Health& health, Sentences* sentences) {
+    const bool all = areAllDead(health);
+    if (all) {
+        sentences->push_back(
+            "no microphone hears anything; switch the capture device on, and check the channel map");
+    }
     for (size_t microphone = 0; microphone < kMicrophones; ++microphone) {
         const auto number = static_cast<int>(microphone + 1);
-        if (health.wired[microphone] && health.levels && health.levels->microphones[microphone].dead) {
+        if (!all && isDead(health, microphone)) {
             sentences->push_back(stringPrintf(
                 "microphone %d hears nothing of what the others hear; check it, and the channel map",
                 number));

@@ -104,6 +104,13 @@ TEST(Health, FindsADeadMicrophone) {
               "microphone 4 hears nothing of what the others hear; check it, and the channel map");
 }
 
+TEST(Health, SaysOnceThatAllMicrophonesAreDead) {
+    const Opened host(kReference);
+    host.run(100);
+    EXPECT_EQ(host.advice(),
+              "no microphone hears anything; switch the capture device on, and check the channel map");
+}
+
 TEST(Health, AMicrophoneThatIsNotWiredIsNotAdvisedOn) {
     const Opened host(kReference, [](se_host_options_t& options) { options.microphones[3] = -1; });
     process(host, echoOf(800, 3), 160);
