@@ -10,7 +10,8 @@ import subprocess
 OPTIONS = ["-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release", "-DCMAKE_CXX_FLAGS_RELEASE=-O2 -DNDEBUG",
            "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON", "-DSE_WRAPPER_WERROR=OFF", "-DSE_WRAPPER_BUILD_TOOLS=OFF",
            "-DSE_WRAPPER_BUILD_BENCHES=OFF"]
-TARGETS = ["tests/common/all", "tests/webrtc_common/all", "tests/host/all", "audio_path"]
+TARGETS = ["tests/common/all", "tests/webrtc_common/all", "tests/host/all", "tests/pipewire/all",
+           "audio_path"]
 TEST_SECONDS = 30  # for the tests of one bug; the bug may make them hang
 
 
