@@ -46,13 +46,13 @@ void Opened::run(int blocks) const {
     }
 }
 
+// In one call: between two the value may change.
 std::string Opened::get(const std::string& name) const {
+    std::string text(size_t{1} << 16, '?');
     size_t length = 0;
-    const se_host_status_t status = se_host_get(host_, name.c_str(), nullptr, 0, &length);
+    const se_host_status_t status = se_host_get(host_, name.c_str(), text.data(), text.size(), &length);
     if (status != SE_HOST_OK) return se_host_status_text(status);
-    std::string text(length + 1, '?');
-    se_host_get(host_, name.c_str(), text.data(), text.size(), nullptr);
-    text.pop_back();
+    text.resize(length);
     return text;
 }
 
