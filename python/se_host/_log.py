@@ -15,5 +15,5 @@ def _to_logging(_context: object, level: int, tag: bytes, text: bytes) -> None:
     _logger.log(_LEVELS.get(level, logging.DEBUG), "%s: %s", decoded(tag), decoded(text))
 
 
-# The library keeps it after the host is closed, so it lives as long as the module.
+# A record may still be on its way when the host is closed, so it lives as long as the module.
 to_logging = LogFunction(_to_logging)
