@@ -1,6 +1,8 @@
 // The C interface: arguments are checked, exceptions become a status and a line of text.
 #include "host/se_host.h"
 
+#include <cxxabi.h>
+
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
@@ -90,8 +92,12 @@ se_host_status_t guarded(const Why& why, se_host_status_t status, const Call& ca
         return why(SE_HOST_IN_USE, error.what());
     } catch (const std::bad_alloc&) {
         return why(SE_HOST_FAILED, "there is no memory left; end other programs");
+    } catch (const abi::__forced_unwind&) {  // the engine ends the thread
+        throw;
     } catch (const std::exception& error) {
         return why(status, error.what());
+    } catch (...) {
+        return why(SE_HOST_FAILED, "the engine threw an exception");
     }
 }
 
