@@ -3,7 +3,7 @@
 
 BUILD_PACKAGES=(g++ cmake ninja-build pkg-config)
 TOOL_PACKAGES=(libsndfile1-dev libsamplerate0-dev libcli11-dev nlohmann-json3-dev libboost-dev gnuplot-nox
-    libkissfft-dev libspa-0.2-dev)
+    libkissfft-dev libspa-0.2-dev libsqlite3-dev libxxhash-dev)
 # make: the package test and README's plain CMake lines use CMake's default generator.
 # python3-*: the tests of python/.
 TEST_PACKAGES=(libgtest-dev libbenchmark-dev python3 abigail-tools binutils qemu-user libspeexdsp-dev groff-base make git

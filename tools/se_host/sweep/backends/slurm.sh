@@ -1,0 +1,16 @@
+#!/bin/sh
+# The shards of a sweep as job arrays of Slurm: slurm.sh FOLDER SHARDS
+# sbatch takes partition, account, time and more from its variables: SBATCH_PARTITION, SBATCH_ACCOUNT, SBATCH_TIMELIMIT.
+set -eu
+export SE_SWEEP="$1" SE_FIRST=0
+shards=$2 failed=0
+largest=$(scontrol show config | sed -n 's/^MaxArraySize *= *//p')
+mkdir -p "$SE_SWEEP/logs"
+while [ "$SE_FIRST" -lt "$shards" ]; do
+    count=$((shards - SE_FIRST < largest - 1 ? shards - SE_FIRST : largest - 1))
+    sbatch --wait --quiet --job-name=se_host_sweep --array="1-$count" --output="$SE_SWEEP/logs/%A_%a.txt" --wrap \
+        'exec "$SE_HOST" sweep run "$SE_SWEEP" --jobs "${SLURM_CPUS_ON_NODE:-1}" --shard $((SE_FIRST + SLURM_ARRAY_TASK_ID))' ||
+        failed=1
+    SE_FIRST=$((SE_FIRST + count))
+done
+exit $failed
