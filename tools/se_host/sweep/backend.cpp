@@ -1,5 +1,7 @@
 #include "tools/se_host/sweep/backend.h"
 
+#include <signal.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -50,6 +52,7 @@ bool runBackend(const std::string& script, const Folder& folder, size_t shards) 
     const std::string count = std::to_string(shards);
     const pid_t child = ::fork();
     if (child == 0) {
+        ::prctl(PR_SET_PDEATHSIG, SIGTERM);
         ::setenv("SE_HOST", program.c_str(), 1);
         ::execl(script.c_str(), script.c_str(), fs::absolute(folder.path()).c_str(), count.c_str(), nullptr);
         ::_exit(127);

@@ -10,7 +10,8 @@ namespace se_host::sweep {
 // A name is that of a script of this program; with a "/" it is the path of another one. fails: UsageError.
 std::string backendScript(const std::string& name);
 
-// Runs SCRIPT FOLDER SHARDS with this program's path in SE_HOST, and waits. result: whether it succeeded.
+// Runs SCRIPT FOLDER SHARDS with this program's path in SE_HOST, and waits. The script is asked to end (SIGTERM)
+// when this process ends. result: whether it succeeded.
 // fails: Failure when it cannot be started.
 bool runBackend(const std::string& script, const Folder& folder, size_t shards);
 

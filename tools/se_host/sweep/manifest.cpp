@@ -14,6 +14,8 @@ using se_output::Failure;
 
 constexpr const char* kFields[] = {"id", "recording", "far_end", "channel_map", "parts"};
 
+constexpr int kHighestChannel = 1023;  // more than any file has
+
 bool isField(const std::string& name) {
     return std::find(std::begin(kFields), std::end(kFields), name) != std::end(kFields);
 }
@@ -38,7 +40,7 @@ std::string pathFrom(const std::string& folder, const std::string& path) {
 void readFarEnd(const Json& json, const std::string& folder, RecordingOptions* recording) {
     if (!json.contains("far_end")) return;
     const Json& far_end = json["far_end"];
-    if (far_end.is_number_unsigned()) {
+    if (far_end.is_number_integer() && far_end >= 0 && far_end <= kHighestChannel) {
         recording->far_end_channel = far_end.get<int>();
     } else if (far_end.is_string()) {
         recording->far_end_file = pathFrom(folder, far_end.get<std::string>());

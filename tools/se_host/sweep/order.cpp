@@ -38,7 +38,7 @@ Json toJson(const Order& order) {
 
 Order orderOf(const Json& json) {
     return {json.at("key"),         entryOf(json.at("recording"), "/"), json.at("tuning"),
-            json.at("tuning_file"), engineFileOf(json.at("engine")),   json.at("over_time")};
+            json.at("tuning_file"), engineFileOf(json.at("engine")),    json.at("over_time")};
 }
 
 std::string keyOf(const Order& order, FileHashes& files) {

@@ -1,8 +1,7 @@
 #!/bin/sh
-# The shards of a sweep, one after the other on this machine: local.sh FOLDER SHARDS
+# The shards of a sweep on this machine: local.sh FOLDER SHARDS
+# A backend runs `se_host sweep run FOLDER --shard N` for N from 1 to SHARDS, in any order and on any machine, and ends when
+# they have ended. SE_HOST is the path of the program.
 set -eu
-folder=$1 shards=$2 failed=0
-for shard in $(seq "$shards"); do
-    "$SE_HOST" sweep run "$folder" --shard "$shard" || failed=1
-done
-exit $failed
+# shellcheck disable=SC2046
+exec "$SE_HOST" sweep run "$1" --shard $(seq "$2")
