@@ -7,9 +7,9 @@ namespace {
 TEST(MeasuredLevels, OfASineAreItsLevel) {
     const KnownRun run(sine(2 * kSecond, -20), sine(2 * kSecond, -26));
     EXPECT_NEAR(*run.value("input_rms_dbfs"), -20, 0.01);
-    EXPECT_NEAR(*run.value("input_speech_dbfs"), -20, 0.01);
+    EXPECT_NEAR(*run.value("input_speech_dbfs"), -20, 0.1) << "the envelope rises";
     EXPECT_NEAR(*run.value("output_rms_dbfs"), -26, 0.01);
-    EXPECT_NEAR(*run.value("output_speech_dbfs"), -26, 0.01);
+    EXPECT_NEAR(*run.value("output_speech_dbfs"), -26, 0.1);
 }
 
 TEST(MeasuredLevels, OfSpeechLeaveOutItsPauses) {
