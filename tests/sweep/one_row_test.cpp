@@ -110,6 +110,14 @@ TEST_F(OneRow, ForARecordingThatChangedAfterThePlan) {
         "sweep plan' again");
 }
 
+TEST_F(OneRow, ForARecordingThatIsGone) {
+    sweep("plan rec");
+    std::filesystem::remove(path("rec/a.wav"));
+    sweep("run");
+    sweep("merge");
+    expectFirstFailed("cannot read '" + path("rec/a.wav") + "': No such file or directory");
+}
+
 TEST_F(OneRow, IsTriedAgainWhenTheUserAsks) {
     runFirstWhile("block segv");
     sweep(std::string("rec --quiet ") + kHostile);

@@ -31,7 +31,7 @@ std::vector<sweep::Entry> entriesOf(const SweepPlanOptions& options) {
         throw se_output::UsageError(
             "--far-end-channel is for a folder; a manifest says it for each recording");
     }
-    return sweep::readManifest(options.recordings);
+    return sweep::readManifest(options.recordings, true);
 }
 
 std::vector<sweep::Point> gridOf(const SweepPlanOptions& options) {

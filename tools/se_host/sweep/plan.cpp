@@ -99,7 +99,7 @@ std::vector<Task> readTasks(const Folder& folder) {
 }
 
 Orders::Orders(const Folder& folder, const Plan& plan)
-    : folder_(folder), plan_(plan), entries_(readManifest(folder.manifest())) {
+    : folder_(folder), plan_(plan), entries_(readManifest(folder.manifest(), false)) {
     if (FileHashes().of(plan.engine.path) != plan.engine.hash) {
         throw Failure("the engine '" + plan.engine.path +
                       "' is another one than when the plan was made; run 'se_host sweep plan' again");
