@@ -1,0 +1,87 @@
+// `se_host sweep`: recordings times tunings.
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <iostream>
+#include <memory>
+
+#include "host/output/errors.h"
+#include "tools/se_host/commands/commands.h"
+#include "tools/se_host/commands/sweep_steps.h"
+#include "tools/se_host/engine/exit_status.h"
+
+namespace se_host {
+namespace {
+
+constexpr const char* kExamples =
+    "Examples:\n"
+    "  se_host sweep recordings/ --grid senr_nf_weight_factor_q10=100,200,300\n"
+    "  se_host sweep recordings/ --far-end-channel 0 --tuning old.json new.json\n"
+    "The same in steps, to use many machines, to add recordings, or to go on after an interruption:\n"
+    "  se_host sweep manifest recordings/ --out recordings.jsonl\n"
+    "  se_host sweep plan recordings.jsonl --tuning old.json new.json\n"
+    "  se_host sweep run --backend slurm\n"
+    "  se_host sweep merge\n"
+    "The results are sweep/results.jsonl, results.csv and results.sqlite.\n"
+    "'se_host sweep COMMAND --help' explains a command.\n";
+
+struct SweepOptions {
+    SweepPlanOptions plan;
+    size_t jobs = 0;
+};
+
+// The engine stays in the process of the plan. true: this is that process, and the plan is made.
+bool planInChild(const SweepPlanOptions& options) {
+    std::cout.flush();
+    const pid_t child = ::fork();
+    if (child < 0) throw se_output::Failure("cannot start a process");
+    if (child == 0) {
+        planSweep(options);
+        return true;
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    if (WIFSIGNALED(status)) ::raise(WTERMSIG(status));
+    if (WEXITSTATUS(status) != kDone) std::exit(WEXITSTATUS(status));
+    return false;
+}
+
+void run(const SweepOptions& options) {
+    if (options.plan.recordings.empty()) {
+        throw se_output::UsageError(
+            "a folder of recordings or a command is missing; see 'se_host sweep --help'");
+    }
+    if (planInChild(options.plan)) return;
+    SweepRunOptions run;
+    run.folder = options.plan.folder;
+    run.jobs = options.jobs;
+    run.quiet = options.plan.quiet;
+    runSweep(run);
+    mergeSweep({options.plan.folder, false, options.plan.quiet});
+}
+
+}  // namespace
+
+void addSweep(CLI::App& app) {
+    CLI::App* const sweep =
+        app.add_subcommand("sweep", "Send many recordings through an engine with many tunings");
+    sweep->require_subcommand(0, 1);
+    addSweepManifest(*sweep);
+    addSweepPlan(*sweep);
+    addSweepRun(*sweep);
+    addSweepMerge(*sweep);
+    addSweepTask(*sweep);
+    const auto options = std::make_shared<SweepOptions>();
+    sweep->add_option("RECORDINGS", options->plan.recordings, "A folder of recordings, or a manifest")
+        ->type_name("");
+    addSweepPlanOptions(*sweep, options->plan);
+    addSweepJobs(*sweep, options->jobs);
+    sweep->footer(kExamples);
+    sweep->callback([sweep, options] {
+        if (sweep->get_subcommands().empty()) run(*options);
+    });
+}
+
+}  // namespace se_host
