@@ -24,12 +24,14 @@ constexpr const char* kExamples =
     "  se_host sweep plan recordings.jsonl --tuning old.json new.json\n"
     "  se_host sweep run --backend slurm\n"
     "  se_host sweep merge\n"
-    "The results are sweep/results.jsonl, results.csv and results.sqlite.\n"
+    "  se_host sweep report sweep\n"
+    "The results are sweep/results.jsonl, results.csv, results.sqlite and report.html.\n"
     "'se_host sweep COMMAND --help' explains a command.\n";
 
 struct SweepOptions {
     SweepPlanOptions plan;
     size_t jobs = 0;
+    bool no_report = false;
 };
 
 // The engine stays in the process of the plan. true: this is that process, and the plan is made.
@@ -48,6 +50,13 @@ bool planInChild(const SweepPlanOptions& options) {
     return false;
 }
 
+// In this process, as another command.
+[[noreturn]] void becomeReport(const std::string& folder) {
+    std::cout.flush();
+    ::execl("/proc/self/exe", "se_host", "sweep", "report", folder.c_str(), nullptr);
+    throw se_output::Failure("cannot start the report; run 'se_host sweep report " + folder + "'");
+}
+
 void run(const SweepOptions& options) {
     if (options.plan.recordings.empty()) {
         throw se_output::UsageError(
@@ -60,6 +69,7 @@ void run(const SweepOptions& options) {
     run.quiet = options.plan.quiet;
     runSweep(run);
     mergeSweep({options.plan.folder, false, options.plan.quiet});
+    if (!options.no_report) becomeReport(options.plan.folder);
 }
 
 }  // namespace
@@ -72,12 +82,14 @@ void addSweep(CLI::App& app) {
     addSweepPlan(*sweep);
     addSweepRun(*sweep);
     addSweepMerge(*sweep);
+    addSweepReport(*sweep);
     addSweepTask(*sweep);
     const auto options = std::make_shared<SweepOptions>();
     sweep->add_option("RECORDINGS", options->plan.recordings, "A folder of recordings, or a manifest")
         ->type_name("");
     addSweepPlanOptions(*sweep, options->plan);
     addSweepJobs(*sweep, options->jobs);
+    sweep->add_flag("--no-report", options->no_report, "Leave out the report");
     sweep->footer(kExamples);
     sweep->callback([sweep, options] {
         if (sweep->get_subcommands().empty()) run(*options);
