@@ -136,6 +136,15 @@ TEST_F(Sweep, HasTheOutputOfProcess) {
     EXPECT_EQ(rows().front()["output"], se_host::sweep::hashOfSamples(readSound(path("a.wav")).samples));
 }
 
+TEST_F(Sweep, ShowsABarOnATerminal) {
+    makeRecordings(2);
+    sweep("plan rec");
+    const HostRun result = runOnTerminal({"sweep", "run", path("sweep")});
+    EXPECT_EQ(result.exit_code, 0);
+    EXPECT_EQ(result.out, "");
+    EXPECT_NE(result.err.find("****"), std::string::npos) << result.err;
+}
+
 TEST_F(Sweep, WithoutRecordingsIsRefused) {
     noteFiles();
     expectRefused(trySweep(""), kWrongUsage, "a folder of recordings or a command is missing");

@@ -1,4 +1,5 @@
 // `se_host sweep`: recordings times tunings.
+#include <fcntl.h>
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -51,8 +52,9 @@ bool planInChild(const SweepPlanOptions& options) {
 }
 
 // In this process, as another command.
-[[noreturn]] void becomeReport(const std::string& folder) {
+[[noreturn]] void becomeReport(const std::string& folder, bool quiet) {
     std::cout.flush();
+    if (quiet) ::dup2(::open("/dev/null", O_WRONLY | O_CLOEXEC), STDOUT_FILENO);
     ::execl("/proc/self/exe", "se_host", "sweep", "report", folder.c_str(), nullptr);
     throw se_output::Failure("cannot start the report; run 'se_host sweep report " + folder + "'");
 }
@@ -69,7 +71,7 @@ void run(const SweepOptions& options) {
     run.quiet = options.plan.quiet;
     runSweep(run);
     mergeSweep({options.plan.folder, false, options.plan.quiet});
-    if (!options.no_report) becomeReport(options.plan.folder);
+    if (!options.no_report) becomeReport(options.plan.folder, options.plan.quiet);
 }
 
 }  // namespace

@@ -90,7 +90,7 @@ void planSweep(const SweepPlanOptions& options) {
     if (options.quiet) return;
     std::cout << "planned " << plan.tasks << " tasks: " << recordings << " recordings, "
               << plan.tunings.size() << " tunings; " << plan.kept << " rows are there, " << plan.shards
-              << " shards to do\n";
+              << (plan.shards == 1 ? " shard" : " shards") << " to do\n";
 }
 
 void addSweepPlanOptions(CLI::App& command, SweepPlanOptions& options) {
