@@ -33,6 +33,7 @@ void addSweepManifest(CLI::App& sweep);
 void addSweepPlan(CLI::App& sweep);
 void addSweepRun(CLI::App& sweep);
 void addSweepMerge(CLI::App& sweep);
+void addSweepReport(CLI::App& sweep);
 void addSweepTask(CLI::App& sweep);  // for `sweep run`
 
 }  // namespace se_host

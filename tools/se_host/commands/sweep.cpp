@@ -24,6 +24,7 @@ constexpr const char* kExamples =
     "  se_host sweep plan recordings.jsonl --tuning old.json new.json\n"
     "  se_host sweep run --backend slurm\n"
     "  se_host sweep merge\n"
+    "  se_host sweep report\n"
     "The results are sweep/results.jsonl, results.csv and results.sqlite.\n"
     "'se_host sweep COMMAND --help' explains a command.\n";
 
@@ -72,6 +73,7 @@ void addSweep(CLI::App& app) {
     addSweepPlan(*sweep);
     addSweepRun(*sweep);
     addSweepMerge(*sweep);
+    addSweepReport(*sweep);
     addSweepTask(*sweep);
     const auto options = std::make_shared<SweepOptions>();
     sweep->add_option("RECORDINGS", options->plan.recordings, "A folder of recordings, or a manifest")
