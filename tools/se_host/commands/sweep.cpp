@@ -25,7 +25,7 @@ constexpr const char* kExamples =
     "  se_host sweep plan recordings.jsonl --tuning old.json new.json\n"
     "  se_host sweep run --backend slurm\n"
     "  se_host sweep merge\n"
-    "  se_host sweep report sweep\n"
+    "  se_host sweep report\n"
     "The results are sweep/results.jsonl, results.csv, results.sqlite and report.html.\n"
     "'se_host sweep COMMAND --help' explains a command.\n";
 

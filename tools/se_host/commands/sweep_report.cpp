@@ -4,6 +4,7 @@
 
 #include "host/output/output_file.h"
 #include "tools/se_host/commands/commands.h"
+#include "tools/se_host/commands/sweep_steps.h"
 #include "tools/se_host/sweep_report/page.h"
 
 namespace se_host {
@@ -12,13 +13,13 @@ namespace {
 constexpr const char* kExamples =
     "The report is one HTML file that any browser opens, without a network.\n"
     "Examples:\n"
-    "  se_host sweep report sweep\n"
-    "  se_host sweep report sweep -o report.html --against old\n"
-    "  se_host sweep report sweep --measure talker_stoi noise_reduction_db --by room\n"
-    "  se_host sweep report sweep --show gentle --no-pictures\n";
+    "  se_host sweep report\n"
+    "  se_host sweep report --out report.html --against old\n"
+    "  se_host sweep report --measure talker_stoi noise_reduction_db --by room\n"
+    "  se_host sweep report nightly/ --show gentle --no-pictures\n";
 
 struct ReportOptions {
-    std::string folder;
+    std::string folder = kSweepFolder;
     std::string output;  // empty: report.html in the folder
     std::string against;
     std::string label = "scenario";
@@ -41,18 +42,13 @@ void run(const ReportOptions& options) {
 }  // namespace
 
 void addSweepReport(CLI::App& sweep) {
-    CLI::App* const command =
-        sweep.add_subcommand("report", "Show which tuning is better, and for which recordings");
+    CLI::App* const command = sweep.add_subcommand("report", "Show which tuning is better, and for which recordings");
     const auto options = std::make_shared<ReportOptions>();
-    command->add_option("FOLDER", options->folder, "The sweep's folder, with results.jsonl")
-        ->required()
-        ->type_name("");
-    command->add_option("-o,--out", options->output, "The page (default: report.html in FOLDER)")
-        ->type_name("FILE.html");
+    addSweepFolder(*command, options->folder);
+    command->add_option("-o,--out", options->output, "The page (default: report.html in FOLDER)")->type_name("FILE.html");
     command
-        ->add_option(
-            "--against", options->against,
-            "The reference that the other tunings are compared with (default: 'default', or the first)")
+        ->add_option("--against", options->against,
+                     "The reference that the other tunings are compared with (default: 'default', or the first)")
         ->type_name("TUNING");
     command
         ->add_option("--measure", options->measures,
@@ -66,9 +62,8 @@ void addSweepReport(CLI::App& sweep) {
                      "Show the recordings of this tuning that gained and lost most in the first measure "
                      "(default: of the tuning that gained most)")
         ->type_name("TUNING");
-    command->add_flag(
-        "--no-pictures", options->no_pictures,
-        "Draw no pictures of these recordings; each of them is processed twice for its picture");
+    command->add_flag("--no-pictures", options->no_pictures,
+                      "Draw no pictures of these recordings; each of them is processed twice for its picture");
     command->footer(kExamples);
     command->callback([options] { run(*options); });
 }

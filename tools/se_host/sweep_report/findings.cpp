@@ -31,23 +31,23 @@ std::string joined(const std::vector<std::string>& texts) {
     return all;
 }
 
-// "echo lowered (+2.13 dB, 95 % interval +1.50 to +2.70; 83 % of 120 recordings gained)"
+// "echo lowered: +2.13 dB, 95 % interval +1.50 to +2.70; 83 % of 120 recordings gained"
 std::string measured(const Report& report, const Comparison& comparison) {
     const Measure& measure = report.measureOf(comparison);
     const double share = comparison.isGain() ? comparison.gained : comparison.lost;
     std::string text =
-        std::string(measure.title) + " (" + withUnit(measure, differenceText(measure, comparison.mean)) +
+        std::string(measure.title) + ": " + withUnit(measure, differenceText(measure, comparison.mean)) +
         ", 95 % interval " + differenceText(measure, comparison.interval.low) + " to " +
         differenceText(measure, comparison.interval.high) + "; " + percentText(share) + " of " +
-        std::to_string(comparison.pairs.size()) + " recordings " + (comparison.isGain() ? "gained" : "lost");
+        count(comparison.pairs.size(), "recording") + (comparison.isGain() ? " gained" : " lost");
     if (comparison.by_chance >= kCorrected) text += "; not certain after correction";
-    return escaped(text + ")");
+    return escaped(text);
 }
 
-std::string measuredAll(const Report& report, const Comparisons& comparisons) {
-    std::vector<std::string> texts;
-    for (const Comparison* const comparison : comparisons) texts.push_back(measured(report, *comparison));
-    return joined(texts);
+std::string list(const std::vector<std::string>& items, const std::string& attributes = "") {
+    std::string text;
+    for (const std::string& item : items) text += element("li", item);
+    return items.empty() ? "" : element("ul", text, attributes);
 }
 
 template <typename Chosen>
@@ -77,23 +77,23 @@ bool hasFew(const Comparison& comparison) {
     return comparison.pairs.size() < kFewPairs;
 }
 
-// "For scenario cafe it is worse in noise lowered (...)."
-std::string worseGroups(const Report& report, size_t tuning) {
-    std::string text;
-    size_t shown = 0, all = 0;
+// Clear losses of groups, unless all recordings together lose.
+std::vector<std::string> worseGroups(const Report& report, size_t tuning) {
+    std::vector<std::string> losses;
     for (const Group& group : report.groups) {
         for (const Comparison* const loss : chosen(group.comparisons, tuning, isClearLoss)) {
             const Comparison* const overall = Report::find(report.comparisons, loss->measure, tuning);
-            if (overall != nullptr && isClearLoss(*overall)) continue;  // said already
-            ++all;
-            if (shown == kMostGroupFindings) continue;
-            ++shown;
-            text += " For " + escaped(report.label) + " " + named(group.name) + " it is worse in " +
-                    measured(report, *loss) + ".";
+            if (overall != nullptr && isClearLoss(*overall)) continue;
+            losses.push_back(escaped(report.label) + " " + named(group.name) + ", " +
+                             measured(report, *loss));
         }
     }
-    if (all > shown) text += " " + count(all - shown, "further loss") + " in groups: see the tables.";
-    return text;
+    if (losses.size() > kMostGroupFindings) {
+        const size_t more = losses.size() - kMostGroupFindings;
+        losses.resize(kMostGroupFindings);
+        losses.push_back(std::to_string(more) + " more: see the tables of the groups");
+    }
+    return losses;
 }
 
 std::string titles(const Report& report, const Comparisons& comparisons) {
@@ -104,25 +104,31 @@ std::string titles(const Report& report, const Comparisons& comparisons) {
     return joined(texts);
 }
 
+std::vector<std::string> measuredAll(const Report& report, const Comparisons& comparisons) {
+    std::vector<std::string> texts;
+    for (const Comparison* const comparison : comparisons) texts.push_back(measured(report, *comparison));
+    return texts;
+}
+
+std::string part(const std::string& mark, const std::string& title, const std::vector<std::string>& items) {
+    if (items.empty()) return {};
+    return element("p", "<span class=\"" + mark + "\">" + title + "</span>") + list(items);
+}
+
 std::string ofTuning(const Report& report, size_t tuning) {
-    const std::string& name = report.results.tunings[tuning];
     const Comparisons gains = chosen(report.comparisons, tuning, isClearGain);
     const Comparisons losses = chosen(report.comparisons, tuning, isClearLoss);
     const Comparisons unclear = chosen(report.comparisons, tuning, isUnclear);
     const Comparisons few = chosen(report.comparisons, tuning, hasFew);
-    std::string text;
-    if (!gains.empty()) {
-        text +=
-            " is better than " + named(report.referenceName()) + " in " + measuredAll(report, gains) + ".";
-    }
-    if (!losses.empty()) {
-        text += (gains.empty() ? " is worse than " + named(report.referenceName()) : " It is worse") +
-                " in " + measuredAll(report, losses) + ".";
-    }
-    if (text.empty()) text = ": no clear difference from " + named(report.referenceName()) + ".";
-    if (!unclear.empty()) text += " The interval includes 0 in " + titles(report, unclear) + ".";
-    if (!few.empty()) text += " Too few recordings to tell in " + titles(report, few) + ".";
-    return named(name) + text + worseGroups(report, tuning);
+    std::string text = part("gain", "Better in", measuredAll(report, gains)) +
+                       part("loss", "Worse in", measuredAll(report, losses)) +
+                       part("loss", "Worse for", worseGroups(report, tuning));
+    if (gains.empty() && losses.empty()) text = element("p", "No clear difference.") + text;
+    if (!unclear.empty()) text += element("p", "The interval includes 0: " + titles(report, unclear) + ".");
+    if (!few.empty()) text += element("p", "Too few recordings to tell: " + titles(report, few) + ".");
+    return element("h3",
+                   named(report.results.tunings[tuning]) + " beside " + escaped(report.referenceName())) +
+           text;
 }
 
 // The tuning that gained most in a measure.
@@ -135,7 +141,7 @@ std::string bestIn(const Report& report, size_t measure) {
         if (best == nullptr || sign * comparison.mean > sign * best->mean) best = &comparison;
     }
     if (best == nullptr) return {};
-    return "Best in " + measured(report, *best) + ": " + named(report.results.tunings[best->tuning]) + ".";
+    return named(report.results.tunings[best->tuning]) + " is best in " + measured(report, *best);
 }
 
 std::string comparisonsMade(const Report& report) {
@@ -156,10 +162,10 @@ std::string comparisonsMade(const Report& report) {
            "correction\" marks what is not left when that is taken into account (Holm).";
 }
 
-std::string list(const std::vector<std::string>& items) {
-    std::string text;
-    for (const std::string& item : items) text += element("li", item);
-    return element("ul", text, "class=\"findings\"");
+std::string fewRecordings(size_t recordings) {
+    return "With " + count(recordings, "recording") + " nothing can be said about others: at least " +
+           std::to_string(kFewPairs) +
+           " are needed for an interval that means something, and some hundred to find small differences.";
 }
 
 bool areFew(const Report& report) {
@@ -169,37 +175,33 @@ bool areFew(const Report& report) {
 }  // namespace
 
 std::string findingsSection(const Report& report) {
-    std::string html = element("h2", "Findings");
-    if (report.results.tunings.size() < 2) {
-        return html + list({"There is one tuning, " + named(report.results.tunings[0]) +
-                            ": nothing to compare it with."});
-    }
-    std::vector<std::string> items;
-    if (areFew(report)) {
-        items.push_back(
-            "With " + count(report.results.recordings.size(), "recording") +
-            " nothing can be said about others: at least " + std::to_string(kFewPairs) +
-            " are needed for an interval that means something, and some hundred to find small differences.");
-    }
-    for (size_t measure = 0; measure < report.results.measures.size() && report.results.tunings.size() > 2;
-         ++measure) {
-        if (const std::string best = bestIn(report, measure); !best.empty()) items.push_back(best);
-    }
-    std::vector<std::string> tunings;
-    for (size_t tuning = 0; tuning < report.results.tunings.size(); ++tuning) {
-        if (tuning != report.reference) tunings.push_back(ofTuning(report, tuning));
-    }
     constexpr size_t kAtOnce = 4;
-    if (tunings.size() <= kAtOnce) {
-        items.insert(items.end(), tunings.begin(), tunings.end());
-        html += list(items);
-    } else {
-        if (items.empty())
-            items.push_back("No tuning is clearly better than " + named(report.referenceName()) +
-                            " in anything.");
-        html += list(items) + element("details", element("summary", "Every tuning") + list(tunings));
+    const Results& results = report.results;
+    if (results.tunings.size() < 2) {
+        return element("h2", "Findings") + element("p", "There is one tuning, " + named(results.tunings[0]) +
+                                                            ": nothing to compare it with.");
     }
-    return html + element("p", comparisonsMade(report), "class=\"soft\"");
+    std::string html;
+    if (areFew(report)) html += element("p", fewRecordings(results.recordings.size()));
+    std::vector<std::string> best;
+    for (const size_t measure : report.shownMeasures()) {
+        if (std::string text = bestIn(report, measure); !text.empty()) best.push_back(std::move(text));
+    }
+    if (best.empty()) {
+        html += element(
+            "p", "No tuning is clearly better than " + named(report.referenceName()) + " in anything.");
+    } else if (results.tunings.size() > 2) {
+        html += list(best);
+    }
+    std::string each;
+    for (size_t tuning = 0; tuning < results.tunings.size(); ++tuning) {
+        if (tuning != report.reference) each += ofTuning(report, tuning);
+    }
+    const bool are_many = results.tunings.size() > kAtOnce;
+    html +=
+        are_many ? element("details", element("summary", "Every tuning beside the reference") + each) : each;
+    return element("h2", "Findings") + element("div", html, "class=\"findings\"") +
+           element("p", comparisonsMade(report), "class=\"soft\"");
 }
 
 }  // namespace se_host::report

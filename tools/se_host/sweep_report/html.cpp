@@ -18,10 +18,12 @@ h1 { font-size: 1.7rem; line-height: 1.25; margin: 0 0 0.3rem; }
 h2 { font-size: 1.3rem; margin: 2.6rem 0 0.6rem; padding-top: 0.8rem; border-top: 1px solid var(--line); }
 h3 { font-size: 1.05rem; margin: 2rem 0 0.4rem; }
 p, li { max-width: 75ch; }
-.soft, figcaption, caption { color: var(--soft); }
-caption, figcaption { font-size: 0.88rem; text-align: left; padding-bottom: 0.4rem; }
+.soft, figcaption, .caption { color: var(--soft); }
+.caption, figcaption { font-size: 0.88rem; margin: 0.8rem 0 0.2rem; }
 .findings { background: var(--panel); border-left: 4px solid var(--accent); padding: 0.4rem 1rem; border-radius: 4px; }
-.findings li { margin: 0.45rem 0; }
+.findings h3 { margin: 1.2rem 0 0.3rem; } .findings h3 b { font-weight: 700; } .findings p { margin: 0.4rem 0 0; }
+.findings ul { margin: 0.2rem 0 0.6rem; padding-left: 1.3rem; } .findings li { margin: 0.15rem 0; max-width: 95ch; }
+.findings span { padding: 0.05rem 0.4rem; border-radius: 3px; font-size: 0.9rem; }
 .wide { overflow-x: auto; margin: 0.6rem 0 1rem; }
 table { border-collapse: collapse; font-size: 0.88rem; font-variant-numeric: tabular-nums; }
 th, td { padding: 0.3rem 0.7rem; border-bottom: 1px solid var(--line); text-align: right; vertical-align: top;
@@ -29,8 +31,8 @@ th, td { padding: 0.3rem 0.7rem; border-bottom: 1px solid var(--line); text-alig
 th:first-child, td:first-child, td.words { text-align: left; }
 td.words { white-space: normal; overflow-wrap: anywhere; min-width: 12rem; }
 th { font-weight: 600; vertical-align: bottom; }
-tbody th { font-weight: 500; position: sticky; left: 0; background: var(--ground); }
-th.name { white-space: normal; min-width: 6.5rem; max-width: 11rem; }
+tbody th { font-weight: 500; vertical-align: top; position: sticky; left: 0; background: var(--ground); }
+th.name { white-space: normal; min-width: 7rem; max-width: 16rem; overflow-wrap: anywhere; } th small { font-weight: 400; }
 td small { display: block; color: var(--soft); font-size: 0.8rem; }
 .gain { color: var(--gain); background: var(--gain-ground); }
 .loss { color: var(--loss); background: var(--loss-ground); }

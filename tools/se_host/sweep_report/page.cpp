@@ -71,16 +71,22 @@ std::string overview(const Report& report) {
                    " where the 95 % interval of the paired difference excludes 0.";
     }
     return element("h2", "Tunings") +
-           tuningsTable(report, allRecordings(report), report.comparisons, caption) + recordingsTable(report);
+           tuningsTable(report, report.shownMeasures(), allRecordings(report), report.comparisons, caption) +
+           recordingsTable(report);
 }
 
 std::string groups(const Report& report) {
+    std::vector<size_t> measures;  // in which a tuning can be better
+    for (const size_t measure : report.shownMeasures()) {
+        if (report.results.measures[measure].measure.better != Better::kNeither) measures.push_back(measure);
+    }
+    if (measures.empty()) return {};
     std::string html;
     for (const Group& group : report.groups) {
         const std::string caption = count(group.recordings.size(), "recording") + " with " +
                                     escaped(report.label) + " " + escaped(group.name) + ".";
         html += element("h3", escaped(group.name)) +
-                tuningsTable(report, group.recordings, group.comparisons, caption);
+                tuningsTable(report, measures, group.recordings, group.comparisons, caption);
     }
     if (html.empty()) return {};
     std::string note;
@@ -133,11 +139,7 @@ std::string measureSections(const Report& report) {
                 "docs/measures.md defines each of them, and says what it cannot tell. Directions are "
                 "angles and have no median; they are in the results only.",
                 "class=\"soft\"");
-    for (size_t measure = 0; measure < report.results.measures.size(); ++measure) {
-        const bool is_shown =
-            !report.results.measures[measure].measure.is_angle && !report.isOfRecordings(measure);
-        if (is_shown) html += measureSection(report, measure);
-    }
+    for (const size_t measure : report.shownMeasures()) html += measureSection(report, measure);
     return html;
 }
 

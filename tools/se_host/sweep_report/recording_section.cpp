@@ -11,6 +11,8 @@
 namespace se_host::report {
 namespace {
 
+constexpr se_output::PictureSize kPictureSize{760, 860};
+
 std::string labelsText(const std::map<std::string, std::string>& labels) {
     std::string text;
     for (const auto& [name, value] : labels) text += (text.empty() ? "" : ", ") + name + " " + value;
@@ -44,7 +46,7 @@ std::string picture(const Report& report, const Comparison& comparison, const st
     const std::vector<ShownSound> sounds{{"Centre microphone", "#b0b0b0", microphone},
                                          {"Output, " + report.referenceName(), "#0060ad", reference},
                                          {"Output, " + tuning, "#d55e00", output}};
-    const std::string png = se_output::pngBytes(recording, soundsScript(sounds), soundsSize(sounds.size()));
+    const std::string png = se_output::pngBytes(recording, soundsScript(sounds), kPictureSize);
     const std::string text = "Levels and spectra of the microphone and of both outputs, " + recording;
     return element("figure", "<img alt=\"" + escaped(text) + "\" src=\"" + imageData(png) + "\">\n");
 }

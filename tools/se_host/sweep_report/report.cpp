@@ -52,12 +52,19 @@ const Comparison* Report::find(const std::vector<Comparison>& comparisons, size_
     return found == comparisons.end() ? nullptr : &*found;
 }
 
-bool Report::isOfRecordings(size_t measure) const {
-    bool is_same = results.tunings.size() > 1;
-    for (const Comparison& comparison : comparisons) {
-        if (comparison.measure == measure && !comparison.isSame()) is_same = false;
+bool Report::isSame(size_t measure) const {
+    return results.tunings.size() > 1 &&
+           std::all_of(comparisons.begin(), comparisons.end(), [&](const Comparison& comparison) {
+               return comparison.measure != measure || comparison.isSame();
+           });
+}
+
+std::vector<size_t> Report::shownMeasures() const {
+    std::vector<size_t> shown;
+    for (size_t measure = 0; measure < results.measures.size(); ++measure) {
+        if (!results.measures[measure].measure.is_angle && !isSame(measure)) shown.push_back(measure);
     }
-    return is_same && results.measures[measure].measure.better == Better::kNeither;
+    return shown;
 }
 
 Report reportOf(Results results, const std::string& against, const std::string& label) {

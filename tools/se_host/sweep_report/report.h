@@ -30,8 +30,10 @@ struct Report {
     }
     // Null: there is no pair.
     static const Comparison* find(const std::vector<Comparison>& comparisons, size_t measure, size_t tuning);
-    // Its values are the same with every tuning: it describes the recordings.
-    bool isOfRecordings(size_t measure) const;
+    // The values of the measure are the same with every tuning.
+    bool isSame(size_t measure) const;
+    // Those that are not, without angles.
+    std::vector<size_t> shownMeasures() const;
 };
 
 // `against`: the reference tuning; empty: the first. fails: UsageError.

@@ -1,5 +1,7 @@
 #include "tools/se_host/sweep_report/tables.h"
 
+#include <functional>
+
 #include "tools/se_host/sweep_report/html.h"
 #include "tools/se_host/sweep_report/number_text.h"
 #include "tools/se_host/sweep_report/quantiles.h"
@@ -10,9 +12,8 @@ namespace {
 constexpr size_t kMostFailed = 200;
 
 std::string table(const std::string& caption, const std::string& head, const std::string& rows) {
-    return element("div",
-                   element("table", element("caption", caption) + element("thead", element("tr", head)) +
-                                        element("tbody", rows)),
+    return element("p", caption, "class=\"caption\"") +
+           element("div", element("table", element("thead", element("tr", head)) + element("tbody", rows)),
                    "class=\"wide\" tabindex=\"0\"");
 }
 
@@ -50,40 +51,61 @@ std::string markOf(const Comparison* comparison) {
     return comparison->isGain() ? "gain" : "loss";
 }
 
-std::string measureHead(const Measure& measure) {
+constexpr size_t kMostColumns = 6;  // of tunings; with more of them the measures are the columns
+
+std::string measureHead(const Measure& measure, const std::string& scope) {
     const char* const direction[] = {"more is better", "less is better", ""};
     std::string html = escaped(measure.title);
     if (*measure.unit != '\0') html += ", " + escaped(measure.unit);
     const std::string better = direction[static_cast<int>(measure.better)];
     if (!better.empty()) html += " <small class=\"soft\">" + better + "</small>";
-    return element("th", html, "scope=\"col\" class=\"name\" title=\"" + escaped(measure.name) + "\"");
+    return element("th", html,
+                   "scope=\"" + scope + "\" class=\"name\" title=\"" + escaped(measure.name) + "\"");
 }
 
-bool isInTables(const Report& report, size_t measure) {
-    return !report.results.measures[measure].measure.is_angle && !report.isOfRecordings(measure);
+std::string tuningHead(const Report& report, size_t tuning, const std::string& scope) {
+    const bool is_reference = tuning == report.reference && report.results.tunings.size() > 1;
+    std::string html = escaped(report.results.tunings[tuning]);
+    if (is_reference) html += " <small class=\"soft\">reference</small>";
+    return element("th", html, "scope=\"" + scope + "\" class=\"name\"");
+}
+
+using Cell = std::function<std::string(size_t row, size_t column)>;
+
+std::string grid(const std::vector<std::string>& row_heads, const std::vector<std::string>& column_heads,
+                 const Cell& cell, const std::string& caption) {
+    std::string head = element("td", ""), rows;
+    for (const std::string& column : column_heads) head += column;
+    for (size_t row = 0; row < row_heads.size(); ++row) {
+        std::string cells = row_heads[row];
+        for (size_t column = 0; column < column_heads.size(); ++column) cells += cell(row, column);
+        rows += element("tr", cells);
+    }
+    return table(caption, head, rows);
 }
 
 }  // namespace
 
-std::string tuningsTable(const Report& report, const std::vector<size_t>& recordings,
-                         const std::vector<Comparison>& comparisons, const std::string& caption) {
+std::string tuningsTable(const Report& report, const std::vector<size_t>& measures,
+                         const std::vector<size_t>& recordings, const std::vector<Comparison>& comparisons,
+                         const std::string& caption) {
     const Results& results = report.results;
-    std::string head = element("th", "tuning", "scope=\"col\""), rows;
-    for (size_t measure = 0; measure < results.measures.size(); ++measure) {
-        if (isInTables(report, measure)) head += measureHead(results.measures[measure].measure);
+    const bool are_columns = results.tunings.size() <= kMostColumns;
+    std::vector<std::string> of_measures, of_tunings;
+    for (const size_t measure : measures) {
+        of_measures.push_back(measureHead(results.measures[measure].measure, are_columns ? "row" : "col"));
     }
     for (size_t tuning = 0; tuning < results.tunings.size(); ++tuning) {
-        const bool is_reference = tuning == report.reference && results.tunings.size() > 1;
-        std::string row = rowHead(results.tunings[tuning] + (is_reference ? " (reference)" : ""));
-        for (size_t measure = 0; measure < results.measures.size(); ++measure) {
-            if (!isInTables(report, measure)) continue;
-            const MeasureResults& of = results.measures[measure];
-            row += quantilesCell(of.measure, quantilesIn(of.values[tuning], recordings),
-                                 markOf(Report::find(comparisons, measure, tuning)));
-        }
-        rows += element("tr", row);
+        of_tunings.push_back(tuningHead(report, tuning, are_columns ? "col" : "row"));
     }
-    return table(caption, head, rows);
+    const auto cell = [&](size_t measure, size_t tuning) {
+        const MeasureResults& of = results.measures[measures[measure]];
+        return quantilesCell(of.measure, quantilesIn(of.values[tuning], recordings),
+                             markOf(Report::find(comparisons, measures[measure], tuning)));
+    };
+    if (are_columns) return grid(of_measures, of_tunings, cell, caption);
+    return grid(
+        of_tunings, of_measures, [&](size_t row, size_t column) { return cell(column, row); }, caption);
 }
 
 std::string comparisonTable(const Report& report, size_t measure) {
@@ -121,7 +143,7 @@ std::string recordingsTable(const Report& report) {
     std::string rows;
     for (size_t measure = 0; measure < report.results.measures.size(); ++measure) {
         const MeasureResults& of = report.results.measures[measure];
-        if (of.measure.is_angle || !report.isOfRecordings(measure)) continue;
+        if (of.measure.is_angle || !report.isSame(measure)) continue;
         std::vector<size_t> all;
         for (size_t recording = 0; recording < report.results.recordings.size(); ++recording)
             all.push_back(recording);

@@ -8,9 +8,10 @@
 
 namespace se_host::report {
 
-// Tunings by measures: median, range and number over these recordings; coloured where `comparisons` are clear.
-std::string tuningsTable(const Report& report, const std::vector<size_t>& recordings,
-                         const std::vector<Comparison>& comparisons, const std::string& caption);
+// These measures by tunings: median, range and number over these recordings; coloured where `comparisons` are clear.
+std::string tuningsTable(const Report& report, const std::vector<size_t>& measures,
+                         const std::vector<size_t>& recordings, const std::vector<Comparison>& comparisons,
+                         const std::string& caption);
 
 // One measure, a row for each tuning but the reference. Empty without a comparison.
 std::string comparisonTable(const Report& report, size_t measure);
