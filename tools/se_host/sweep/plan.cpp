@@ -116,9 +116,13 @@ Order Orders::of(const Task& task) const {
     if (entry == entries_.end() || entry->id != task.recording || tuning == plan_.tunings.end()) {
         throw Failure("'" + folder_.tasks() + "' does not fit the plan; run 'se_host sweep plan' again");
     }
+    // Absolute, because an engine may change the working folder.
+    const auto path = [&](const std::string& name) {
+        return std::filesystem::absolute(folder_.file(name)).string();
+    };
     return {task.key,     *entry,
-            tuning->name, tuning->file.empty() ? "" : folder_.file(tuning->file),
-            plan_.engine, plan_.over_time ? folder_.overTime() + "/" + task.key + ".csv" : ""};
+            tuning->name, tuning->file.empty() ? "" : path(tuning->file),
+            plan_.engine, plan_.over_time ? path("over-time/" + task.key + ".csv") : ""};
 }
 
 }  // namespace se_host::sweep
