@@ -62,6 +62,10 @@ sweep::EngineFile fileOf(const Engine& engine, const EngineOptions& options) {
             options.array.empty() ? "" : fs::absolute(options.array).string()};
 }
 
+std::string counted(size_t count, const char* name) {
+    return std::to_string(count) + " " + name + (count == 1 ? "" : "s");
+}
+
 }  // namespace
 
 void planSweep(const SweepPlanOptions& options) {
@@ -88,9 +92,9 @@ void planSweep(const SweepPlanOptions& options) {
     const size_t recordings = request.entries.size();
     const sweep::Plan plan = sweep::makePlan(sweep::Folder(options.folder), std::move(request));
     if (options.quiet) return;
-    std::cout << "planned " << plan.tasks << " tasks: " << recordings << " recordings, "
-              << plan.tunings.size() << " tunings; " << plan.kept << " rows are there, " << plan.shards
-              << (plan.shards == 1 ? " shard" : " shards") << " to do\n";
+    std::cout << "planned " << counted(plan.tasks, "task") << ": " << counted(recordings, "recording") << ", "
+              << counted(plan.tunings.size(), "tuning") << "; " << plan.kept << " rows are there, "
+              << counted(plan.shards, "shard") << " to do\n";
 }
 
 void addSweepPlanOptions(CLI::App& command, SweepPlanOptions& options) {

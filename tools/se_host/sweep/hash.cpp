@@ -1,6 +1,7 @@
 #include "tools/se_host/sweep/hash.h"
 
 #include <fcntl.h>
+#include <xxhash.h>
 
 #include <cerrno>
 #include <cstring>
@@ -9,9 +10,6 @@
 
 #include "host/output/descriptor.h"
 #include "host/output/input_file.h"
-
-#define XXH_INLINE_ALL
-#include <xxhash.h>
 
 namespace se_host::sweep {
 namespace {
