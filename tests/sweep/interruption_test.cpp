@@ -77,6 +77,15 @@ TEST_F(SweepInterruption, DoesNothingTwice) {
     EXPECT_EQ(textOf("sweep/shards/00001.jsonl"), all);
 }
 
+// Two of them at once: the second one waits for nothing, and says that the first is at work or does other shards.
+TEST_F(SweepInterruption, ByASecondRunDoesNoHarm) {
+    sweep(std::string("plan rec --shard-seconds 2 ") + kGrid);
+    const HostRun result =
+        shell("'" SE_HOST_PATH "' sweep run --quiet & '" SE_HOST_PATH "' sweep run --quiet; wait");
+    EXPECT_EQ(result.out, "");
+    expectTheBytesOfAWholeRun();
+}
+
 // The test's time limit ends it when the engine stays.
 TEST_F(SweepInterruption, LeavesNoEngineBehind) {
     ::setenv("SE_HOSTILE", "block hang-masked", 1);

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <deque>
+#include <filesystem>
 #include <list>
 #include <memory>
 
@@ -82,15 +83,18 @@ std::shared_ptr<Work> Run::open(size_t shard) {
     auto work = std::make_shared<Work>();
     work->number = shard;
     work->file = std::make_unique<Shard>(folder_, shard);
+    // Another process may have finished it since the start.
+    const bool is_finished = isFinished(folder_, shard);
+    if (is_finished) std::filesystem::remove(folder_.part(shard));
     size_t tasks = 0;
     for (const Task& task : tasks_) {
         if (task.shard != shard) continue;
         ++tasks;
-        if (work->file->keys().count(task.key) == 0) work->waiting.push_back(&task);
+        if (!is_finished && work->file->keys().count(task.key) == 0) work->waiting.push_back(&task);
     }
     work->open = work->waiting.size();
     watch_.done(tasks - work->open);
-    if (work->open == 0) finish(*work);
+    if (work->open == 0 && !is_finished) finish(*work);
     return work;
 }
 
