@@ -6,6 +6,7 @@
 #include <memory>
 #include <numeric>
 #include <optional>
+#include <set>
 
 #include "common/string_printf.h"
 #include "host/output/errors.h"
@@ -71,7 +72,10 @@ std::vector<size_t> wantedShards(const SweepRunOptions& options, const Plan& pla
         throw se_output::UsageError(
             quill::stringPrintf("there is no shard %zu; the plan has %zu", shard, plan.shards));
     }
-    if (!options.shards.empty()) return options.shards;
+    if (!options.shards.empty()) {
+        const std::set<size_t> distinct(options.shards.begin(), options.shards.end());
+        return {distinct.begin(), distinct.end()};
+    }
     std::vector<size_t> all(plan.shards);
     std::iota(all.begin(), all.end(), size_t{1});
     return all;

@@ -5,12 +5,10 @@
 
 #include <algorithm>
 #include <deque>
-#include <filesystem>
 #include <list>
 #include <memory>
 
-#include "tools/se_host/sweep/row.h"
-#include "tools/se_host/sweep/shard.h"
+#include "tools/se_host/sweep/shard_work.h"
 #include "tools/se_host/sweep/task_process.h"
 
 namespace se_host::sweep {
@@ -18,18 +16,9 @@ namespace {
 
 using Clock = TaskProcess::Clock;
 
-// A shard in work.
-struct Work {
-    size_t number;
-    std::unique_ptr<Shard> file;
-    std::deque<const Task*> waiting;
-    size_t open = 0;  // tasks without a row
-    size_t failed = 0;
-};
-
 struct Running {
     TaskProcess process;
-    std::shared_ptr<Work> work;
+    std::shared_ptr<ShardWork> work;
 };
 
 class Run {
@@ -42,9 +31,7 @@ class Run {
 
   private:
     bool startSome();
-    std::shared_ptr<Work> workWithATask();
-    std::shared_ptr<Work> open(size_t shard);
-    void finish(Work& work);
+    std::shared_ptr<ShardWork> workWithATask();
     void waitForSome();
     bool takeRows();
 
@@ -53,7 +40,7 @@ class Run {
     std::vector<Task> tasks_;
     Orders orders_;
     std::deque<size_t> shards_;  // not opened yet
-    std::shared_ptr<Work> current_;
+    std::shared_ptr<ShardWork> current_;
     std::list<Running> running_;
     size_t jobs_;
     const RunWatch& watch_;
@@ -79,35 +66,11 @@ Run::Run(const Folder& folder, const std::vector<size_t>& shards, size_t jobs, c
     ::sigprocmask(SIG_BLOCK, &child_ended_, nullptr);
 }
 
-std::shared_ptr<Work> Run::open(size_t shard) {
-    auto work = std::make_shared<Work>();
-    work->number = shard;
-    work->file = std::make_unique<Shard>(folder_, shard);
-    // Another process may have finished it since the start.
-    const bool is_finished = isFinished(folder_, shard);
-    if (is_finished) std::filesystem::remove(folder_.part(shard));
-    size_t tasks = 0;
-    for (const Task& task : tasks_) {
-        if (task.shard != shard) continue;
-        ++tasks;
-        if (!is_finished && work->file->keys().count(task.key) == 0) work->waiting.push_back(&task);
-    }
-    work->open = work->waiting.size();
-    watch_.done(tasks - work->open);
-    if (work->open == 0 && !is_finished) finish(*work);
-    return work;
-}
-
-void Run::finish(Work& work) {
-    work.file->finish();
-    watch_.after_shard(work.number, work.file->keys().size(), work.failed);
-}
-
 // Null when no task is left to be started.
-std::shared_ptr<Work> Run::workWithATask() {
-    while (!current_ || current_->waiting.empty()) {
+std::shared_ptr<ShardWork> Run::workWithATask() {
+    while (!current_ || !current_->isWaiting()) {
         if (shards_.empty()) return nullptr;
-        current_ = open(shards_.front());
+        current_ = std::make_shared<ShardWork>(folder_, shards_.front(), tasks_, watch_);
         shards_.pop_front();
     }
     return current_;
@@ -116,10 +79,9 @@ std::shared_ptr<Work> Run::workWithATask() {
 bool Run::startSome() {
     bool started = false;
     while (running_.size() < jobs_) {
-        const std::shared_ptr<Work> work = workWithATask();
+        const std::shared_ptr<ShardWork> work = workWithATask();
         if (!work) break;
-        const Task& task = *work->waiting.front();
-        work->waiting.pop_front();
+        const Task& task = work->next();
         const TimeLimit& limit = plan_.time_limit;
         running_.push_back(
             {TaskProcess(orders_.of(task), limit.base + limit.per_second * task.seconds), work});
@@ -149,11 +111,7 @@ bool Run::takeRows() {
             ++one;
             continue;
         }
-        Work& work = *one->work;
-        work.file->append(*row);
-        if (hasFailed(*row)) ++work.failed;
-        watch_.done(1);
-        if (--work.open == 0) finish(work);
+        one->work->add(*row);
         one = running_.erase(one);
     }
     return running_.size() < before;
