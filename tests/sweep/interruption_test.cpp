@@ -42,7 +42,7 @@ class SweepInterruption : public SweepTest {
     void expectTheBytesOfAWholeRun() const {
         sweep("run");
         sweep("merge");
-        sweep(std::string("rec --folder whole ") + kGrid);
+        sweep(std::string("rec --no-report --folder whole ") + kGrid);
         EXPECT_EQ(results("sweep"), results("whole"));
     }
 };

@@ -18,7 +18,7 @@ class Manifest : public SweepTest {
 
     std::vector<Entry> read(const std::string& text) const {
         writeText("list.jsonl", text);
-        return readManifest(path("list.jsonl"));
+        return readManifest(path("list.jsonl"), true);
     }
 
     void expectRefusal(const std::string& text, const std::string& reason) const {

@@ -69,21 +69,21 @@ TEST_F(OneRow, ForAnEngineThatTalks) {
 
 TEST_F(OneRow, ForARecordingThatIsCutShort) {
     std::filesystem::resize_file(path("rec/a.wav"), 1000);
-    sweep("rec");
+    sweep("rec --no-report");
     expectFirstFailed("cannot read '" + path("rec/a.wav") +
                       "': it is cut short, 24644 bytes are missing; give the whole file");
 }
 
 TEST_F(OneRow, ForARecordingThatIsNone) {
     writeText("rec/a.wav", "not a sound");
-    sweep("rec");
+    sweep("rec --no-report");
     expectFirstFailed("cannot read '" + path("rec/a.wav") +
                       "': not a sound file that can be decoded; give a WAV or FLAC file");
 }
 
 TEST_F(OneRow, ForARecordingWithTooFewChannels) {
     writeSound(path("rec/a.wav"), patternedSound(1600, 2));
-    sweep("rec");
+    sweep("rec --no-report");
     EXPECT_NE(rows()[0]["error"].get<std::string>().find("has 2 channels, but the engine needs 8 or more"),
               std::string::npos);
     EXPECT_EQ(rows()[1]["status"], "ok");
@@ -91,7 +91,7 @@ TEST_F(OneRow, ForARecordingWithTooFewChannels) {
 
 TEST_F(OneRow, ForATuningThatTheEngineRefuses) {
     std::filesystem::remove(path("rec/b.wav"));
-    sweep("rec --grid seout_gain_q10=-1");
+    sweep("rec --no-report --grid seout_gain_q10=-1");
     const std::vector<Json> all = rows();
     ASSERT_EQ(all.size(), 2u);
     EXPECT_EQ(all[0]["status"], "ok");
@@ -110,17 +110,25 @@ TEST_F(OneRow, ForARecordingThatChangedAfterThePlan) {
         "sweep plan' again");
 }
 
+TEST_F(OneRow, ForARecordingThatIsGone) {
+    sweep("plan rec");
+    std::filesystem::remove(path("rec/a.wav"));
+    sweep("run");
+    sweep("merge");
+    expectFirstFailed("cannot read '" + path("rec/a.wav") + "': No such file or directory");
+}
+
 TEST_F(OneRow, IsTriedAgainWhenTheUserAsks) {
     runFirstWhile("block segv");
-    sweep(std::string("rec --quiet ") + kHostile);
+    sweep(std::string("rec --no-report --quiet ") + kHostile);
     EXPECT_EQ(rows()[0]["status"], "failed");
-    sweep(std::string("rec --quiet --retry-failed ") + kHostile);
+    sweep(std::string("rec --no-report --quiet --retry-failed ") + kHostile);
     EXPECT_EQ(rows()[0]["status"], "ok");
 }
 
 TEST_F(OneRow, IsCountedForTheUser) {
     writeText("rec/a.wav", "not a sound");
-    const HostRun result = trySweep("rec");
+    const HostRun result = trySweep("rec --no-report");
     EXPECT_EQ(result.exit_code, 0);
     EXPECT_NE(result.out.find("1 task has failed; the row says why\n"), std::string::npos) << result.out;
     EXPECT_NE(result.out.find("2 rows, 1 of them failed\n"), std::string::npos) << result.out;

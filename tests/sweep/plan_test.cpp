@@ -68,7 +68,7 @@ TEST_F(SweepPlan, DividesTheTasksIntoShards) {
 }
 
 TEST_F(SweepPlan, WithMoreRecordingsAndTuningsKeepsTheRows) {
-    sweep(std::string("rec ") + kGrid);
+    sweep(std::string("rec --no-report ") + kGrid);
     makeRecordings(3);
     sweep("plan rec --grid seout_gain_q10=512,2048,4096");
     EXPECT_EQ(kept(), 6u);
@@ -77,37 +77,37 @@ TEST_F(SweepPlan, WithMoreRecordingsAndTuningsKeepsTheRows) {
     sweep("merge");
     EXPECT_EQ(rows().size(), 12u);
 
-    sweep("rec --folder new --grid seout_gain_q10=512,2048,4096");
+    sweep("rec --no-report --folder new --grid seout_gain_q10=512,2048,4096");
     EXPECT_EQ(results("sweep"), results("new"));
 }
 
 TEST_F(SweepPlan, WithFewerTuningsMergesThoseAlone) {
-    sweep(std::string("rec ") + kGrid);
-    sweep("rec --no-default --grid seout_gain_q10=512");
+    sweep(std::string("rec --no-report ") + kGrid);
+    sweep("rec --no-report --no-default --grid seout_gain_q10=512");
     EXPECT_EQ(rows().size(), 2u);
     EXPECT_EQ(kept(), 2u);
 }
 
 TEST_F(SweepPlan, KeepsTheRowsOfAShardThatIsNotFinished) {
-    sweep("rec");
+    sweep("rec --no-report");
     std::filesystem::rename(path("sweep/shards/00001.jsonl"), path("sweep/shards/00001.jsonl.part"));
     sweep("plan rec");
     EXPECT_EQ(kept(), 2u);
 }
 
 TEST_F(SweepPlan, FindsTheRowsOfARecordingThatWasRenamed) {
-    sweep("rec");
+    sweep("rec --no-report");
     std::filesystem::rename(path("rec/a.wav"), path("rec/z.wav"));
-    sweep("rec");
+    sweep("rec --no-report");
     EXPECT_EQ(kept(), 2u);
     EXPECT_EQ(rows()[1]["recording"], "z");
     EXPECT_EQ(rows()[1]["status"], "ok");
 }
 
 TEST_F(SweepPlan, OfARecordingThatChangedDoesItAgain) {
-    sweep("rec");
+    sweep("rec --no-report");
     writeSound(path("rec/a.wav"), patternedSound(3200));
-    sweep("rec");
+    sweep("rec --no-report");
     EXPECT_EQ(kept(), 1u);
 }
 

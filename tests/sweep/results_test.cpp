@@ -34,7 +34,7 @@ class SweepResults : public SweepTest {
 };
 
 TEST_F(SweepResults, SayWhatTheRowIsOf) {
-    sweep("rec");
+    sweep("rec --no-report");
     const Json row = rows().front();
     std::vector<std::string> fields;
     for (const auto& [name, value] : row.items()) fields.push_back(name);
@@ -48,7 +48,7 @@ TEST_F(SweepResults, SayWhatTheRowIsOf) {
 }
 
 TEST_F(SweepResults, AreInTheDatabase) {
-    sweep("rec --grid seout_gain_q10=512");
+    sweep("rec --no-report --grid seout_gain_q10=512");
     EXPECT_EQ(
         ask("SELECT recording, tuning, status, error FROM results"),
         "a|default|ok|null\na|seout_gain_q10=512|ok|null\nb|default|ok|null\nb|seout_gain_q10=512|ok|null\n");
@@ -61,7 +61,7 @@ TEST_F(SweepResults, HaveTheLabelsOfTheManifest) {
     writeText("list.jsonl", R"({"id":"1","recording":"rec/a.wav","scenario":"car, \"fast\"","snr":3}
 {"id":"2","recording":"rec/b.wav"}
 )");
-    sweep("list.jsonl");
+    sweep("list.jsonl --no-report");
     EXPECT_EQ(rows()[0]["labels"].dump(), R"({"scenario":"car, \"fast\"","snr":3})");
     EXPECT_EQ(ask("SELECT label_scenario, label_snr FROM results"), "car, \"fast\"|3\nnull|null\n");
     EXPECT_NE(textOf("sweep/results.csv").find("\n1,default,\"car, \"\"fast\"\"\",3,ok,"), std::string::npos)
@@ -69,9 +69,9 @@ TEST_F(SweepResults, HaveTheLabelsOfTheManifest) {
 }
 
 TEST_F(SweepResults, FollowLabelsThatAreWrittenLater) {
-    sweep("rec");
+    sweep("rec --no-report");
     writeText("list.jsonl", R"({"id":"1","recording":"rec/a.wav","scenario":"car"})");
-    sweep("list.jsonl");
+    sweep("list.jsonl --no-report");
     EXPECT_EQ(rows().front()["labels"]["scenario"], "car");
     EXPECT_EQ(Json::parse(textOf("sweep/plan.json"))["kept"], 1);
 }
@@ -91,8 +91,8 @@ TEST_F(SweepResults, AreRefusedWhileRowsAreMissing) {
 }
 
 TEST_F(SweepResults, HoldNothingOfTheFolderOrTheTime) {
-    sweep("rec --folder one");
-    sweep("rec --folder two");
+    sweep("rec --no-report --folder one");
+    sweep("rec --no-report --folder two");
     EXPECT_EQ(results("one"), results("two"));
 }
 

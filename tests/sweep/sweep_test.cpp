@@ -57,7 +57,7 @@ class Sweep : public SweepTest {};
 
 TEST_F(Sweep, OfAFolderGivesARowForEachRecordingAndTuning) {
     makeRecordings(2);
-    sweep(std::string("rec ") + kGrid);
+    sweep(std::string("rec --no-report ") + kGrid);
     std::vector<std::string> seen;
     for (const Json& row : rows()) {
         EXPECT_EQ(row["status"], "ok") << row;
@@ -69,7 +69,7 @@ TEST_F(Sweep, OfAFolderGivesARowForEachRecordingAndTuning) {
 
 TEST_F(Sweep, InStepsGivesTheSameBytes) {
     makeRecordings(2);
-    sweep(std::string("rec --folder whole ") + kGrid);
+    sweep(std::string("rec --no-report --folder whole ") + kGrid);
     sweep("manifest rec --out list.jsonl");
     sweep(std::string("plan list.jsonl ") + kGrid);
     sweep("run");
@@ -79,15 +79,15 @@ TEST_F(Sweep, InStepsGivesTheSameBytes) {
 
 TEST_F(Sweep, GivesTheSameBytesForAnyNumberOfWorkersAndShards) {
     makeRecordings(3);
-    sweep(std::string("rec --folder one --jobs 1 ") + kGrid);
-    sweep(std::string("rec --folder many --jobs 5 --shard-seconds 2 ") + kGrid);
+    sweep(std::string("rec --no-report --folder one --jobs 1 ") + kGrid);
+    sweep(std::string("rec --no-report --folder many --jobs 5 --shard-seconds 2 ") + kGrid);
     EXPECT_EQ(results("one"), results("many"));
     EXPECT_TRUE(std::filesystem::exists(path("many/shards/00003.jsonl")));
 }
 
 TEST_F(Sweep, ByABackendGivesTheSameBytes) {
     makeRecordings(2);
-    sweep(std::string("rec --folder whole ") + kGrid);
+    sweep(std::string("rec --no-report --folder whole ") + kGrid);
     sweep(std::string("plan rec --shard-seconds 2 ") + kGrid);
     sweep("run --backend local");
     sweep("merge");
@@ -113,9 +113,15 @@ TEST_F(Sweep, ByABackendThatLeavesShardsSaysHowMany) {
               "se_host: backend '/bin/true' has ended, 1 of 1 shards are not finished; run it again\n");
 }
 
+TEST_F(Sweep, EndsWithAReport) {
+    makeRecordings(2);
+    sweep(std::string("rec ") + kGrid);
+    EXPECT_NE(textOf("sweep/report.html").find("seout_gain_q10=512"), std::string::npos);
+}
+
 TEST_F(Sweep, WritesTheMeasuresOverTime) {
     makeRecordings(1);
-    sweep("rec --over-time --quiet");
+    sweep("rec --no-report --over-time --quiet");
     const std::string key = rows().front()["key"];
     EXPECT_EQ(textOf("sweep/over-time/" + key + ".csv").rfind("s", 0), 0u);
 }
@@ -123,11 +129,20 @@ TEST_F(Sweep, WritesTheMeasuresOverTime) {
 // The row tells how to listen to it.
 TEST_F(Sweep, HasTheOutputOfProcess) {
     makeRecordings(1);
-    sweep(std::string("rec --no-default ") + "--grid seout_gain_q10=512");
+    sweep(std::string("rec --no-report --no-default ") + "--grid seout_gain_q10=512");
     const HostRun processed =
         shell("se_host process rec/a.wav a.wav --quiet --tuning 'sweep/tunings/seout_gain_q10=512.json'");
     EXPECT_EQ(processed.exit_code, 0) << processed.err;
     EXPECT_EQ(rows().front()["output"], se_host::sweep::hashOfSamples(readSound(path("a.wav")).samples));
+}
+
+TEST_F(Sweep, ShowsABarOnATerminal) {
+    makeRecordings(2);
+    sweep("plan rec");
+    const HostRun result = runOnTerminal({"sweep", "run", path("sweep")});
+    EXPECT_EQ(result.exit_code, 0);
+    EXPECT_EQ(result.out, "");
+    EXPECT_NE(result.err.find("****"), std::string::npos) << result.err;
 }
 
 TEST_F(Sweep, WithoutRecordingsIsRefused) {
@@ -138,7 +153,8 @@ TEST_F(Sweep, WithoutRecordingsIsRefused) {
 TEST_F(Sweep, OfAnotherFoldersFilesIsRefused) {
     makeRecordings(1);
     noteFiles();
-    expectRefused(trySweep("rec --folder rec"), kFailure, "'rec' holds something else than a sweep");
+    expectRefused(trySweep("rec --no-report --folder rec"), kFailure,
+                  "'rec' holds something else than a sweep");
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
 // `se_host sweep`: recordings times tunings.
+#include <fcntl.h>
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -25,12 +26,13 @@ constexpr const char* kExamples =
     "  se_host sweep run --backend slurm\n"
     "  se_host sweep merge\n"
     "  se_host sweep report\n"
-    "The results are sweep/results.jsonl, results.csv and results.sqlite.\n"
+    "The results are sweep/results.jsonl, results.csv, results.sqlite and report.html.\n"
     "'se_host sweep COMMAND --help' explains a command.\n";
 
 struct SweepOptions {
     SweepPlanOptions plan;
     size_t jobs = 0;
+    bool no_report = false;
 };
 
 // The engine stays in the process of the plan. true: this is that process, and the plan is made.
@@ -49,6 +51,14 @@ bool planInChild(const SweepPlanOptions& options) {
     return false;
 }
 
+// In this process, as another command.
+[[noreturn]] void becomeReport(const std::string& folder, bool quiet) {
+    std::cout.flush();
+    if (quiet) ::dup2(::open("/dev/null", O_WRONLY | O_CLOEXEC), STDOUT_FILENO);
+    ::execl("/proc/self/exe", "se_host", "sweep", "report", folder.c_str(), nullptr);
+    throw se_output::Failure("cannot start the report; run 'se_host sweep report " + folder + "'");
+}
+
 void run(const SweepOptions& options) {
     if (options.plan.recordings.empty()) {
         throw se_output::UsageError(
@@ -61,6 +71,7 @@ void run(const SweepOptions& options) {
     run.quiet = options.plan.quiet;
     runSweep(run);
     mergeSweep({options.plan.folder, false, options.plan.quiet});
+    if (!options.no_report) becomeReport(options.plan.folder, options.plan.quiet);
 }
 
 }  // namespace
@@ -80,6 +91,7 @@ void addSweep(CLI::App& app) {
         ->type_name("");
     addSweepPlanOptions(*sweep, options->plan);
     addSweepJobs(*sweep, options->jobs);
+    sweep->add_flag("--no-report", options->no_report, "Leave out the report");
     sweep->footer(kExamples);
     sweep->callback([sweep, options] {
         if (sweep->get_subcommands().empty()) run(*options);

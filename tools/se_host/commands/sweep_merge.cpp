@@ -29,7 +29,7 @@ void addSweepMerge(CLI::App& sweep) {
         "them.\n"
         "Examples:\n"
         "  se_host sweep merge\n"
-        "  sqlite3 sweep/results.sqlite 'SELECT tuning, count(*), avg(output_level_dbfs) FROM results GROUP "
+        "  sqlite3 sweep/results.sqlite 'SELECT tuning, count(*), avg(output_speech_dbfs) FROM results GROUP "
         "BY "
         "tuning'\n");
     command->callback([options] { mergeSweep(*options); });

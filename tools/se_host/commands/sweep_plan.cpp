@@ -31,7 +31,7 @@ std::vector<sweep::Entry> entriesOf(const SweepPlanOptions& options) {
         throw se_output::UsageError(
             "--far-end-channel is for a folder; a manifest says it for each recording");
     }
-    return sweep::readManifest(options.recordings);
+    return sweep::readManifest(options.recordings, true);
 }
 
 std::vector<sweep::Point> gridOf(const SweepPlanOptions& options) {
@@ -90,7 +90,7 @@ void planSweep(const SweepPlanOptions& options) {
     if (options.quiet) return;
     std::cout << "planned " << plan.tasks << " tasks: " << recordings << " recordings, "
               << plan.tunings.size() << " tunings; " << plan.kept << " rows are there, " << plan.shards
-              << " shards to do\n";
+              << (plan.shards == 1 ? " shard" : " shards") << " to do\n";
 }
 
 void addSweepPlanOptions(CLI::App& command, SweepPlanOptions& options) {

@@ -58,6 +58,12 @@ void requireMap(const std::string& map) {
     }
 }
 
+void requireFiles(const Entry& entry) {
+    for (const std::string& file : filesOf(entry)) {
+        if (!fs::is_regular_file(file)) throw Failure("there is no file '" + file + "'");
+    }
+}
+
 }  // namespace
 
 Json toJson(const Entry& entry) {
@@ -86,7 +92,7 @@ Entry entryOf(const Json& json, const std::string& folder) {
     return entry;
 }
 
-std::vector<Entry> readManifest(const std::string& path) {
+std::vector<Entry> readManifest(const std::string& path, bool with_files) {
     const std::string folder = fs::absolute(path).parent_path().string();
     std::vector<Entry> entries;
     std::set<std::string> ids;
@@ -94,9 +100,7 @@ std::vector<Entry> readManifest(const std::string& path) {
         entries.push_back(entryOf(objectIn(line), folder));
         if (!ids.insert(entries.back().id).second)
             throw Failure("the id '" + entries.back().id + "' is used twice");
-        for (const std::string& file : filesOf(entries.back())) {
-            if (!fs::is_regular_file(file)) throw Failure("there is no file '" + file + "'");
-        }
+        if (with_files) requireFiles(entries.back());
     });
     if (entries.empty())
         throw Failure("'" + path + "' names no recording; 'se_host sweep manifest' writes one");

@@ -25,8 +25,8 @@ Json toJson(const Entry& entry);
 Entry entryOf(const Json& json, const std::string& folder);
 
 // Paths in it start at the manifest's own folder; those of the result are absolute.
-// fails: Failure, naming file and line.
-std::vector<Entry> readManifest(const std::string& path);
+// fails: Failure, naming file and line; when `with_files`, also for a file that is not there.
+std::vector<Entry> readManifest(const std::string& path, bool with_files);
 
 // As the content of the output; the caller commits.
 void writeManifest(se_output::OutputFile& file, const std::vector<Entry>& entries);

@@ -93,7 +93,7 @@ class Results {
 
 Merged mergeRows(const Folder& folder, bool partial) {
     readPlan(folder);
-    const std::vector<Entry> entries = readManifest(folder.manifest());
+    const std::vector<Entry> entries = readManifest(folder.manifest(), false);
     const auto labels = labelsById(entries);
     const Rows rows = allRows(folder);
     std::vector<Task> tasks = readTasks(folder);

@@ -99,7 +99,7 @@ std::vector<Task> readTasks(const Folder& folder) {
 }
 
 Orders::Orders(const Folder& folder, const Plan& plan)
-    : folder_(folder), plan_(plan), entries_(readManifest(folder.manifest())) {
+    : folder_(folder), plan_(plan), entries_(readManifest(folder.manifest(), false)) {
     if (FileHashes().of(plan.engine.path) != plan.engine.hash) {
         throw Failure("the engine '" + plan.engine.path +
                       "' is another one than when the plan was made; run 'se_host sweep plan' again");
@@ -116,9 +116,13 @@ Order Orders::of(const Task& task) const {
     if (entry == entries_.end() || entry->id != task.recording || tuning == plan_.tunings.end()) {
         throw Failure("'" + folder_.tasks() + "' does not fit the plan; run 'se_host sweep plan' again");
     }
+    // Absolute, because an engine may change the working folder.
+    const auto path = [&](const std::string& name) {
+        return std::filesystem::absolute(folder_.file(name)).string();
+    };
     return {task.key,     *entry,
-            tuning->name, tuning->file.empty() ? "" : folder_.file(tuning->file),
-            plan_.engine, plan_.over_time ? folder_.overTime() + "/" + task.key + ".csv" : ""};
+            tuning->name, tuning->file.empty() ? "" : path(tuning->file),
+            plan_.engine, plan_.over_time ? path("over-time/" + task.key + ".csv") : ""};
 }
 
 }  // namespace se_host::sweep
