@@ -119,12 +119,20 @@ void replaceAll(std::string& text, const std::string& from, const std::string& t
     }
 }
 
+void eraseElements(std::string& svg, const std::string& tag) {
+    const std::string end = "</" + tag + ">";
+    for (size_t at = svg.find("<" + tag + ">"); at != std::string::npos; at = svg.find("<" + tag + ">", at)) {
+        svg.erase(at, svg.find(end, at) + end.size() - at);
+    }
+}
+
 }  // namespace
 
 Picture::Picture(const std::string& path) : ending_(endingOf(path)), file_((requireGnuplot(), path)) {}
 
 void Picture::draw(const std::string& script, PictureSize size) {
-    drawInto(file_.descriptor(), path(), preamble(ending_ == kPng ? kPngOnWhite : kSvgOnWhite, size) + script, ending_);
+    drawInto(file_.descriptor(), path(), preamble(ending_ == kPng ? kPngOnWhite : kSvgOnWhite, size) + script,
+             ending_);
 }
 
 std::string pngBytes(const std::string& name, const std::string& script, PictureSize size) {
@@ -139,16 +147,16 @@ std::string svgElement(const std::string& name, const std::string& script, Pictu
     std::string svg = contentOf(file.number());
     svg.erase(0, svg.find("<svg"));
     svg.erase(svg.rfind("</svg>") + 6);
-    const size_t title = svg.find("<title>Gnuplot");
-    svg.erase(title, svg.find("</desc>") + 7 - title);
+    // They would be tooltips.
+    eraseElements(svg, "title");
+    eraseElements(svg, "desc");
     // In a page the namespaces are known.
     replaceAll(svg, " xmlns=\"http://www.w3.org/2000/svg\"", "");
     replaceAll(svg, " xmlns:xlink=\"http://www.w3.org/1999/xlink\"", "");
     replaceAll(svg, "xlink:href", "href");
-    replaceAll(svg, " id=\"", " id=\"" + name + "-");
-    replaceAll(svg, "href='#", "href='#" + name + "-");
-    replaceAll(svg, "href=\"#", "href=\"#" + name + "-");
-    replaceAll(svg, "url(#", "url(#" + name + "-");
+    for (const char* const before : {" id=\"", " id='", "href=\"#", "href='#", "url(#"}) {
+        replaceAll(svg, before, before + name + "-");
+    }
     return svg;
 }
 

@@ -42,13 +42,16 @@ void run(const ReportOptions& options) {
 }  // namespace
 
 void addSweepReport(CLI::App& sweep) {
-    CLI::App* const command = sweep.add_subcommand("report", "Show which tuning is better, and for which recordings");
+    CLI::App* const command =
+        sweep.add_subcommand("report", "Show which tuning is better, and for which recordings");
     const auto options = std::make_shared<ReportOptions>();
     addSweepFolder(*command, options->folder);
-    command->add_option("-o,--out", options->output, "The page (default: report.html in FOLDER)")->type_name("FILE.html");
+    command->add_option("-o,--out", options->output, "The page (default: report.html in FOLDER)")
+        ->type_name("FILE.html");
     command
-        ->add_option("--against", options->against,
-                     "The reference that the other tunings are compared with (default: 'default', or the first)")
+        ->add_option(
+            "--against", options->against,
+            "The reference that the other tunings are compared with (default: 'default', or the first)")
         ->type_name("TUNING");
     command
         ->add_option("--measure", options->measures,
@@ -58,12 +61,14 @@ void addSweepReport(CLI::App& sweep) {
         ->type_name("LABEL")
         ->capture_default_str();
     command
-        ->add_option("--show", options->show,
-                     "Show the recordings of this tuning that gained and lost most in the first measure "
-                     "(default: of the tuning that gained most)")
+        ->add_option(
+            "--show", options->show,
+            "Show the recordings of this tuning that gained and lost most (default: of the tuning with the "
+            "most certain difference)")
         ->type_name("TUNING");
-    command->add_flag("--no-pictures", options->no_pictures,
-                      "Draw no pictures of these recordings; each of them is processed twice for its picture");
+    command->add_flag(
+        "--no-pictures", options->no_pictures,
+        "Draw no pictures of these recordings; each of them is processed twice for its picture");
     command->footer(kExamples);
     command->callback([options] { run(*options); });
 }

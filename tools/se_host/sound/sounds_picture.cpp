@@ -11,8 +11,7 @@ namespace {
 using quill::stringPrintf;
 
 constexpr size_t kMoments = 800;
-constexpr int kWidth = 1100;
-constexpr int kRowHeight = 316;
+constexpr se_output::PictureSize kSize{1100, 950};
 
 using Moments = std::vector<Moment>;
 
@@ -40,10 +39,10 @@ std::string spectrogram(const std::string& title, const std::string& name, const
 
 }  // namespace
 
-std::string soundsScript(const std::vector<ShownSound>& sounds) {
+std::string soundsScript(const std::vector<ShownSound>& sounds, size_t most) {
     std::string data, lines, pictures;
     for (size_t i = 0; i < sounds.size(); ++i) {
-        const Moments moments = momentsOf(sounds[i].samples, kMoments);
+        const Moments moments = momentsOf(sounds[i].samples, most);
         if (moments.empty())
             throw se_output::Failure("the recording is too short for a picture; leave out --plot");
         const std::string level = stringPrintf("level%zu", i), spectrum = stringPrintf("spectra%zu", i);
@@ -56,9 +55,9 @@ std::string soundsScript(const std::vector<ShownSound>& sounds) {
     const double seconds = static_cast<double>(sounds.front().samples.size()) / kEngineSampleRate;
     return data +
            stringPrintf(
-               "set multiplot layout %zu,1 margins 0.08,0.88,0.07,0.95 spacing 0.09\nset xrange [0:%g]\n",
+               "set multiplot layout %zu,1 margins 0.1,0.88,0.07,0.95 spacing 0.09\nset xrange [0:%g]\n",
                sounds.size() + 1, seconds) +
-           "set title 'Level'\nset ylabel 'dBFS'\nset grid\nset yrange [-100:0]\nset key bottom right "
+           "set title 'Level'\nset ylabel 'dBFS'\nset grid\nset yrange [-100:0]\nset key bottom right opaque "
            "horizontal\n" +
            lines +
            "\nset ylabel 'kHz'\nunset grid\nset yrange [0:8]\nset cbrange [-110:-30]\nset cblabel 'dBFS'\n"
@@ -67,15 +66,11 @@ std::string soundsScript(const std::vector<ShownSound>& sounds) {
            pictures + "unset multiplot\n";
 }
 
-se_output::PictureSize soundsSize(size_t sounds) {
-    return {kWidth, kRowHeight * (static_cast<int>(sounds) + 1)};
-}
-
 void drawProcess(se_output::Picture& picture, const std::vector<int16_t>& microphone,
                  const std::vector<int16_t>& output) {
     const std::vector<ShownSound> sounds{{"Centre microphone", "#b0b0b0", microphone},
                                          {"Output", "#0060ad", output}};
-    picture.draw(soundsScript(sounds), soundsSize(sounds.size()));
+    picture.draw(soundsScript(sounds, kMoments), kSize);
 }
 
 }  // namespace se_host

@@ -1,6 +1,7 @@
 // A picture of several sounds over the same time: their levels, and the spectra of each.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -15,11 +16,9 @@ struct ShownSound {
     const std::vector<int16_t>& samples;
 };
 
-// In gnuplot's language. The sounds at 16 kHz, of one length. fails: Failure when they are too short.
-std::string soundsScript(const std::vector<ShownSound>& sounds);
-
-// For a script of `sounds` sounds.
-se_output::PictureSize soundsSize(size_t sounds);
+// In gnuplot's language, with at most `moments` spectra of each. The sounds at 16 kHz, of one length.
+// fails: Failure when they are too short.
+std::string soundsScript(const std::vector<ShownSound>& sounds, size_t moments);
 
 // The picture of a run. `microphone` and `output` at 16 kHz, of one length. fails: Failure.
 void drawProcess(se_output::Picture& picture, const std::vector<int16_t>& microphone,

@@ -143,16 +143,19 @@ std::string measureSections(const Report& report) {
     return html;
 }
 
-// In the first measure with a direction and a difference: of the tuning that is asked for, or of the one that gained most.
+// How many times wider than its interval a difference is.
+double certaintyOf(const Comparison& comparison) {
+    const double width = comparison.interval.high - comparison.interval.low;
+    return comparison.isSame() ? 0 : std::abs(comparison.mean) / std::max(width, 1e-9);
+}
+
+// The most certain difference in which a tuning can be better; of one tuning when `show` names it. Null: there is none.
 const Comparison* shownComparison(const Report& report, const std::string& show) {
     const Comparison* shown = nullptr;
     for (const Comparison& comparison : report.comparisons) {
         if (comparison.better == Better::kNeither || comparison.isSame()) continue;
-        if (!show.empty() && report.results.tuningOf(show) != comparison.tuning) continue;
-        if (shown == nullptr) shown = &comparison;
-        const double sign = comparison.better == Better::kMore ? 1 : -1;
-        if (comparison.measure == shown->measure && sign * comparison.mean > sign * shown->mean)
-            shown = &comparison;
+        if (!show.empty() && report.results.tunings[comparison.tuning] != show) continue;
+        if (shown == nullptr || certaintyOf(comparison) > certaintyOf(*shown)) shown = &comparison;
     }
     return shown;
 }

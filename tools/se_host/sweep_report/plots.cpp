@@ -42,8 +42,7 @@ std::string axisTitle(const Measure& measure) {
     return withUnit(measure, std::string(measure.title) + (*measure.unit == '\0' ? "" : ","));
 }
 
-constexpr const char* kGrid =
-    "set grid lt 1 lw 0.5 lc rgb '#9aa5b1'\nset border 3 lc rgb 'black'\nset tics nomirror out\n";
+constexpr const char* kGrid = "set grid lt 1 lw 0.5 lc rgb '#9aa5b1'\nset border 3\nset tics nomirror out\n";
 
 }  // namespace
 
@@ -64,16 +63,16 @@ std::string boxPlot(const std::string& name, const Results& results, const Measu
                            static_cast<double>(count) + 0.6);
     script += "set xlabel " + plotText(axisTitle(measure.measure)) + "\n";
     script +=
+        "set style fill transparent solid 0.3 border rgb '#0072b2'\n"
         "plot $boxes using 4:1:2:6 with xerrorbars pt -1 lw 1.5 lc rgb '#0072b2',"
-        " $boxes using 4:1:3:5:($1-0.3):($1+0.3) with boxxyerror fs transparent solid 0.35 border lc rgb "
-        "'#0072b2',"
-        " $boxes using 4:($1-0.3):(0):(0.6) with vectors nohead lw 3 lc rgb 'black'\n";
+        " $boxes using 4:1:3:5:($1-0.3):($1+0.3) with boxxyerror fc rgb '#0072b2',"
+        " $boxes using 4:($1-0.3):(0):(0.6) with vectors nohead lt -1 lw 3\n";
     return se_output::svgElement(name, script, {kWidth, 90 + 26 * static_cast<int>(count)});
 }
 
 std::string pairedPlot(const std::string& name, const Results& results,
                        const std::vector<const Comparison*>& comparisons) {
-    std::string script, plots = "plot 0 with lines lw 1 lc rgb 'black' notitle";
+    std::string script, plots = "plot 0 with lines lt -1 lw 1 notitle";
     for (size_t line = 0; line < comparisons.size(); ++line) {
         std::vector<double> differences;
         for (const Pair& pair : comparisons[line]->pairs) differences.push_back(pair.difference);
@@ -93,7 +92,7 @@ std::string pairedPlot(const std::string& name, const Results& results,
     script += kGrid;
     script += "set xrange [0:100]\nset xlabel 'recordings in the order of their difference, %'\nset ylabel " +
               plotText(withUnit(measure, *measure.unit == '\0' ? "difference" : "difference,")) +
-              "\nset key outside below horizontal\nset offsets 0, 0, graph 0.05, graph 0.05\n";
+              "\nset key above horizontal\nset offsets 0, 0, graph 0.05, graph 0.05\n";
     return se_output::svgElement(name, script + plots + "\n",
                                  {kWidth, 330 + 20 * static_cast<int>(comparisons.size() / 3)});
 }

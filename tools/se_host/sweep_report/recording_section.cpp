@@ -11,7 +11,8 @@
 namespace se_host::report {
 namespace {
 
-constexpr se_output::PictureSize kPictureSize{760, 860};
+constexpr se_output::PictureSize kPictureSize{800, 860};
+constexpr size_t kMoments = 400;  // fewer than the picture has columns: its bytes are in the page
 
 std::string labelsText(const std::map<std::string, std::string>& labels) {
     std::string text;
@@ -46,7 +47,7 @@ std::string picture(const Report& report, const Comparison& comparison, const st
     const std::vector<ShownSound> sounds{{"Centre microphone", "#b0b0b0", microphone},
                                          {"Output, " + report.referenceName(), "#0060ad", reference},
                                          {"Output, " + tuning, "#d55e00", output}};
-    const std::string png = se_output::pngBytes(recording, soundsScript(sounds), kPictureSize);
+    const std::string png = se_output::pngBytes(recording, soundsScript(sounds, kMoments), kPictureSize);
     const std::string text = "Levels and spectra of the microphone and of both outputs, " + recording;
     return element("figure", "<img alt=\"" + escaped(text) + "\" src=\"" + imageData(png) + "\">\n");
 }

@@ -32,33 +32,42 @@ bool comesBefore(const std::string& a, const std::string& b) {
     return a < b;
 }
 
-std::vector<Json> readRows(const std::string& path) {
+// Calls `visit` for each row. They are read anew each time: all together they would take a hundred times their length.
+template <typename Visit>
+void visitRows(const std::string& path, Visit visit) {
     std::ifstream file(path);
     if (!file) throw Failure("cannot read '" + path + "'; 'se_host sweep merge' writes it");
-    std::vector<Json> rows;
     size_t number = 0;
     for (std::string line; std::getline(file, line);) {
         ++number;
         if (line.find_first_not_of(" \t\r") == std::string::npos) continue;
+        Json row;
         try {
-            rows.push_back(readJson(line));
-            for (const char* field : {"recording", "tuning", "status", "measures"}) rows.back().at(field);
+            row = readJson(line);
+            for (const char* field : {"recording", "tuning", "status", "measures"}) row.at(field);
         } catch (const std::exception& error) {
             throw Failure(path + ":" + std::to_string(number) + ": not a row of results (" + error.what() +
                           ")");
         }
+        visit(row);
     }
-    if (rows.empty()) throw Failure("'" + path + "' has no rows; was the sweep empty?");
-    return rows;
 }
 
-template <typename Less>
-std::vector<std::string> namesIn(const std::vector<Json>& rows, const char* field, Less less) {
-    std::vector<std::string> names;
-    for (const Json& row : rows) names.push_back(textOf(row.at(field)));
-    std::sort(names.begin(), names.end(), less);
-    names.erase(std::unique(names.begin(), names.end()), names.end());
-    return names;
+// Tunings, recordings and the number of rows.
+Results namesIn(const std::string& path) {
+    Results results;
+    std::set<std::string> tunings, recordings;
+    visitRows(path, [&](const Json& row) {
+        tunings.insert(textOf(row.at("tuning")));
+        recordings.insert(textOf(row.at("recording")));
+        if (results.rows++ == 0)
+            results.build = textOf(row.value("engine", Json::object()).value("build", Json("")));
+    });
+    if (results.rows == 0) throw Failure("'" + path + "' has no rows; was the sweep empty?");
+    results.tunings.assign(tunings.begin(), tunings.end());
+    std::sort(results.tunings.begin(), results.tunings.end(), comesBefore);
+    results.recordings.assign(recordings.begin(), recordings.end());
+    return results;
 }
 
 template <typename Less>
@@ -122,18 +131,13 @@ size_t Results::tuningOf(const std::string& name) const {
 
 Results readResults(const std::string& folder) {
     const std::string path = folder + "/results.jsonl";
-    const std::vector<Json> rows = readRows(path);
-    Results results;
-    results.rows = rows.size();
-    results.build = textOf(rows.front().value("engine", Json::object()).value("build", Json("")));
-    results.tunings = namesIn(rows, "tuning", comesBefore);
-    results.recordings = namesIn(rows, "recording", std::less<>());
+    Results results = namesIn(path);
     results.labels.resize(results.recordings.size());
     const std::vector<Values> nothing(results.tunings.size(), Values(results.recordings.size()));
     for (const Measure& measure : measures()) results.measures.push_back({measure, nothing});
 
     std::set<std::pair<size_t, size_t>> seen;
-    for (const Json& row : rows) {
+    visitRows(path, [&](const Json& row) {
         const size_t tuning = placeOf(results.tunings, row.at("tuning"), comesBefore);
         const size_t recording = placeOf(results.recordings, row.at("recording"), std::less<>());
         if (!seen.emplace(tuning, recording).second) {
@@ -141,7 +145,7 @@ Results readResults(const std::string& folder) {
                           results.tunings[tuning] + "'; run 'se_host sweep merge' again");
         }
         addRow(results, row, tuning, recording);
-    }
+    });
     auto& kept = results.measures;
     kept.erase(
         std::remove_if(kept.begin(), kept.end(), [](const auto& measure) { return !hasValue(measure); }),

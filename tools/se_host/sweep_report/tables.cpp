@@ -40,9 +40,9 @@ std::string quantilesCell(const Measure& measure, const std::optional<Quantiles>
     if (!quantiles) return element("td", "&ndash;", "class=\"soft\"");
     const std::string range =
         valueText(measure, quantiles->low) + " to " + valueText(measure, quantiles->high);
+    const std::string number = ", n = " + std::to_string(quantiles->count);
     return element("td",
-                   escaped(valueText(measure, quantiles->median)) + element("small", escaped(range)) +
-                       element("small", "n = " + std::to_string(quantiles->count)),
+                   escaped(valueText(measure, quantiles->median)) + element("small", escaped(range + number)),
                    mark.empty() ? "" : "class=\"" + mark + "\"");
 }
 
