@@ -2,6 +2,7 @@
 #include "tools/se_host/sweep/hash.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <fstream>
@@ -18,7 +19,7 @@ TEST(Hash, IsXxh3) {
 }
 
 TEST(Hash, OfAFileIsThatOfItsBytes) {
-    const std::string path = testing::TempDir() + "se_sweep_hash";
+    const std::string path = testing::TempDir() + "se_sweep_hash" + std::to_string(::getpid());
     const std::string bytes(3 << 20, 'x');
     std::ofstream(path) << bytes;
     EXPECT_EQ(FileHashes().of(path), hashOf(bytes));

@@ -90,15 +90,16 @@ TEST_F(SweepInterruption, ByASecondRunDoesNoHarm) {
 TEST_F(SweepInterruption, LeavesNoEngineBehind) {
     ::setenv("SE_HOSTILE", "block hang-masked", 1);
     sweep("plan rec --engine test_engines/hostile");
+    // The run has a child a task, which has a child with the engine.
     const HostRun result = shell(
+        "childOf() { cut -d' ' -f1 /proc/$1/task/$1/children; }\n"
         "'" SE_HOST_PATH
-        "' sweep run --quiet & run=$!\n"
-        "until task=$(pgrep -P $run) && pgrep -P \"$(echo $task | cut -d' ' -f1)\" >engine; do :; done\n"
+        "' sweep run --quiet --jobs 1 & run=$!\n"
+        "engine=\n"
+        "while [ -z \"$engine\" ]; do task=$(childOf $run); [ -z \"$task\" ] || engine=$(childOf $task); "
+        "done\n"
         "kill -KILL $run\n"
-        "wait $run 2>/dev/null\n"
-        "engine=$(head -1 engine)\n"
-        "while kill -0 \"$engine\" 2>/dev/null && ! grep -q ') Z' /proc/$engine/stat 2>/dev/null; do sleep "
-        "0.1; done\n"
+        "while kill -0 $engine && ! grep -q ') Z' /proc/$engine/stat; do sleep 0.1; done 2>/dev/null\n"
         "echo ended\n");
     ::unsetenv("SE_HOSTILE");
     EXPECT_EQ(result.out, "ended\n") << result.err;

@@ -29,9 +29,7 @@ void addSweepMerge(CLI::App& sweep) {
         "them.\n"
         "Examples:\n"
         "  se_host sweep merge\n"
-        "  sqlite3 sweep/results.sqlite 'SELECT tuning, count(*), avg(output_speech_dbfs) FROM results GROUP "
-        "BY "
-        "tuning'\n");
+        "  sqlite3 sweep/results.sqlite 'SELECT tuning, avg(output_speech_dbfs) FROM results GROUP BY 1'\n");
     command->callback([options] { mergeSweep(*options); });
 }
 

@@ -22,7 +22,7 @@ constexpr const char* kExplanation =
     "A plan in the same folder with more recordings or tunings keeps the rows that are there.\n"
     "Examples:\n"
     "  se_host sweep plan recordings.jsonl --tuning tunings/*.json\n"
-    "  se_host sweep plan recordings.jsonl --grid aes_over=1,2,3 --grid senr_nf_weight_factor_q10=100,200\n";
+    "  se_host sweep plan recordings.jsonl --grid seout_gain_q10=512,2048 --grid aec_bypass=0,1\n";
 
 std::vector<sweep::Entry> entriesOf(const SweepPlanOptions& options) {
     if (fs::is_directory(options.recordings))
