@@ -44,6 +44,7 @@ std::string endingOf(const std::string& path) {
 // result: its exit code, or -1 when a signal ended it. fails: Failure when it cannot be started.
 int runGnuplot(std::vector<std::string> words, int in, int out, int err) {
     std::vector<char*> argv;
+    argv.reserve(words.size() + 1);
     for (std::string& word : words) argv.push_back(word.data());
     argv.push_back(nullptr);
 

@@ -80,6 +80,7 @@ std::vector<EchoAloneBlock> echoAloneBlocks(const Samples& far_end, const Sample
 
 double echoLoweredDb(const std::vector<EchoAloneBlock>& blocks) {
     std::vector<double> each;
+    each.reserve(blocks.size());
     for (const EchoAloneBlock& block : blocks) each.push_back(ratioDb(block.heard, block.left));
     const double least = quantileOf(each, 0.5) - kTalkerStandsOut;
     double heard = 0, left = 0;

@@ -11,6 +11,7 @@ namespace {
 using quill::stringPrintf;
 
 constexpr size_t kMoments = 800;
+constexpr size_t kRoomForName = 18;  // dB above the levels, for a line of the key
 constexpr se_output::PictureSize kSize{1100, 950};
 
 using Moments = std::vector<Moment>;
@@ -57,10 +58,11 @@ std::string soundsScript(const std::vector<ShownSound>& sounds, size_t most) {
            stringPrintf(
                "set multiplot layout %zu,1 margins 0.1,0.88,0.07,0.95 spacing 0.09\nset xrange [0:%g]\n",
                sounds.size() + 1, seconds) +
-           "set title 'Level'\nset ylabel 'dBFS'\nset grid\nset yrange [-100:0]\nset key bottom right opaque "
-           "horizontal\n" +
-           lines +
-           "\nset ylabel 'kHz'\nunset grid\nset yrange [0:8]\nset cbrange [-110:-30]\nset cblabel 'dBFS'\n"
+           "set title 'Level'\nset ylabel 'dBFS'\nset grid\nset ytics -100,20,0\nset key top right font ',9' "
+           "spacing 0.9\n" +
+           stringPrintf("set yrange [-100:%zu]\n", kRoomForName * sounds.size()) + lines +
+           "\nset ylabel 'kHz'\nset ytics autofreq\nunset grid\nset yrange [0:8]\nset cbrange "
+           "[-110:-30]\nset cblabel 'dBFS'\n"
            "set palette defined (0 '#000004', 1 '#3b0f70', 2 '#8c2981', 3 '#de4968', 4 '#fe9f6d', 5 "
            "'#fcfdbf')\n" +
            pictures + "unset multiplot\n";

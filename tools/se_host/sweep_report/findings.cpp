@@ -131,8 +131,8 @@ std::string ofTuning(const Report& report, size_t tuning) {
            text;
 }
 
-// The tuning that gained most in a measure.
-std::string bestIn(const Report& report, size_t measure) {
+// That of the tuning that clearly gained most in a measure. Null: none did.
+const Comparison* bestIn(const Report& report, size_t measure) {
     const Comparison* best = nullptr;
     for (const Comparison& comparison : report.comparisons) {
         if (comparison.measure != measure || comparison.better == Better::kNeither) continue;
@@ -140,8 +140,29 @@ std::string bestIn(const Report& report, size_t measure) {
         const double sign = comparison.better == Better::kMore ? 1 : -1;
         if (best == nullptr || sign * comparison.mean > sign * best->mean) best = &comparison;
     }
-    if (best == nullptr) return {};
-    return named(report.results.tunings[best->tuning]) + " is best in " + measured(report, *best);
+    return best;
+}
+
+Comparisons bestOfAll(const Report& report) {
+    Comparisons all;
+    for (const size_t measure : report.shownMeasures()) {
+        if (const Comparison* const best = bestIn(report, measure)) all.push_back(best);
+    }
+    return all;
+}
+
+std::string bestText(const Report& report, const Comparisons& best) {
+    if (best.empty()) {
+        return element("p",
+                       "No tuning is clearly better than " + named(report.referenceName()) + " in anything.");
+    }
+    if (report.results.tunings.size() == 2) return {};  // said of that tuning
+    std::vector<std::string> texts;
+    for (const Comparison* const comparison : best) {
+        texts.push_back(named(report.results.tunings[comparison->tuning]) + " is best in " +
+                        measured(report, *comparison));
+    }
+    return list(texts);
 }
 
 std::string comparisonsMade(const Report& report) {
@@ -172,35 +193,36 @@ bool areFew(const Report& report) {
     return report.results.recordings.size() < kFewPairs;
 }
 
+// Of many tunings the best ones are open, the others folded.
+std::string eachTuning(const Report& report, const Comparisons& best) {
+    constexpr size_t kAtOnce = 4;
+    const bool are_many = report.results.tunings.size() > kAtOnce;
+    std::string open, folded;
+    for (size_t tuning = 0; tuning < report.results.tunings.size(); ++tuning) {
+        if (tuning == report.reference) continue;
+        const bool is_best = std::any_of(best.begin(), best.end(), [tuning](const Comparison* comparison) {
+            return comparison->tuning == tuning;
+        });
+        (is_best || !are_many ? open : folded) += ofTuning(report, tuning);
+    }
+    if (folded.empty()) return open;
+    return open + element("details", element("summary", "The other tunings") + folded);
+}
+
 }  // namespace
 
 std::string findingsSection(const Report& report) {
-    constexpr size_t kAtOnce = 4;
     const Results& results = report.results;
+    const std::string title = element("h2", "Findings");
     if (results.tunings.size() < 2) {
-        return element("h2", "Findings") + element("p", "There is one tuning, " + named(results.tunings[0]) +
-                                                            ": nothing to compare it with.");
+        return title + element("p", "There is one tuning, " + named(results.tunings[0]) +
+                                        ": nothing to compare it with.");
     }
     std::string html;
     if (areFew(report)) html += element("p", fewRecordings(results.recordings.size()));
-    std::vector<std::string> best;
-    for (const size_t measure : report.shownMeasures()) {
-        if (std::string text = bestIn(report, measure); !text.empty()) best.push_back(std::move(text));
-    }
-    if (best.empty()) {
-        html += element(
-            "p", "No tuning is clearly better than " + named(report.referenceName()) + " in anything.");
-    } else if (results.tunings.size() > 2) {
-        html += list(best);
-    }
-    std::string each;
-    for (size_t tuning = 0; tuning < results.tunings.size(); ++tuning) {
-        if (tuning != report.reference) each += ofTuning(report, tuning);
-    }
-    const bool are_many = results.tunings.size() > kAtOnce;
-    html +=
-        are_many ? element("details", element("summary", "Every tuning beside the reference") + each) : each;
-    return element("h2", "Findings") + element("div", html, "class=\"findings\"") +
+    const Comparisons best = bestOfAll(report);
+    html += bestText(report, best) + eachTuning(report, best);
+    return title + element("div", html, "class=\"findings\"") +
            element("p", comparisonsMade(report), "class=\"soft\"");
 }
 

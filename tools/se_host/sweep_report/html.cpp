@@ -30,8 +30,8 @@ th, td { padding: 0.3rem 0.7rem; border-bottom: 1px solid var(--line); text-alig
   white-space: nowrap; overflow-wrap: normal; }
 th:first-child, td:first-child, td.words { text-align: left; }
 td.words { white-space: normal; overflow-wrap: anywhere; min-width: 12rem; }
-th { font-weight: 600; vertical-align: bottom; }
-tbody th { font-weight: 500; vertical-align: top; position: sticky; left: 0; background: var(--ground); }
+th { font-weight: 600; vertical-align: bottom; } thead th { white-space: normal; }
+tbody th { font-weight: 500; vertical-align: top; min-width: 9rem; position: sticky; left: 0; background: var(--ground); }
 th.name { white-space: normal; min-width: 7rem; max-width: 16rem; overflow-wrap: anywhere; } th small { font-weight: 400; }
 td small { display: block; color: var(--soft); font-size: 0.8rem; }
 .gain { color: var(--gain); background: var(--gain-ground); }

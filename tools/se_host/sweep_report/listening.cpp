@@ -55,6 +55,7 @@ void runSelf(const std::vector<std::string>& arguments, int out) {
     std::vector<std::string> words{"se_host"};
     words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<char*> argv;
+    argv.reserve(words.size() + 1);
     for (std::string& word : words) argv.push_back(word.data());
     argv.push_back(nullptr);
 
@@ -77,19 +78,20 @@ void runSelf(const std::vector<std::string>& arguments, int out) {
 
 }  // namespace
 
-Listening::Listening(std::string folder, const Results& results) : folder_(std::move(folder)) {
-    std::ifstream manifest(folder_ + "/manifest.jsonl");
+Listening::Listening(const std::string& folder, const Results& results)
+    : folder_(fs::absolute(folder).lexically_normal().string()) {
+    std::ifstream manifest(placeOf("manifest.jsonl"));
     for (std::string line; std::getline(manifest, line);) {
         const Json entry = objectOf(line);
         const std::string id = textIn(entry, "id");
         if (!id.empty() && !textIn(entry, "recording").empty()) entries_[id] = entry;
     }
     for (const std::string& tuning : results.tunings) {
-        const std::string file = folder_ + "/tunings/" + tuning + ".json";
+        const std::string file = placeOf("tunings/" + tuning + ".json");
         if (fs::exists(file)) tunings_[tuning] = file;
     }
     engine_ = {"--engine", results.build};
-    const Json plan = objectOf(contentOfFile(folder_ + "/plan.json"));
+    const Json plan = objectOf(contentOfFile(placeOf("plan.json")));
     const Json engine = plan.value("engine", Json::object());
     if (const std::string array = textIn(engine, "array"); !array.empty()) {
         engine_.insert(engine_.end(), {"--array", array});

@@ -14,7 +14,7 @@ namespace se_host::report {
 class Listening {
   public:
     // Reads manifest.jsonl and plan.json of the sweep's folder; without them, or where they are damaged, nothing is known.
-    Listening(std::string folder, const Results& results);
+    Listening(const std::string& folder, const Results& results);
 
     bool knows(const std::string& recording) const { return entries_.count(recording) != 0; }
 

@@ -31,7 +31,7 @@ std::string fixed(double value, int decimals) {
 
 // The sign of what is shown: -0.001 with one decimal is 0.0.
 std::string signedText(double value, int decimals, const char* plus) {
-    const std::string magnitude = fixed(std::abs(value), decimals);
+    std::string magnitude = fixed(std::abs(value), decimals);
     const bool is_zero = magnitude.find_first_not_of("0.") == std::string::npos;
     if (is_zero) return magnitude;
     return (value < 0 ? kMinus : plus) + magnitude;

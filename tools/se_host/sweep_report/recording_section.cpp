@@ -16,7 +16,10 @@ constexpr size_t kMoments = 400;  // fewer than the picture has columns: its byt
 
 std::string labelsText(const std::map<std::string, std::string>& labels) {
     std::string text;
-    for (const auto& [name, value] : labels) text += (text.empty() ? "" : ", ") + name + " " + value;
+    for (const auto& [name, value] : labels) {
+        if (!text.empty()) text += ", ";
+        text.append(name).append(" ").append(value);
+    }
     return text;
 }
 

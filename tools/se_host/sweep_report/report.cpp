@@ -28,6 +28,7 @@ std::vector<Group> groupsOf(Report& report) {
 
 std::vector<Comparison*> pointersTo(std::vector<Comparison>& comparisons) {
     std::vector<Comparison*> pointers;
+    pointers.reserve(comparisons.size());
     for (Comparison& comparison : comparisons) pointers.push_back(&comparison);
     return pointers;
 }

@@ -1,7 +1,8 @@
 #include "tools/se_host/sweep_report/results.h"
 
+#include <string.h>
+
 #include <algorithm>
-#include <cstring>
 #include <fstream>
 
 #include "host/diags/json_reader.h"
@@ -26,10 +27,11 @@ std::string joined(const std::vector<std::string>& words) {
     return text;
 }
 
-// "default" first.
+// "default" first, then by name: "gain=90" before "gain=100".
 bool comesBefore(const std::string& a, const std::string& b) {
     if ((a == kDefault) != (b == kDefault)) return a == kDefault;
-    return a < b;
+    const int order = ::strverscmp(a.c_str(), b.c_str());
+    return order != 0 ? order < 0 : a < b;
 }
 
 // Calls `visit` for each row. They are read anew each time: all together they would take a hundred times their length.

@@ -122,7 +122,7 @@ class ReportPage(unittest.TestCase):
 
     def test_of_many_tunings_folds_them(self):
         page = self.report(rows_of([f"t{n:02}" for n in range(24)], 12))
-        self.assertIn("Every tuning beside the reference", page.words())
+        self.assertIn("The other tunings", page.words())
 
     def test_escapes_names(self):
         rows = [dict(one, recording=HOSTILE + one["recording"], labels={"scenario": HOSTILE}) for one in

@@ -43,6 +43,13 @@ TEST(SweepResults, HaveDefaultFirst) {
     EXPECT_EQ(results.labels[0].at("talkers"), "2");
 }
 
+TEST(SweepResults, HaveTuningsInTheOrderOfTheirNumbers) {
+    const ResultsFolder folder(row("r1", "gain=1000", "{}") + row("r1", "gain=90", "{}") +
+                               row("r1", "gain=800", "{}"));
+    EXPECT_EQ(readResults(folder.path()).tunings,
+              (std::vector<std::string>{"gain=90", "gain=800", "gain=1000"}));
+}
+
 TEST(SweepResults, HaveNullsAndFailedRows) {
     const ResultsFolder folder(row("r1", "default", "{\"talker_stoi\":null,\"noise_reduction_db\":12.5}") +
                                kFailed);
