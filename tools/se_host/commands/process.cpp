@@ -11,7 +11,7 @@
 #include "tools/se_host/commands/engine_options.h"
 #include "tools/se_host/commands/output_paths.h"
 #include "tools/se_host/commands/print_json.h"
-#include "tools/se_host/commands/process_picture.h"
+#include "tools/se_host/sound/sounds_picture.h"
 #include "tools/se_host/commands/recording_options.h"
 #include "tools/se_host/commands/second_run.h"
 #include "tools/se_host/commands/summary.h"
