@@ -9,7 +9,7 @@
 namespace se_host::report {
 
 struct PageOptions {
-    std::string show;           // the tuning whose recordings are shown; empty: that with the most certain difference
+    std::string show;  // the tuning whose recordings are shown; empty: that with the most certain difference
     bool with_pictures = true;  // of recordings
 };
 
