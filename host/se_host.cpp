@@ -11,7 +11,6 @@
 
 #include "common/logging.h"
 #include "host/engine/array_setting.h"
-#include "host/engine/installed_engines.h"
 #include "host/host.h"
 #include "host/output/one_line.h"
 #include "host/settings.h"
@@ -120,7 +119,7 @@ se_host::EngineOptions engineOptionsOf(const se_host_options_t& options) {
     se_host::EngineOptions engine;
     const std::string build = textOr(options.engine);
     (build.find('/') == std::string::npos ? engine.build : engine.file) = build;
-    engine.folder = options.folder == nullptr ? se_host::defaultEngineFolder() : options.folder;
+    engine.folder = textOr(options.folder);
     engine.device_model = options.device_model != 0;
     return engine;
 }
