@@ -42,7 +42,7 @@ TEST_F(Info, NamesTheBuildThatWouldRun) {
 }
 
 TEST_F(Info, ListsTheBuildsThatThereAre) {
-    EXPECT_EQ(json()["folder"], std::filesystem::path(SE_HOST_PATH).parent_path() / "selibs");
+    EXPECT_EQ(json()["folder"], (std::filesystem::path(SE_HOST_PATH).parent_path() / "selibs").string());
     EXPECT_EQ(json()["builds"], (nlohmann::json{"se_lib_beamv1.14", "se_lib_harborv006"}));
 }
 
