@@ -8,6 +8,7 @@
 #include "host/diags/tuning.h"
 #include "host/engine/sample_rate.h"
 #include "host/health/echo_lag.h"
+#include "host/output/one_line.h"
 #include "host/output/output_file.h"
 
 namespace se_host {
@@ -79,7 +80,7 @@ std::optional<std::string> Host::get(const std::string& name) {
     }
     const DiagInfo* const diag = tree_.find(name);
     if (diag == nullptr) return std::nullopt;
-    if (!diag->isArray()) return toText(tree_.value(*diag));
+    if (!diag->isArray()) return se_output::oneLine(toText(tree_.value(*diag)));
     const quill::PropertyNodePtr node = tree_.root()->getNode(diag->path, false);
     return node == nullptr || node->value().empty() ? "none" : node->get<std::string>();
 }

@@ -3,16 +3,19 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstring>
+#include <iterator>
 #include <memory>
-#include <mutex>
-#include <new>
-#include <utility>
+#include <string>
+#include <vector>
 
-#include "common/logging.h"
+#include "host/border/health.h"
+#include "host/border/log.h"
+#include "host/border/one_handle.h"
+#include "host/border/options.h"
+#include "host/border/sized_struct.h"
+#include "host/border/why.h"
 #include "host/engine/array_setting.h"
 #include "host/host.h"
-#include "host/output/one_line.h"
 #include "host/settings.h"
 
 struct se_host_t {
@@ -25,156 +28,14 @@ struct se_host_t {
 
 namespace {
 
+using se_host::copyText;
+using se_host::fill;
+using se_host::guarded;
 using se_host::Host;
-using se_host::Wiring;
-
-// The handle of this process, from the beginning of its opening on.
-std::mutex g_mutex;
-bool g_is_open = false;
-
-class OneHandle {
-  public:
-    OneHandle() {
-        const std::lock_guard lock(g_mutex);
-        taken_ = !g_is_open;
-        g_is_open = true;
-    }
-    ~OneHandle() {
-        if (taken_) release();
-    }
-    OneHandle(const OneHandle&) = delete;
-    OneHandle& operator=(const OneHandle&) = delete;
-
-    bool taken() const { return taken_; }
-    void keep() { taken_ = false; }
-
-    static void release() {
-        const std::lock_guard lock(g_mutex);
-        g_is_open = false;
-    }
-
-  private:
-    bool taken_;
-};
-
-// Cut to `size` bytes with the terminating 0.
-void copyText(const std::string& text, char* to, size_t size) {
-    if (to == nullptr || size == 0) return;
-    const size_t length = std::min(text.size(), size - 1);
-    std::memcpy(to, text.data(), length);
-    to[length] = '\0';
-}
-
-// Where a function says why it failed.
-class Why {
-  public:
-    Why(char* text, size_t size) : text_(text), size_(size) { copyText({}, text, size); }
-
-    se_host_status_t operator()(se_host_status_t status, const std::string& text) const {
-        copyText(se_output::oneLine(text), text_, size_);
-        return status;
-    }
-
-  private:
-    char* text_;
-    size_t size_;
-};
-
-// Runs `call`; an exception is `status`, and a lack of memory SE_HOST_FAILED.
-template <class Call>
-se_host_status_t guarded(const Why& why, se_host_status_t status, const Call& call) {
-    try {
-        return call();
-    } catch (const se_host::EngineInUse& error) {
-        return why(SE_HOST_IN_USE, error.what());
-    } catch (const std::bad_alloc&) {
-        return why(SE_HOST_FAILED, "there is no memory left; end other programs");
-    } catch (const std::exception& error) {
-        return why(status, error.what());
-    }
-}
-
-// The fields that a caller's struct of an earlier or later version has, the defaults for others.
-template <class Struct>
-Struct known(const Struct* given, const Struct& defaults) {
-    Struct all = defaults;
-    std::memcpy(&all, given, std::min(given->size, sizeof(Struct)));
-    all.size = sizeof(Struct);
-    return all;
-}
-
-// The other way; the caller's size stays.
-template <class Struct>
-void fill(Struct* to, const Struct& from) {
-    const size_t size = to->size;
-    std::memcpy(to, &from, std::min(size, sizeof(Struct)));
-    to->size = size;
-}
-
-std::string textOr(const char* text) {
-    return text == nullptr ? std::string() : text;
-}
-
-se_host::EngineOptions engineOptionsOf(const se_host_options_t& options) {
-    se_host::EngineOptions engine;
-    const std::string build = textOr(options.engine);
-    (build.find('/') == std::string::npos ? engine.build : engine.file) = build;
-    engine.folder = textOr(options.folder);
-    engine.device_model = options.device_model != 0;
-    return engine;
-}
-
-se_host::HostOptions hostOptionsOf(const se_host_options_t& options) {
-    se_host::HostOptions host{engineOptionsOf(options), textOr(options.tuning), options.quantum, {}};
-    std::copy(std::begin(options.microphones), std::end(options.microphones),
-              host.wiring.microphones.begin());
-    host.wiring.far_end = options.far_end_channel;
-    return host;
-}
-
-bool isChannel(int32_t channel) {
-    return channel >= Wiring::kNone && channel < SE_HOST_MOST_CHANNELS;
-}
-
-// Empty: nothing.
-std::string objectionTo(const se_host_options_t& options) {
-    if (options.sample_rate != 0 && options.sample_rate != SE_HOST_SAMPLE_RATE) {
-        return "the engine works at 16000 Hz, not at " + std::to_string(options.sample_rate) +
-               "; resample before and after it, as the sound server or 'se_host process' do";
-    }
-    const bool channels_exist =
-        std::all_of(std::begin(options.microphones), std::end(options.microphones), isChannel) &&
-        isChannel(options.far_end_channel);
-    if (channels_exist) return {};
-    return "a channel is from 0 to " + std::to_string(SE_HOST_MOST_CHANNELS - 1) + ", or -1 for none";
-}
-
-// The caller's log, and standard error again unless the handle keeps it.
-class Log {
-  public:
-    explicit Log(const se_host_options_t& options) : taken_(options.log != nullptr) {
-        if (taken_) take(options);
-    }
-    ~Log() {
-        if (taken_) giveBack();
-    }
-    Log(const Log&) = delete;
-    Log& operator=(const Log&) = delete;
-
-    bool keep() { return std::exchange(taken_, false); }
-    static void giveBack() { quill::setLogSink({}); }
-
-  private:
-    static void take(const se_host_options_t& options);
-
-    bool taken_;
-};
-
-void Log::take(const se_host_options_t& options) {
-    quill::setLogSink([log = options.log, context = options.log_context](const quill::LogRecord& record) {
-        log(context, record.level, record.tag, record.text.c_str());
-    });
-}
+using se_host::known;
+using se_host::Log;
+using se_host::OneHandle;
+using se_host::Why;
 
 void giveArrayOf(const se_host_options_t& options) {
     if (options.array == nullptr) return se_host::takeArrayBack();
@@ -182,7 +43,7 @@ void giveArrayOf(const se_host_options_t& options) {
 }
 
 se_host_status_t open(const se_host_options_t& options, std::unique_ptr<se_host_t>* host, const Why& why) {
-    const se_host::HostOptions wanted = hostOptionsOf(options);
+    const se_host::HostOptions wanted = se_host::hostOptionsOf(options);
     se_host_status_t status = guarded(why, SE_HOST_BAD_FILE, [&] {
         giveArrayOf(options);
         return SE_HOST_OK;
@@ -233,55 +94,6 @@ se_host_status_t nullPointer(const Why& why) {
     return why(SE_HOST_BAD_ARGUMENT, "a pointer is null; give what se_host.h asks for");
 }
 
-void showClock(const se_host::Health& health, se_host_health_t* shown) {
-    if (!health.clock) return;
-    shown->valid |= SE_HOST_HAS_CLOCK;
-    shown->missing_frames = health.clock->missing_frames;
-    shown->late_calls = health.clock->late_calls;
-}
-
-void showLevels(const se_host::Health& health, se_host_health_t* shown) {
-    if (!health.levels) return;
-    shown->valid |= SE_HOST_HAS_LEVELS;
-    shown->far_end_dbfs = health.levels->far_end_dbfs;
-    for (size_t i = 0; i < SE_HOST_MICROPHONES; ++i) {
-        shown->microphone_dbfs[i] = health.levels->microphones[i].dbfs;
-        shown->microphone_dead[i] = health.levels->microphones[i].dead ? 1 : 0;
-    }
-}
-
-void showEchoDelay(const se_host::Health& health, se_host_health_t* shown) {
-    if (!health.echo_delay) return;
-    shown->valid |= SE_HOST_HAS_ECHO_DELAY;
-    shown->echo_delay_ms = health.echo_delay->ms;
-    shown->echo_delay_confidence = health.echo_delay->confidence;
-}
-
-void showTimes(const se_host::Health& health, se_host_health_t* shown) {
-    if (!health.times) return;
-    shown->valid |= SE_HOST_HAS_BLOCK_TIMES;
-    shown->block_mean_us = health.times->mean;
-    shown->block_999_us = health.times->p999;
-    shown->block_worst_us = health.times->worst;
-}
-
-se_host_health_t shownOf(const se_host::Health& health) {
-    se_host_health_t shown{};
-    shown.frames = health.frames;
-    shown.blocks = health.blocks;
-    shown.bypassed_blocks = health.bypassed_blocks;
-    shown.failed_blocks = health.failed_blocks;
-    shown.edits_applied = health.edits_applied;
-    shown.edits_dropped = health.edits_dropped;
-    shown.far_end_silent_seconds = health.far_end_silent_seconds;
-    std::copy(health.clipped.begin(), health.clipped.end(), shown.microphone_clipped);
-    showClock(health, &shown);
-    showLevels(health, &shown);
-    showEchoDelay(health, &shown);
-    showTimes(health, &shown);
-    return shown;
-}
-
 constexpr const char* kStatusTexts[] = {
     "done",
     "the call cannot be meant",
@@ -307,7 +119,7 @@ se_host_status_t se_host_open(const se_host_options_t* options, se_host_t** host
     if (options == nullptr || host == nullptr) return nullPointer(says);
     const se_host_options_t all = known(options, se_host_options_t SE_HOST_OPTIONS_INIT);
     return guarded(says, SE_HOST_FAILED, [&] {
-        const std::string objection = objectionTo(all);
+        const std::string objection = se_host::objectionTo(all);
         if (!objection.empty()) return says(SE_HOST_BAD_ARGUMENT, objection);
         OneHandle one;
         if (!one.taken()) return says(SE_HOST_IN_USE, "this process has an open handle; close it first");
@@ -420,7 +232,7 @@ se_host_status_t se_host_save_tuning(se_host_t* host, const char* path, char* wh
 se_host_status_t se_host_health(se_host_t* host, se_host_health_t* health) {
     if (host == nullptr || health == nullptr) return SE_HOST_BAD_ARGUMENT;
     return guarded(Why(nullptr, 0), SE_HOST_FAILED, [&] {
-        fill(health, shownOf(host->host.health()));
+        fill(health, se_host::shownOf(host->host.health()));
         return SE_HOST_OK;
     });
 }

@@ -153,7 +153,8 @@ SE_HOST_API se_host_status_t se_host_set(se_host_t* host, const char* name, cons
 SE_HOST_API se_host_status_t se_host_get(se_host_t* host, const char* name, char* value, size_t size,
                                          size_t* length);
 
-/* A diagnostic. The texts live as long as the handle. Set `size` before the call. */
+/* A diagnostic. The texts live as long as the handle. A name and a path are the engine's bytes, which a faulty engine fills
+ * with any; all other texts are a line without control characters. Set `size` before the call. */
 typedef struct se_host_setting_t {
     size_t size;
     const char* name;

@@ -31,22 +31,39 @@ void LiveEngine::applyEdits() {
     for (size_t i = 0; i < kEditsOfBlock && edits_.pop(&edit); ++i) apply(edit);
 }
 
-// The snapshot comes before the answer.
+// Counts an edit and answers its poster, also when the engine threw. The snapshot comes before the answer.
+struct LiveEngine::Answer {
+    ~Answer() {
+        (applied ? engine.applied_ : engine.dropped_).add();
+        engine.answers_.push(place);
+    }
+
+    LiveEngine& engine;
+    uint32_t place;
+    bool applied = false;
+};
+
 void LiveEngine::apply(const Edit& edit) {
+    Answer answer{*this, edit.place};
+    try {
+        answer.applied = isApplied(edit);
+    } catch (...) {
+        publish(edit.place);
+        throw;
+    }
+    publish(edit.place);
+}
+
+bool LiveEngine::isApplied(const Edit& edit) {
     const EngineValue& value = values_[edit.place];
     LastEdit& last = last_edits_[edit.place];
     EditResult result = editEngine(value, edit.wanted, edit.expected);
     if (result == EditResult::kDropped && last.any && edit.expected == last.wanted) {
         result = editEngine(value, edit.wanted, last.held);
     }
-    if (result == EditResult::kApplied) {
-        last = {edit.wanted, editableInEngine(value), true};
-        applied_.add();
-    } else {
-        dropped_.add();
-    }
-    publish(edit.place);
-    answers_.push(edit.place);
+    if (result == EditResult::kDropped) return false;
+    last = {edit.wanted, editableInEngine(value), true};
+    return true;
 }
 
 void LiveEngine::publishSome() {

@@ -56,7 +56,10 @@ class LiveEngine {
         bool any = false;
     };
 
+    struct Answer;
+
     void apply(const Edit& edit);
+    bool isApplied(const Edit& edit);
     void publish(size_t place);
 
     std::vector<EngineValue> values_;

@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import enum
+from typing import Any
 
 
 class Status(enum.IntEnum):
@@ -70,9 +71,11 @@ class QueueFullError(Error):
 
 
 class FailedError(Error, RuntimeError):
-    """No memory, or the engine threw an exception."""
+    """No memory, or the engine threw an exception. After `process`, `mono` is what it would have returned, with silence for
+    the blocks in which the engine threw; otherwise None."""
 
     status = Status.FAILED
+    mono: Any = None
 
 
 class LibraryError(Error, OSError):

@@ -14,7 +14,7 @@ from ._library import decoded, status_text
 from ._mapping import SettingsMapping
 from ._options import options_of, whole
 from ._sound import Output, Sound, require_same_form, sound_of
-from .errors import Status, error_of
+from .errors import FailedError, Status, error_of
 from .health import Health, health_of
 
 if TYPE_CHECKING:
@@ -123,7 +123,7 @@ class Host(SettingsMapping):
         for bytes and bytearray, else an array.array. Arrays that are not contiguous or not writable are copied.
 
         fails: TypeError for another type of samples, ArgumentError for a shape that does not fit the options, FailedError
-        when the engine threw.
+        when the engine threw; its `mono` has the sound, with silence for the blocks that failed.
         """
         sound = sound_of("captured", captured, channels)
         reference = None if far_end is None else sound_of("far_end", far_end, 1)
@@ -139,9 +139,13 @@ class Host(SettingsMapping):
                 functions.se_host_clock(handle, clock)
             status = process(handle, sound.address, sound.channels, reference.address if reference else None,
                              sound.frames, output.address)
-        if status != Status.OK:
-            raise error_of(status, self._objection_to(sound, reference) or status_text(status))
-        return output.like(captured)
+        mono = output.like(captured)
+        if status == Status.OK:
+            return mono
+        error = error_of(status, self._objection_to(sound, reference) or status_text(status))
+        if isinstance(error, FailedError):
+            error.mono = mono
+        raise error
 
     def _objection_to(self, sound: Sound, far_end: Sound | None) -> str | None:
         """What the options have against this sound."""

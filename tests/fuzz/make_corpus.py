@@ -114,9 +114,45 @@ def recordings():
     write("recordings", "no_sound", b"\0not a sound file")
 
 
+def small(*numbers):
+    return struct.pack(f"<{len(numbers)}H", *numbers)
+
+
+def handle(*kinds, quantum=0, calls=()):
+    """An engine with a diagnostic of each kind, a handle on it with the usual channels, and calls."""
+    diagnostics = [b"\1" + number_of(kind) + b"\1" + number_of(3) + number_of(0) + text("what it does") +
+                   struct.pack("<qHf", kind * 100, 0, 2.5) + text("label") for kind in kinds]
+    return (small(len(kinds)) + b"".join(diagnostics) + small(1, 1) + text("scripted_1.0") + small(quantum) +
+            small(*range(2, 9)) + b"\0" + small(200) + b"".join(calls))
+
+
+def c_interface():
+    def sound(kind, frames):
+        return small(8, kind, 8, frames) + struct.pack("<hb" if kind == 0 else "<fb", 5, 1) + struct.pack("<h", 7)
+
+    def edit(place, value):
+        return small(0, 1, 1, place) + b"\1" + struct.pack("<h", value) + small(100)
+
+    def value(place):
+        return small(1, 1, 1, place, 50)
+
+    write("c_interface", "sound", handle(1, calls=[sound(0, 160), sound(1, 33), sound(2, 500), small(5, 1), sound(0, 321)]))
+    kinds = range(1, 9)
+    write("c_interface", "settings", handle(*kinds, calls=[small(2)] + [call for place in range(8) for call in (
+        edit(place, 3), value(place), sound(0, 160), value(place))] + [small(2)]))
+    tuning = '{"format": 1, "diagnostics": {"d0": 5, "nothing": 1}}'
+    write("c_interface", "tunings", handle(1, 3, calls=[small(3, 300) + b"\1", small(3, 300) + b"\0" + text(tuning),
+                                                        sound(0, 160), small(3, 20) + b"\0" + text("{")]))
+    write("c_interface", "health", handle(7, calls=[small(6) + struct.pack("<Q", 10**9), sound(0, 600), small(4) + b"\1" +
+                                                    small(500), small(6) + struct.pack("<Q", 3 * 10**9), sound(1, 160),
+                                                    small(4) + b"\0" + small(24, 30)]))
+    write("c_interface", "quantum", handle(5, quantum=48, calls=[small(8, 0, 8) + b"\1" + struct.pack("<hb", 1, 0)] * 8))
+
+
 if __name__ == "__main__":
     kernels()
     property_tree()
     catalogues()
     noise_results()
     recordings()
+    c_interface()

@@ -6,14 +6,6 @@
 #include <cstddef>
 #include <stdexcept>
 
-#ifdef __SANITIZE_ADDRESS__
-// An engine that is started again gives its transforms new contexts; the former ones stay, as they are meant to.
-extern "C" __attribute__((visibility("default"))) const char* __lsan_default_suppressions();
-extern "C" const char* __lsan_default_suppressions() {
-    return "leak:initFFT";
-}
-#endif
-
 namespace se_pipewire_test {
 namespace {
 

@@ -5,6 +5,7 @@ import numpy as np
 import pytest
 
 import se_host
+from conftest import BUILD
 
 
 @pytest.fixture
@@ -136,3 +137,13 @@ def test_a_far_end_channel_that_is_not_there_is_refused(open_host):
         with pytest.raises(se_host.ArgumentError, match="8 channels, but channel 9"):
             host.process(INT16)
         host.process(INT16, INT16[:, 0].copy())  # which does without it
+
+
+def test_blocks_in_which_the_engine_throws_are_silent(monkeypatch, open_host):
+    monkeypatch.setenv("SE_HOSTILE", "block throw")
+    with open_host(engine=BUILD / "bin/selibs/test_engines/hostile") as host:
+        with pytest.raises(se_host.FailedError) as failed:
+            host.process(INT16)
+        assert failed.value.mono.dtype == np.int16 and failed.value.mono.shape == (len(INT16),)
+        assert not failed.value.mono.any()
+        assert host.health().failed_blocks == len(INT16) // se_host.BLOCK

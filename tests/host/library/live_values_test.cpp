@@ -71,6 +71,16 @@ TEST(LiveValues, AnEnginesLabelIsCutToItsPlace) {
     EXPECT_EQ(host.get("choice"), "1 - " + std::string(63, 'x'));
 }
 
+TEST(LiveValues, AnEnginesLabelIsShownWithoutControlCharacters) {
+    ScriptedEngine scripted;
+    const int choice = scripted.add("choice", kEnum);
+    scripted.engine->set_label(choice, 1, "a\nb\x1b[31m");
+    const Opened host("test_engines/full");
+    scripted.engine->set_integer(choice, 1);
+    host.run();
+    EXPECT_EQ(host.get("choice"), "1 - a b\\x1b[31m");
+}
+
 TEST(LiveValues, NullAnswersHarmNothing) {
     ScriptedEngine scripted;
     scripted.add("array", kInt16, 3);

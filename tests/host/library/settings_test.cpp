@@ -168,6 +168,25 @@ TEST_F(HostSettings, AFullQueueIsAnErrorAndLosesNothing) {
     EXPECT_EQ(inEngine(number), 31000);
 }
 
+void throwAtEdits(const char* call, void* /*context*/) {
+    if (std::string(call).rfind("SEDiagSet", 0) == 0) throw 7;
+}
+
+TEST_F(HostSettings, AnEngineThatThrowsAtEditsDropsThemAndGivesTheirPlacesBack) {
+    const Opened host("test_engines/full");
+    engine->set_callback(throwAtEdits, nullptr);
+    for (int edit = 1; edit <= SE_HOST_MOST_EDITS + 10; ++edit) {
+        ASSERT_EQ(host.set("number", std::to_string(edit)), SE_HOST_OK) << edit;
+        host.run(1);
+    }
+    EXPECT_EQ(host.health().failed_blocks, SE_HOST_MOST_EDITS + 10U);
+    EXPECT_EQ(host.health().edits_dropped, SE_HOST_MOST_EDITS + 10U);
+    engine->set_callback(nullptr, nullptr);
+    EXPECT_EQ(host.set("number", "31000"), SE_HOST_OK);
+    host.run(1);
+    EXPECT_EQ(inEngine(number), 31000);
+}
+
 TEST_F(HostSettings, TheListHasEverySetting) {
     const Opened host("test_engines/full");
     std::vector<std::string> names;

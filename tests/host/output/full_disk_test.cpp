@@ -1,9 +1,17 @@
 // An output that does not fit, and a file system that takes none: one line, the older file whole, nothing else.
+#include <linux/filter.h>
+#include <linux/seccomp.h>
 #include <sys/mount.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
+#include <cerrno>
+#include <cstddef>
 #include <filesystem>
+#include <iterator>
 
 #include "host/output/output_file.h"
 #include "host/output/temporaries.h"
@@ -72,6 +80,29 @@ TEST_F(FullDiskTest, ALimitOfFileSizes) {
     ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
     EXPECT_EQ(failureOfLargeOutput(),
               cannotWrite("File too large; raise the limit of file sizes (ulimit -f)"));
+    expectOnlyTheOldFile();
+}
+
+// From now on the kernel answers each write but to the standard streams as it does when the user's quota is used up.
+bool useUpQuota() {
+    sock_filter rules[] = {
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_write, 1, 0),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_pwrite64, 0, 3),
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, args)),
+        BPF_JUMP(BPF_JMP | BPF_JGT | BPF_K, STDERR_FILENO, 0, 1),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | EDQUOT),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+    };
+    const sock_fprog program{std::size(rules), rules};
+    return ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
+           ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) == 0;
+}
+
+TEST_F(FullDiskTest, AQuotaThatIsUsedUp) {
+    ASSERT_TRUE(useUpQuota());
+    EXPECT_EQ(failureOfLargeOutput(),
+              cannotWrite("Disk quota exceeded; make room there, or give another output path"));
     expectOnlyTheOldFile();
 }
 

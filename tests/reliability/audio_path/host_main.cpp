@@ -1,9 +1,6 @@
 // audio_path_host: the same proof for libse_host. Its sound is processed, in calls of any length, on a thread that may make
 // no system call, while other threads edit, read and look at the health without a pause.
 // Exit code 0: no allocation and no lock; 1: some, or a system call; 77: the kernel has no seccomp.
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
 #include <atomic>
 #include <cinttypes>
@@ -15,6 +12,7 @@
 #include "common/file.h"
 #include "host/se_host.h"
 #include "tests/reliability/audio_path/calls.h"
+#include "tests/reliability/audio_path/in_child.h"
 #include "tests/reliability/audio_path/seal.h"
 #include "tests/reliability/support/sound.h"
 
@@ -167,12 +165,5 @@ int main(int argc, char** argv) {
         ->capture_default_str();
     app.add_option("--blocks", options.blocks, "160 frames each")->capture_default_str();
     CLI11_PARSE(app, argc, argv);
-    const pid_t child = ::fork();
-    if (child == 0) std::_Exit(prove(options));
-    int status = 0;
-    ::waitpid(child, &status, 0);
-    if (WIFEXITED(status)) return WEXITSTATUS(status);
-    std::printf("%s: ended by signal %d (%s)\n", options.engine.c_str(), WTERMSIG(status),
-                WTERMSIG(status) == SIGSYS ? "a block made a system call" : "a block failed");
-    return kSome;
+    return reliability::proveInChild(options.engine, [&] { return prove(options); });
 }

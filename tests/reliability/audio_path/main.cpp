@@ -1,8 +1,5 @@
 // audio_path: runs blocks on a thread that may make no system call, with edits from another thread in between, and
 // counts its allocations and locks. Exit code 0: none; 1: some; 2: wrong usage; 77: the kernel has no seccomp.
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
 #include <cinttypes>
 #include <cstdio>
@@ -12,6 +9,7 @@
 
 #include "common/logging.h"
 #include "tests/reliability/audio_path/audio_thread.h"
+#include "tests/reliability/audio_path/in_child.h"
 #include "tests/reliability/support/running_engine.h"
 
 namespace {
@@ -62,20 +60,6 @@ int prove(const Options& options) {
     return report(options, audio, rounds);
 }
 
-// In a process of its own, which the kernel ends at a system call.
-int proveInChild(const Options& options) {
-    const pid_t child = ::fork();
-    if (child == 0) {
-        std::_Exit(prove(options));
-    }
-    int status = 0;
-    ::waitpid(child, &status, 0);
-    if (WIFEXITED(status)) return WEXITSTATUS(status);
-    std::printf("%s: ended by signal %d (%s)\n", options.engine.c_str(), WTERMSIG(status),
-                WTERMSIG(status) == SIGSYS ? "a block made a system call" : "a block failed");
-    return kSome;
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -93,5 +77,5 @@ int main(int argc, char** argv) {
         ->option_text("allocation|lock|system-call");
     app.add_flag("--json", options.json, "The result as JSON");
     CLI11_PARSE(app, argc, argv);
-    return proveInChild(options);
+    return reliability::proveInChild(options.engine, [&] { return prove(options); });
 }

@@ -1,13 +1,14 @@
 #!/usr/bin/env python3
-"""Runs every command of se_host, and a small host, with engines that misbehave, and checks how each run ends.
+"""Runs every command of se_host, and two small hosts, with engines that misbehave, and checks how each run ends.
 
 Usage: hostile_engines.py BIN [--all] [--only TEXT] [--jobs N] [--write PAGE.md]
 BIN is the folder of the programs. Without --all each kind of engine meets one command. Prints each run that breaks a
 rule; exit code 1 if there is one. --write makes a page of all results.
 
 The rules for se_host: no status 0 (or 3) unless the outputs are whole and right; a documented status; one line at the
-end that says why; an older output unchanged otherwise; no other files; no control characters. For both programs: no
-crash whose first frame outside of the system's libraries is ours.
+end that says why; an older output unchanged otherwise; no other files; no control characters. For libse_host, which has
+no process for the engine: no exception leaves it, no control characters, and what does not end the process changes nothing
+else. For all: no crash whose first frame outside of the system's libraries is ours.
 """
 import argparse
 import collections
@@ -29,7 +30,7 @@ from page import write_page
 
 MEMORY = 3 << 30
 PATIENCE = 20  # seconds, for a program that is not supervised
-OURS = ("se_host", "hostile_host", "libse_wrapper", "libcommon")
+OURS = ("se_host", "hostile_", "libse_", "libcommon")
 CONTROL = re.compile(rb"[\x00-\x08\x0b-\x1f\x7f]|\xc2[\x80-\x9f]")
 
 Run = collections.namedtuple("Run", "kind command status out err output files log complaint")
@@ -50,6 +51,7 @@ def commands(binaries):
         "diags watch": [host, "diags", "watch", "in.wav", *engine],
         "check-engine": [host, "check-engine", str(binaries / "selibs/test_engines/hostile"), *engine[2:], "--json"],
         "small host": [str(binaries / "hostile_host")],
+        "library": [str(binaries / "hostile_library_host"), str(binaries / "selibs/test_engines/hostile")],
     }
 
 
@@ -103,6 +105,27 @@ def may_end(run):
     return run.status in (0, 1, 2, 3, 4)
 
 
+def complaint_of_library(run, usual):
+    """What is wrong with a run of libse_host that did not crash in our code; None: nothing."""
+    stage, deed = run.kind
+    if CONTROL.search(run.err) or CONTROL.search(run.out):
+        return "control characters"
+    if deed in ("throw", "throw-int"):
+        left = run.status not in (0, 1) and stage not in ("load", "unload")
+        return "an exception leaves the library" if left else None
+    if "done" in run.log and deed in [*ENDINGS, *HANGS, "spin"] or deed == "close-output":
+        return None
+    if run.status not in (0, 1):
+        return f"status {run.status}"
+    if run.status == 1 and b"library_host: " not in run.err:
+        return "no reason"
+    if run.files != usual.files:
+        return f"files {run.files}"
+    if deed in ANSWERS.get(stage, []) or (deed, run.status) == ("leave-thread", 1):
+        return None  # each call leaves another thread, until there is no memory for more
+    return None if (run.status, run.out) == (0, usual.out) else "the output differs"
+
+
 def complaint(run, usual):
     """What is wrong with the run; None: nothing."""
     stage, deed = run.kind
@@ -111,6 +134,8 @@ def complaint(run, usual):
         return "crash in " + crash.group(1)
     if run.command == "small host":
         return None
+    if run.command == "library":
+        return complaint_of_library(run, usual)
     if run.status is None:
         return "does not end"
     if not may_end(run):

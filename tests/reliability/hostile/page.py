@@ -14,8 +14,8 @@ right, a documented status, one line at the end that says why, an older output u
 control characters, and no crash whose first frame outside of the system's libraries is ours.
 
 A cell has the exit statuses of the stages that the command reaches, and how many stages gave each; "signal" is a
-signal that ends se_host as it ended the engine's process, "crash" one that ends the small host, which has no
-supervisor. An empty cell: the command does not reach the stage.
+signal that ends se_host as it ended the engine's process, "crash" one that ends the small host or the program with
+libse_host, which have no supervisor. An empty cell: the command does not reach the stage.
 """
 
 
@@ -45,7 +45,7 @@ def last_lines(runs):
     counted = collections.Counter()
     for run in runs:
         lines = run.err.decode(errors="replace").splitlines()
-        if run.command != "small host" and run.status != 0 and lines:
+        if run.command not in ("small host", "library") and run.status != 0 and lines:
             # An apostrophe as in "engine's" opens no quotation.
             text = re.sub(r"(?<!\w)'[^']*'", "'...'", re.sub(r"\([^)]*\)", "(...)", lines[-1]))
             counted[text if len(text) < 240 else text[:237] + "..."] += 1
