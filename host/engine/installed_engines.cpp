@@ -3,6 +3,7 @@
 #include <dlfcn.h>
 
 #include <filesystem>
+#include <new>
 #include <system_error>
 
 #include "common/file.h"
@@ -20,7 +21,9 @@ fs::path folderOfTheWrapper() {
     const auto* const function = reinterpret_cast<const void*>(&quill::media::se_wrapper::engineFolder);
     if (::dladdr(function, &info) == 0 || info.dli_fname == nullptr) return {};
     std::error_code error;
-    return fs::canonical(info.dli_fname, error).parent_path();
+    const fs::path library = fs::canonical(info.dli_fname, error);
+    if (error == std::errc::not_enough_memory) throw std::bad_alloc();
+    return library.parent_path();
 }
 
 bool isFolder(const fs::path& path) {
