@@ -19,10 +19,13 @@ namespace fs = std::filesystem;
 fs::path folderOfTheWrapper() {
     Dl_info info{};
     const auto* const function = reinterpret_cast<const void*>(&quill::media::se_wrapper::engineFolder);
-    if (::dladdr(function, &info) == 0 || info.dli_fname == nullptr) return {};
+    const std::string name = ::dladdr(function, &info) != 0 ? info.dli_fname : "";
     std::error_code error;
-    const fs::path library = fs::canonical(info.dli_fname, error);
+    const fs::path library = fs::canonical(name, error);
     if (error == std::errc::not_enough_memory) throw std::bad_alloc();
+    if (error)
+        throw se_output::Failure("the folder of libse_wrapper (" + name +
+                                 ") cannot be found: " + error.message());
     return library.parent_path();
 }
 
