@@ -29,13 +29,13 @@ install(TARGETS ${SE_ENGINE_TARGETS} EXPORT se_wrapper_targets
 if(TARGET se_host)
   install(TARGETS se_host RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
   install(FILES tools/se_host/se_host.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
-  install(FILES tools/se_host/se_host.bash
-    DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME se_host)
   # The last entry is the build tree's.
   file(RELATIVE_PATH se_lib_from_bin /prefix/${CMAKE_INSTALL_BINDIR} /prefix/${CMAKE_INSTALL_LIBDIR})
   set(se_runpath $ORIGIN/${se_lib_from_bin}/libse_wrapper $ORIGIN/${se_lib_from_bin} $ORIGIN/../lib)
   list(REMOVE_DUPLICATES se_runpath)
   set_target_properties(se_host PROPERTIES INSTALL_RPATH "${se_runpath}")
+  install(FILES tools/se_host/se_host.bash
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME se_host)
 endif()
 
 install(EXPORT se_wrapper_targets NAMESPACE se_wrapper:: DESTINATION ${se_cmake_dir})
