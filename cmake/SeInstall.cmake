@@ -29,6 +29,10 @@ install(TARGETS ${SE_ENGINE_TARGETS} EXPORT se_wrapper_targets
 if(TARGET se_host)
   install(TARGETS se_host RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
   install(FILES tools/se_host/se_host.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  # From the program "../share": tools/se_host/sweep/backend.cpp looks there.
+  install(DIRECTORY tools/se_host/sweep/backends/ DESTINATION share/libse_wrapper/sweep
+    FILES_MATCHING PATTERN "*.sh"
+    PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
   # The last entry is the build tree's.
   file(RELATIVE_PATH se_lib_from_bin /prefix/${CMAKE_INSTALL_BINDIR} /prefix/${CMAKE_INSTALL_LIBDIR})
   set(se_runpath $ORIGIN/${se_lib_from_bin}/libse_wrapper $ORIGIN/${se_lib_from_bin} $ORIGIN/../lib)

@@ -3,12 +3,14 @@
 
 BUILD_PACKAGES=(g++ cmake ninja-build pkg-config)
 TOOL_PACKAGES=(libsndfile1-dev libsamplerate0-dev libcli11-dev nlohmann-json3-dev libboost-dev gnuplot-nox
-    libkissfft-dev libspa-0.2-dev)
+    libkissfft-dev libspa-0.2-dev libsqlite3-dev libxxhash-dev)
 # make: the package test and README's plain CMake lines use CMake's default generator.
 # python3-*: the tests of python/.
 TEST_PACKAGES=(libgtest-dev libbenchmark-dev python3 abigail-tools binutils qemu-user libspeexdsp-dev groff-base make git
     python3-pytest python3-pytest-forked python3-numpy python3-matplotlib python3-venv python3-setuptools python3-wheel
-    pipewire pipewire-bin wireplumber dbus-daemon)
+    pipewire pipewire-bin wireplumber dbus-daemon parallel)
+# The job scheduler on which `./check services` runs a sweep.
+SERVICE_PACKAGES=(slurm-wlm munge)
 FORMAT_PACKAGES=(clang-format)
 CLANG_PACKAGES=(clang clang-tidy)
 FUZZ_PACKAGES=(clang libclang-rt-14-dev)

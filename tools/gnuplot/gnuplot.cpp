@@ -25,9 +25,11 @@ namespace {
 
 constexpr const char* kPng = ".png";
 constexpr const char* kSvg = ".svg";
+constexpr const char* kPngOnWhite = "pngcairo background '#ffffff'";
+constexpr const char* kSvgOnWhite = "svg background '#ffffff'";
 
-[[noreturn]] void cannotDraw(const std::string& path, const std::string& why) {
-    throw Failure("cannot draw '" + path + "': " + why);
+[[noreturn]] void cannotDraw(const std::string& what, const std::string& why) {
+    throw Failure("cannot draw '" + what + "': " + why);
 }
 
 std::string endingOf(const std::string& path) {
@@ -42,6 +44,7 @@ std::string endingOf(const std::string& path) {
 // result: its exit code, or -1 when a signal ended it. fails: Failure when it cannot be started.
 int runGnuplot(std::vector<std::string> words, int in, int out, int err) {
     std::vector<char*> argv;
+    argv.reserve(words.size() + 1);
     for (std::string& word : words) argv.push_back(word.data());
     argv.push_back(nullptr);
 
@@ -69,11 +72,11 @@ void requireGnuplot() {
     }
 }
 
-std::string preamble(const std::string& ending, const PictureSize& size) {
+std::string preamble(const std::string& terminal, const PictureSize& size) {
     std::ostringstream text;
     text.imbue(std::locale::classic());
-    text << "set encoding utf8\nset terminal " << (ending == kPng ? "pngcairo" : "svg") << " size "
-         << size.width << "," << size.height << " noenhanced font 'DejaVu Sans,11' background '#ffffff'\n";
+    text << "set encoding utf8\nset terminal " << terminal << " size " << size.width << "," << size.height
+         << " noenhanced font 'DejaVu Sans,11'\n";
     return text.str();
 }
 
@@ -95,24 +98,67 @@ bool isComplete(const std::string& content, const std::string& ending) {
     return place != std::string::npos && content.size() - place <= mark.size() + 8;
 }
 
-}  // namespace
-
-Picture::Picture(const std::string& path) : ending_(endingOf(path)), file_((requireGnuplot(), path)) {}
-
-void Picture::draw(const std::string& script, PictureSize size) try {
+// The picture `what` into this file.
+void drawInto(int descriptor, const std::string& what, const std::string& script,
+              const std::string& ending) try {
     const Descriptor input = fileInMemory();
-    writeAll(input.number(), preamble(ending_, size) + script + "\n");
+    writeAll(input.number(), script + "\n");
     ::lseek(input.number(), 0, SEEK_SET);
     const Descriptor said = fileInMemory();
 
     // -d: without the user's own start-up file.
-    const int exit_code = runGnuplot({"gnuplot", "-d"}, input.number(), file_.descriptor(), said.number());
-    if (exit_code != 0) cannotDraw(path(), complaint(contentOf(said.number())));
-    if (!isComplete(contentOf(file_.descriptor()), ending_)) {
-        cannotDraw(path(), "it did not fit; is there space left?");
-    }
+    const int exit_code = runGnuplot({"gnuplot", "-d"}, input.number(), descriptor, said.number());
+    if (exit_code != 0) cannotDraw(what, complaint(contentOf(said.number())));
+    if (!isComplete(contentOf(descriptor), ending)) cannotDraw(what, "it did not fit; is there space left?");
 } catch (const std::system_error& error) {
-    cannotDraw(path(), std::strerror(error.code().value()));
+    cannotDraw(what, std::strerror(error.code().value()));
+}
+
+void replaceAll(std::string& text, const std::string& from, const std::string& to) {
+    for (size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size())) {
+        text.replace(at, from.size(), to);
+    }
+}
+
+void eraseElements(std::string& svg, const std::string& tag) {
+    const std::string end = "</" + tag + ">";
+    for (size_t at = svg.find("<" + tag + ">"); at != std::string::npos; at = svg.find("<" + tag + ">", at)) {
+        svg.erase(at, svg.find(end, at) + end.size() - at);
+    }
+}
+
+}  // namespace
+
+Picture::Picture(const std::string& path) : ending_(endingOf(path)), file_((requireGnuplot(), path)) {}
+
+void Picture::draw(const std::string& script, PictureSize size) {
+    drawInto(file_.descriptor(), path(), preamble(ending_ == kPng ? kPngOnWhite : kSvgOnWhite, size) + script,
+             ending_);
+}
+
+std::string pngBytes(const std::string& name, const std::string& script, PictureSize size) {
+    const Descriptor file = fileInMemory();
+    drawInto(file.number(), name, preamble(kPngOnWhite, size) + script, kPng);
+    return contentOf(file.number());
+}
+
+std::string svgElement(const std::string& name, const std::string& script, PictureSize size) {
+    const Descriptor file = fileInMemory();
+    drawInto(file.number(), name, preamble("svg dynamic", size) + script, kSvg);
+    std::string svg = contentOf(file.number());
+    svg.erase(0, svg.find("<svg"));
+    svg.erase(svg.rfind("</svg>") + 6);
+    // They would be tooltips.
+    eraseElements(svg, "title");
+    eraseElements(svg, "desc");
+    // In a page the namespaces are known.
+    replaceAll(svg, " xmlns=\"http://www.w3.org/2000/svg\"", "");
+    replaceAll(svg, " xmlns:xlink=\"http://www.w3.org/1999/xlink\"", "");
+    replaceAll(svg, "xlink:href", "href");
+    for (const char* const before : {" id=\"", " id='", "href=\"#", "href='#", "url(#"}) {
+        replaceAll(svg, before, before + name + "-");
+    }
+    return svg;
 }
 
 std::string plotText(const std::string& text) {

@@ -37,6 +37,13 @@ class Picture {
     OutputFile file_;
 };
 
+// An SVG element to stand in a page: transparent, as wide as its place, black where the page's own colour should be, and
+// with `name` in front of its identifiers. Runs `script` as Picture does. fails: Failure.
+std::string svgElement(const std::string& name, const std::string& script, PictureSize size);
+
+// The bytes of a PNG picture. fails: Failure.
+std::string pngBytes(const std::string& name, const std::string& script, PictureSize size);
+
 // Pieces of scripts.
 
 // `text` as a string of gnuplot's language.

@@ -25,7 +25,7 @@ struct Parsed {};
 void disarm(CLI::App& app) {
     const auto commands = app.get_subcommands([](CLI::App*) { return true; });
     for (CLI::App* const command : commands) disarm(*command);
-    if (commands.empty()) app.parse_complete_callback([] { throw Parsed(); });
+    if (app.get_require_subcommand_min() == 0) app.parse_complete_callback([] { throw Parsed(); });
 }
 
 CLI::App& parser() {

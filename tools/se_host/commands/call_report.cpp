@@ -35,7 +35,7 @@ void addEcho(const Recording& recording, const Processed& processed, CallReport&
     const std::optional<EchoLags> lags = echoLags(far_end, microphone);
     if (!lags) return;
     report.echo_lag_ms = lags->median * 1000.0 / kEngineSampleRate;
-    report.echo = echoAlone(far_end, microphone, processed.output, *lags);
+    report.echo = echoAlone(echoAloneBlocks(far_end, microphone, processed.output, *lags));
 }
 
 std::string lateFarEnd(const CallReport& report) {

@@ -13,6 +13,7 @@ void addCommands(CLI::App& app) {
     addDiags(app);
     addCheckEngine(app);
     addDoctor(app);
+    addSweep(app);
 }
 
 }  // namespace se_host

@@ -17,6 +17,7 @@ void addInfo(CLI::App& app);
 void addDiags(CLI::App& app);
 void addCheckEngine(CLI::App& app);
 void addDoctor(CLI::App& app);
+void addSweep(CLI::App& app);
 
 // Those of `se_host diags`.
 void addDiagsList(CLI::App& diags);
@@ -26,5 +27,13 @@ void addDiagsDump(CLI::App& diags);
 void addDiagsRestore(CLI::App& diags);
 void addDiagsDiff(CLI::App& diags);
 void addDiagsWatch(CLI::App& diags);
+
+// Those of `se_host sweep`.
+void addSweepManifest(CLI::App& sweep);
+void addSweepPlan(CLI::App& sweep);
+void addSweepRun(CLI::App& sweep);
+void addSweepMerge(CLI::App& sweep);
+void addSweepReport(CLI::App& sweep);
+void addSweepTask(CLI::App& sweep);  // for `sweep run`
 
 }  // namespace se_host

@@ -32,6 +32,7 @@ constexpr const char* kExamples =
     "  se_host process meeting.wav talker.wav          through the engine\n"
     "  se_host noise-test noise.txt --plot noise.png   the microphones' noise\n"
     "  se_host info                                    the engine and its capabilities\n"
+    "  se_host sweep recordings/ --tuning new.json     many recordings: is this tuning better?\n"
     "'se_host COMMAND --help' explains a command.\n";
 
 std::string footer() {

@@ -11,13 +11,13 @@
 #include "tools/se_host/commands/engine_options.h"
 #include "tools/se_host/commands/output_paths.h"
 #include "tools/se_host/commands/print_json.h"
-#include "tools/se_host/commands/process_picture.h"
 #include "tools/se_host/commands/recording_options.h"
 #include "tools/se_host/commands/second_run.h"
 #include "tools/se_host/commands/summary.h"
 #include "tools/se_host/commands/tuned_engine.h"
 #include "tools/se_host/diags/diag_trace.h"
 #include "tools/se_host/sound/resample.h"
+#include "tools/se_host/sound/sounds_picture.h"
 #include "webrtc_common/se_wrapper.h"
 
 namespace se_host {

@@ -104,6 +104,13 @@ AudioData readAudioFile(const std::string& path) {
     return audio;
 }
 
+double statedSeconds(const std::string& path) {
+    SF_INFO info{};
+    const se_output::Descriptor content = se_output::openInput(path, kSound);
+    openToRead(content.number(), path, &info);
+    return info.frames == SF_COUNT_MAX ? 0 : static_cast<double>(info.frames) / info.samplerate;
+}
+
 void writeWav(se_output::OutputFile& output, int sample_rate, int channels,
               const std::vector<int16_t>& samples) {
     SF_INFO info{};

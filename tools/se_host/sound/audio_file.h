@@ -27,6 +27,9 @@ struct AudioData {
 // holds no samples, or has a sample rate below 4 or above 768 kHz.
 AudioData readAudioFile(const std::string& path);
 
+// The length that the header states, in seconds; 0: it states none. fails: Failure as readAudioFile, as far as the header tells.
+double statedSeconds(const std::string& path);
+
 // The samples as the content of the output; the caller commits. fails: Failure.
 void writeWav(se_output::OutputFile& file, int sample_rate, int channels,
               const std::vector<int16_t>& samples);

@@ -46,25 +46,6 @@ double quantileOf(std::vector<double> values, double quantile) {
     return *at;
 }
 
-struct Block {
-    double heard;
-    double left;
-};
-
-// Without the blocks in which much more is left than in the others: a soft talker.
-double loweredDb(const std::vector<Block>& blocks) {
-    std::vector<double> each;
-    for (const Block& block : blocks) each.push_back(ratioDb(block.heard, block.left));
-    const double least = quantileOf(each, 0.5) - kTalkerStandsOut;
-    double heard = 0, left = 0;
-    for (size_t i = 0; i < blocks.size(); ++i) {
-        if (each[i] < least) continue;
-        heard += blocks[i].heard;
-        left += blocks[i].left;
-    }
-    return ratioDb(heard, left);
-}
-
 // The blocks around which nothing else is heard.
 std::vector<size_t> blocksOfEchoAlone(const std::vector<double>& shares) {
     const double largest = quantileOf(shares, kLargestShare);
@@ -86,21 +67,42 @@ std::vector<size_t> blocksOfEchoAlone(const std::vector<double>& shares) {
 
 }  // namespace
 
-std::optional<EchoAlone> echoAlone(const Samples& far_end, const Samples& microphone, const Samples& output,
-                                   const EchoLags& lags) {
-    const std::vector<size_t> blocks = blocksOfEchoAlone(echoShares(far_end, microphone, lags));
+std::vector<EchoAloneBlock> echoAloneBlocks(const Samples& far_end, const Samples& microphone,
+                                            const Samples& output, const EchoLags& lags) {
+    std::vector<EchoAloneBlock> blocks;
+    for (const size_t index : blocksOfEchoAlone(echoShares(far_end, microphone, lags))) {
+        const auto start = static_cast<ptrdiff_t>(index * kBlock);
+        blocks.push_back({index, powerAt(far_end, start - lags.at(index * kBlock)),
+                          powerAt(microphone, start), powerAt(output, start)});
+    }
+    return blocks;
+}
+
+double echoLoweredDb(const std::vector<EchoAloneBlock>& blocks) {
+    std::vector<double> each;
+    each.reserve(blocks.size());
+    for (const EchoAloneBlock& block : blocks) each.push_back(ratioDb(block.heard, block.left));
+    const double least = quantileOf(each, 0.5) - kTalkerStandsOut;
+    double heard = 0, left = 0;
+    for (size_t i = 0; i < blocks.size(); ++i) {
+        if (each[i] < least) continue;
+        heard += blocks[i].heard;
+        left += blocks[i].left;
+    }
+    return ratioDb(heard, left);
+}
+
+std::optional<EchoAlone> echoAlone(const std::vector<EchoAloneBlock>& blocks) {
     if (blocks.size() < kLeastBlocks) return std::nullopt;
     double played = 0, heard = 0;
-    std::vector<Block> converged;
-    for (const size_t block : blocks) {
-        const auto start = static_cast<ptrdiff_t>(block * kBlock);
-        const double power = powerAt(microphone, start);
-        played += powerAt(far_end, start - lags.at(block * kBlock));
-        heard += power;
-        if (block >= kConvergence) converged.push_back({power, powerAt(output, start)});
+    std::vector<EchoAloneBlock> converged;
+    for (const EchoAloneBlock& block : blocks) {
+        played += block.played;
+        heard += block.heard;
+        if (block.index >= kConvergence) converged.push_back(block);
     }
     EchoAlone echo{static_cast<double>(blocks.size()) / 100, ratioDb(played, heard), {}};
-    if (converged.size() >= kLeastBlocks) echo.lowered_db = loweredDb(converged);
+    if (converged.size() >= kLeastBlocks) echo.lowered_db = echoLoweredDb(converged);
     return echo;
 }
 

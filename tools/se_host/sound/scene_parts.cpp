@@ -54,11 +54,12 @@ Blocks blocksWith(const std::vector<double>& powers, double share) {
     return marked;
 }
 
-// Ratio of the energies of `a` and `b` in these blocks, in dB.
+// Ratio of the energies of `a` and `b` in the chosen blocks from `begin` to before `end`, in dB.
 template <typename Chosen>
-std::optional<double> ratioDb(const std::vector<double>& a, const std::vector<double>& b, Chosen chosen) {
+std::optional<double> ratioDb(const std::vector<double>& a, const std::vector<double>& b, size_t begin,
+                              size_t end, Chosen chosen) {
     double above = 0, below = 0;
-    for (size_t block = 0; block < a.size(); ++block) {
+    for (size_t block = begin; block < std::min(end, a.size()); ++block) {
         if (!chosen(block)) continue;
         above += a[block];
         below += b[block];
@@ -79,24 +80,41 @@ SceneParts readSceneParts(const std::string& prefix, const Recording& recording)
     return {readPart(paths[0], recording), readPart(paths[1], recording), readPart(paths[2], recording)};
 }
 
-Effect effectOf(const SceneParts& parts, const std::vector<int16_t>& output) {
-    const std::vector<double> talker = blockPowers(parts.talker);
-    const std::vector<double> noise = blockPowers(parts.noise);
-    const std::vector<double> echo = blockPowers(parts.echo);
-    const std::vector<double> out = blockPowers(output);
-    const Blocks talker_present = blocksWith(talker, kPresent), talker_audible = blocksWith(talker, kAudible);
-    const Blocks echo_present = blocksWith(echo, kPresent), echo_audible = blocksWith(echo, kAudible);
+SceneEffect::Part SceneEffect::partOf(const Samples& samples) {
+    Part part{blockPowers(samples), {}, {}};
+    part.present = blocksWith(part.powers, kPresent);
+    part.audible = blocksWith(part.powers, kAudible);
+    return part;
+}
 
+SceneEffect::SceneEffect(const SceneParts& parts, const Samples& output)
+    : talker_(partOf(parts.talker)),
+      noise_(partOf(parts.noise)),
+      echo_(partOf(parts.echo)),
+      output_(blockPowers(output)) {}
+
+Effect SceneEffect::within(size_t begin, size_t end) const {
     Effect effect;
-    effect.echo_lowered_db = ratioDb(echo, out, [&](size_t block) {
-        return block >= kConvergence && echo_present[block] && !talker_audible[block];
+    effect.echo_lowered_db = ratioDb(echo_.powers, output_, begin, end, [&](size_t block) {
+        return echo_.present[block] && !talker_.audible[block];
     });
-    effect.noise_lowered_db = ratioDb(noise, out, [&](size_t block) {
-        return block >= kConvergence && !talker_audible[block] && !echo_audible[block];
+    effect.noise_lowered_db = ratioDb(noise_.powers, output_, begin, end, [&](size_t block) {
+        return !talker_.audible[block] && !echo_.audible[block];
     });
-    effect.talker_changed_db =
-        ratioDb(out, talker, [&](size_t block) { return talker_present[block] && !echo_audible[block]; });
+    effect.talker_changed_db = ratioDb(output_, talker_.powers, begin, end, [&](size_t block) {
+        return talker_.present[block] && !echo_.audible[block];
+    });
     return effect;
+}
+
+Effect SceneEffect::whole() const {
+    Effect effect = within(kConvergence, output_.size());
+    effect.talker_changed_db = within(0, output_.size()).talker_changed_db;
+    return effect;
+}
+
+Effect effectOf(const SceneParts& parts, const Samples& output) {
+    return SceneEffect(parts, output).whole();
 }
 
 }  // namespace se_host

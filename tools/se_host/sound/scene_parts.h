@@ -33,7 +33,28 @@ struct Effect {
     std::optional<double> talker_changed_db;
 };
 
-// `output` may lag the parts by up to 100 ms.
+// The effect in any part of a recording. `output` may lag the parts by up to 100 ms.
+class SceneEffect {
+  public:
+    SceneEffect(const SceneParts& parts, const std::vector<int16_t>& output);
+
+    // In the blocks of 10 ms from `begin` to before `end`, the first two seconds included.
+    Effect within(size_t begin, size_t end) const;
+    // Of the whole recording.
+    Effect whole() const;
+
+  private:
+    struct Part {
+        std::vector<double> powers;  // of each block
+        std::vector<bool> present, audible;
+    };
+    static Part partOf(const std::vector<int16_t>& samples);
+
+    Part talker_, noise_, echo_;
+    std::vector<double> output_;
+};
+
+// SceneEffect(parts, output).whole()
 Effect effectOf(const SceneParts& parts, const std::vector<int16_t>& output);
 
 }  // namespace se_host

@@ -60,6 +60,13 @@ TEST_F(Help, OfDiags) {
     expectMentions({"diags", "set", "--help"}, {"NAME=VALUE", "--save OUT.json", "--tuning FILE.json"});
 }
 
+TEST_F(Help, OfSweep) {
+    expectMentions({"sweep", "--help"}, {"RECORDINGS", "manifest", "plan", "run", "merge", "report",
+                                         "--grid NAME=A,B,C", "--tuning FILE.json", "--jobs N", "Examples:"});
+    expectMentions({"sweep", "run", "--help"},
+                   {"FOLDER", "--shard N", "--backend NAME", "slurm", "parallel"});
+}
+
 // The commands that a help text lists, one a line.
 std::vector<std::string> commandsIn(const std::string& help) {
     std::vector<std::string> commands;

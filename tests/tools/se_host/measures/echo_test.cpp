@@ -1,0 +1,74 @@
+// The echo where only the far end speaks, and how long it takes to be cancelled.
+#include "tests/tools/se_host/measures/known_run.h"
+
+namespace se_host_test {
+namespace {
+
+constexpr size_t kSeconds = 10;
+
+// White noise that comes back 50 ms later and 20 dB softer; lowered by so much in the first `seconds` and after them.
+KnownRun echoOf(double before_db, size_t seconds, double after_db) {
+    const Samples far_end = noise(kSeconds * kSecond, -15);
+    const Samples heard = delayed(scaled(far_end, -20), 800);
+    Samples output = scaled(heard, -before_db);
+    const Samples after = scaled(heard, -after_db);
+    std::copy(after.begin() + static_cast<ptrdiff_t>(seconds * kSecond), after.end(),
+              output.begin() + static_cast<ptrdiff_t>(seconds * kSecond));
+    KnownRun run(heard, output);
+    run.play(far_end);
+    return run;
+}
+
+TEST(MeasuredEcho, HasItsDelayAndItsLevel) {
+    const KnownRun run = echoOf(15, 0, 15);
+    EXPECT_NEAR(*run.value("echo_lag_ms"), 50, 0.1);
+    EXPECT_NEAR(*run.value("echo_alone_return_loss_db"), 20, 0.2);
+    EXPECT_NEAR(*run.value("echo_alone_return_loss_enhancement_db"), 15, 0.1);
+    EXPECT_GT(*run.value("echo_alone_seconds"), 8);
+    EXPECT_LE(*run.value("echo_alone_seconds"), 10);
+}
+
+TEST(MeasuredEcho, ThatIsLoweredAtOnceHasConvergedAfterTheFirstHalfSecond) {
+    EXPECT_EQ(echoOf(15, 0, 15).value("convergence_seconds"), 0.5);
+}
+
+TEST(MeasuredEcho, ThatIsLoweredAfterThreeSecondsConvergesThen) {
+    const std::optional<double> seconds = echoOf(0, 3, 15).value("convergence_seconds");
+    ASSERT_TRUE(seconds);
+    EXPECT_GE(*seconds, 3 - 0.3) << "the time before the first echo does not count";
+    EXPECT_LE(*seconds, 3.5);
+}
+
+TEST(MeasuredEcho, ThatIsNeverLoweredDoesNotConverge) {
+    EXPECT_FALSE(echoOf(0, 0, 0).value("convergence_seconds"));
+    EXPECT_NEAR(*echoOf(0, 0, 0).value("echo_alone_return_loss_enhancement_db"), 0, 0.01);
+}
+
+TEST(MeasuredEcho, IsNothingWithoutAFarEnd) {
+    const Samples sound = noise(4 * kSecond, -30);
+    const KnownRun run(sound, sound);
+    for (const char* name :
+         {"echo_lag_ms", "echo_alone_seconds", "echo_alone_return_loss_db", "convergence_seconds",
+          "echo_alone_return_loss_enhancement_db", "echo_engine_delay_ms"}) {
+        EXPECT_FALSE(run.value(name)) << name;
+    }
+}
+
+TEST(MeasuredEcho, ThatNobodyHearsHasNoDelay) {
+    KnownRun run(noise(4 * kSecond, -30, 1), noise(4 * kSecond, -30, 1));
+    run.play(noise(4 * kSecond, -30, 2));
+    EXPECT_FALSE(run.value("echo_lag_ms"));
+    EXPECT_FALSE(run.value("echo_alone_seconds"));
+}
+
+TEST(MeasuredEcho, HasTheEnginesEstimate) {
+    KnownRun run = echoOf(15, 0, 15);
+    EXPECT_FALSE(run.value("echo_engine_delay_ms"));
+    run.processed.echo = se_host::EchoEstimate{49, 3.5, 1.25};
+    EXPECT_EQ(run.value("echo_engine_delay_ms"), 49);
+    EXPECT_EQ(run.value("echo_engine_drift_ppm"), 3.5);
+    EXPECT_EQ(run.value("echo_engine_delay_since_seconds"), 1.25);
+}
+
+}  // namespace
+}  // namespace se_host_test
