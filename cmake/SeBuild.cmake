@@ -1,6 +1,6 @@
 # What every target of this project shares: the language level, the warnings, the layout of the build
-# tree. The tree has the layout of an installation (bin/, bin/selibs/, lib/), so that a program finds
-# its engine builds in either.
+# tree. Programs and tests have their engine builds beside them, in bin/selibs/; libraries in lib/ find them as in an
+# installation.
 
 # The build type belongs to the top-level project. Everything else here is set for this project's folders alone.
 if(PROJECT_IS_TOP_LEVEL AND NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
@@ -36,6 +36,9 @@ set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
 set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
 set(SE_ENGINE_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin/selibs)
+# Where an installation has them.
+file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/lib/libse_wrapper)
+file(CREATE_LINK ../../bin/selibs ${PROJECT_BINARY_DIR}/lib/libse_wrapper/selibs SYMBOLIC)
 
 # Libraries are found relative to the file that needs them, in the build tree and in an installation: an installed
 # file keeps its runpath. CMake's own runpath for the build tree ends in an empty entry, which means the current folder.

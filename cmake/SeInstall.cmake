@@ -1,8 +1,8 @@
-# The contents of an installation: headers, libraries, the engine builds beside the programs, a CMake package and
-# pkg-config files. Everything is found relative to itself, so the tree may be moved.
+# The contents of an installation: headers, libraries, the engine builds, programs, a CMake package and pkg-config
+# files. Everything is found relative to itself, so the tree may be moved.
 #
 # Other libraries are called libcommon, too. Ours is in a separate folder, and the files that need it name the folder
-# in their runpath.
+# in their runpath. The engine builds stand there, too; host/engine/installed_engines.h finds them.
 
 include(CMakePackageConfigHelpers)
 
@@ -24,7 +24,7 @@ if(TARGET se_host_library)
 endif()
 
 install(TARGETS ${SE_ENGINE_TARGETS} EXPORT se_wrapper_targets
-  LIBRARY DESTINATION ${CMAKE_INSTALL_BINDIR}/selibs)
+  LIBRARY DESTINATION ${se_private_lib_dir}/selibs)
 
 if(TARGET se_host)
   install(TARGETS se_host RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
@@ -38,6 +38,8 @@ if(TARGET se_host)
   set(se_runpath $ORIGIN/${se_lib_from_bin}/libse_wrapper $ORIGIN/${se_lib_from_bin} $ORIGIN/../lib)
   list(REMOVE_DUPLICATES se_runpath)
   set_target_properties(se_host PROPERTIES INSTALL_RPATH "${se_runpath}")
+  install(FILES tools/se_host/se_host.bash
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME se_host)
 endif()
 
 install(EXPORT se_wrapper_targets NAMESPACE se_wrapper:: DESTINATION ${se_cmake_dir})

@@ -5,65 +5,25 @@
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 
-if [ "$(id -u)" -ne 0 ]; then
-    echo "./check --fresh: making a Debian root needs the rights of root" >&2
-    exit 1
-fi
+. cmake/scripts/debian_root.sh
+
 [ -z "$(git status --porcelain)" ] || echo "note: changes that are not committed are not in the clone"
 
 scratch=$(mktemp -d "${TMPDIR:-/tmp}/libse_wrapper-fresh.XXXXXX")
 trap 'rm -rf --one-file-system "$scratch"' EXIT
 root=$scratch/debian
-log=$scratch/debootstrap.log
 begin=$SECONDS
 
-release=$(. /etc/os-release && echo "$VERSION_CODENAME")
-
-mirror() {
-    # shellcheck disable=SC2016
-    apt-get indextargets --format '$(RELEASE) $(COMPONENT) $(REPO_URI)' |
-        awk -v release="$release" '$1 == release && $2 == "main" { print $3; exit }'
-}
-
 make_root() {
-    local uri
-    uri=$(mirror)
-    if [ -z "$uri" ]; then
-        apt-get update -qq
-        uri=$(mirror)
-    fi
-    debootstrap --variant=minbase --include=ca-certificates,git "$release" "$root" "$uri" >"$log" 2>&1 || {
-        tail -n 20 "$log"
-        echo "./check --fresh: debootstrap failed" >&2
-        return 1
-    }
-    copy_apt_sources
+    make_debian_root "$root" git
     chroot "$root" useradd --create-home --shell /bin/bash builder
     git clone --quiet . "$root/root/project"
     git clone --quiet . "$root/home/builder/project"
     chroot "$root" chown -R builder: /home/builder
 }
 
-# Its own sources name only the mirror that it came from: security updates are among this machine's.
-copy_apt_sources() {
-    local file
-    rm -f "$root/etc/apt/sources.list"
-    for file in /etc/apt/sources.list /etc/apt/sources.list.d /etc/apt/keyrings /etc/apt/trusted.gpg.d \
-        /usr/share/keyrings /etc/resolv.conf /etc/hosts; do
-        [ ! -e "$file" ] || cp -rL "$file" "$root$(dirname "$file")/"
-    done
-    grep -rlE '^ *Acquire::' /etc/apt/apt.conf.d 2>/dev/null | xargs -r cp -t "$root/etc/apt/apt.conf.d" || true
-}
-
-# in_root <user> <command>: in a login shell, in the clone. The mounts end with the command.
-in_root() {
-    # shellcheck disable=SC2016
-    unshare --mount bash -euc '
-        mount -t proc proc "$1/proc"
-        mount --rbind /dev "$1/dev"
-        exec chroot "$1" su - "$2" -c "cd project && export CMAKE_BUILD_PARALLEL_LEVEL=$(nproc) && $3"
-    ' - "$root" "$1" "$2"
-}
+# in_root <user> <command>: in a login shell, in the clone.
+in_root() { in_debian_root "$root" su - "$1" -c "cd project && export CMAKE_BUILD_PARALLEL_LEVEL=$(nproc) && $2"; }
 
 stage() { printf '\n-- after %d s, %s: %s\n' $((SECONDS - begin)) "$1" "$2"; }
 

@@ -14,6 +14,8 @@ SERVICE_PACKAGES=(slurm-wlm munge)
 FORMAT_PACKAGES=(clang-format)
 CLANG_PACKAGES=(clang clang-tidy)
 FUZZ_PACKAGES=(clang libclang-rt-14-dev)
+# The build dependencies of debian/control beside those above.
+PACKAGE_PACKAGES=(debhelper dpkg-dev fakeroot lintian xz-utils dh-python pybuild-plugin-pyproject python3 python3-setuptools)
 FRESH_PACKAGES=(debootstrap)
 PEER_PACKAGES=(libavcodec-dev libavutil-dev libswresample-dev libfftw3-dev libkissfft-dev libliquid-dev libvolk2-dev
     libsamplerate0-dev libspeexdsp-dev libboost-dev libcli11-dev nlohmann-json3-dev gnuplot-nox)

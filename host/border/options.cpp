@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <iterator>
 
-#include "host/engine/installed_engines.h"
-
 namespace se_host {
 namespace {
 
@@ -16,7 +14,7 @@ EngineOptions engineOptionsOf(const se_host_options_t& options) {
     EngineOptions engine;
     const std::string build = textOr(options.engine);
     (build.find('/') == std::string::npos ? engine.build : engine.file) = build;
-    engine.folder = options.folder == nullptr ? defaultEngineFolder() : options.folder;
+    engine.folder = textOr(options.folder);
     engine.device_model = options.device_model != 0;
     return engine;
 }

@@ -9,6 +9,7 @@
 #include "host/engine/engine_check.h"
 #include "host/engine/engine_files.h"
 #include "host/engine/engine_stage.h"
+#include "host/engine/installed_engines.h"
 #include "host/engine/properties_by_text.h"
 #include "host/output/errors.h"
 #include "host/output/one_line.h"
@@ -32,7 +33,7 @@ void chooseBuild(const EngineOptions& options) {
         se::p_signal_essence_library.node()->set<std::string>(file.filename().string());
         return;
     }
-    se::setEngineFolder(options.folder.empty() ? "" : absolute(options.folder));
+    se::setEngineFolder(options.folder.empty() ? defaultEngineFolder() : absolute(options.folder));
     if (!options.build.empty()) se::p_signal_essence_library.node()->set<std::string>(options.build);
 }
 

@@ -22,7 +22,7 @@ enum class Routines {
 
 struct EngineOptions {
     std::string build;          // file in the folder; empty: chosen by device model
-    std::string folder;         // of the engine builds; empty: "selibs" beside the program
+    std::string folder;         // of the engine builds; empty: defaultEngineFolder()
     std::string file;           // path of a build, instead of the two
     bool device_model = false;  // the device that has a build of its own
     std::string array;          // file with the places of the microphones; empty: the build's own array

@@ -3,24 +3,30 @@
 #include <dlfcn.h>
 
 #include <filesystem>
+#include <new>
+#include <system_error>
 
 #include "common/file.h"
+#include "host/output/errors.h"
+#include "webrtc_common/se_wrapper.h"
 
 namespace se_host {
 namespace {
 
 namespace fs = std::filesystem;
 
-// From the folder of the library: of a package, of an installation with and without a folder for the machine's type, and of
-// the build tree.
-constexpr const char* kPlaces[] = {"libse_wrapper/selibs", "../bin/selibs", "../../bin/selibs"};
-
-fs::path folderOfThisLibrary() {
-    static const char here = 0;
+// libse_wrapper is a shared library in every program; this file may be a part of the program itself.
+fs::path folderOfTheWrapper() {
     Dl_info info{};
-    if (::dladdr(&here, &info) == 0 || info.dli_fname == nullptr) return {};
+    const auto* const function = reinterpret_cast<const void*>(&quill::media::se_wrapper::engineFolder);
+    const std::string name = ::dladdr(function, &info) != 0 ? info.dli_fname : "";
     std::error_code error;
-    return fs::canonical(info.dli_fname, error).parent_path();
+    const fs::path library = fs::canonical(name, error);
+    if (error == std::errc::not_enough_memory) throw std::bad_alloc();
+    if (error)
+        throw se_output::Failure("the folder of libse_wrapper (" + name +
+                                 ") cannot be found: " + error.message());
+    return library.parent_path();
 }
 
 bool isFolder(const fs::path& path) {
@@ -31,12 +37,12 @@ bool isFolder(const fs::path& path) {
 }  // namespace
 
 std::string defaultEngineFolder() {
-    if (isFolder(quill::File::joinPath(quill::getExePath(), "selibs"))) return {};
-    const fs::path library = folderOfThisLibrary();
-    for (const char* const place : kPlaces) {
-        if (isFolder(library / place)) return (library / place).lexically_normal().string();
-    }
-    return {};
+    const fs::path own = quill::File::joinPath(quill::getExePath(), "selibs");
+    if (isFolder(own)) return own;
+    const fs::path installed = folderOfTheWrapper() / "libse_wrapper/selibs";
+    if (isFolder(installed)) return installed;
+    throw se_output::Failure("there are no engine builds: neither '" + own.string() + "' nor '" +
+                             installed.string() + "' is a folder; put a build into one of them");
 }
 
 }  // namespace se_host

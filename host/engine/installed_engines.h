@@ -1,12 +1,12 @@
-// The engine builds that are installed with this library.
+// Where the engine builds are when the caller names no folder.
 #pragma once
 
 #include <string>
 
 namespace se_host {
 
-// A program brings its engine builds in "selibs" beside itself; without that folder those beside the library are
-// used. result: the folder; empty: the program's own, whether or not it is there.
+// "selibs" beside the program; when there is no such folder, that of the installation: "libse_wrapper/selibs" beside
+// libse_wrapper. fails: Failure, with both, when neither exists.
 std::string defaultEngineFolder();
 
 }  // namespace se_host

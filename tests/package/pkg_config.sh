@@ -11,5 +11,5 @@ pc=$(find "$tree" -name se_wrapper.pc)
 # shellcheck disable=SC2046
 "$cxx" -std=c++17 "$(dirname "$0")/host/small_host.cpp" -o "$work/small_host" \
     $(PKG_CONFIG_PATH=$(dirname "$pc") pkg-config --cflags --libs se_wrapper)
-cp -r "$tree/bin/selibs" "$work/selibs"
+cp -r "$(find "$tree" -type d -name selibs)" "$work/selibs"
 test "$("$work/small_host" 2>/dev/null)" = "se_lib_beamv1.14"

@@ -42,7 +42,11 @@ HostRun HostTest::runCopy(const std::vector<std::string>& arguments) const {
     const fs::path copy = path("copy");
     fs::create_directories(copy / "bin");
     fs::copy_file(SE_HOST_PATH, copy / "bin/se_host");
-    fs::create_symlink(fs::path(SE_HOST_PATH).parent_path().parent_path() / "lib", copy / "lib");
+    fs::create_directories(copy / "lib");
+    for (const char* library : {"libcommon.so.0", "libse_wrapper.so.0"}) {
+        fs::copy_file(fs::path(SE_HOST_PATH).parent_path().parent_path() / "lib" / library,
+                      copy / "lib" / library);
+    }
     HostRun run = runHost(folder_, arguments, copy / "bin/se_host");
     fs::remove_all(copy);
     return run;

@@ -71,6 +71,7 @@ EngineInfo gatherInfo(const Engine& engine) {
             optionalEntryPoints(openEngineFile(engine.build)),
             processorFeatures(),
             kernelLines(),
+            quill::media::se_wrapper::engineFolder(),
             engineNames(),
             propertyLines(engine.root)};
 }

@@ -34,6 +34,7 @@ struct EngineInfo {
     std::vector<Presence> optional_entry_points;
     std::vector<Presence> processor_features;
     std::vector<KernelLine> kernels;
+    std::string folder;               // of the engine builds
     std::vector<std::string> builds;  // that could be loaded instead
     std::vector<PropertyLine> properties;
 };

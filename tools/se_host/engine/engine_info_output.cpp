@@ -62,6 +62,7 @@ Json propertyJson(const PropertyLine& property) {
 std::string toText(const EngineInfo& info) {
     std::string text = line("engine", info.build + " (" + info.version + ")");
     text += line("offers", namesOfPresent(info.capabilities));
+    text += line("folder", info.folder);
     text += line("builds", quill::join(info.builds.begin(), info.builds.end(), ", "));
     text += line("processor", namesOfPresent(info.processor_features));
     text += line("kernels", kernelText(info.kernels));
@@ -79,6 +80,7 @@ Json toJson(const EngineInfo& info) {
               {"version", info.version},
               {"capabilities", presenceJson(info.capabilities)},
               {"optional_entry_points", presenceJson(info.optional_entry_points)}}},
+            {"folder", info.folder},
             {"builds", info.builds},
             {"processor_features", presenceJson(info.processor_features)},
             {"kernels", kernelJson(info.kernels)},

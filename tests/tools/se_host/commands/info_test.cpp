@@ -1,5 +1,6 @@
 // `se_host info`, as text and as JSON.
 #include <algorithm>
+#include <filesystem>
 #include <iterator>
 #include <nlohmann/json.hpp>
 
@@ -41,6 +42,7 @@ TEST_F(Info, NamesTheBuildThatWouldRun) {
 }
 
 TEST_F(Info, ListsTheBuildsThatThereAre) {
+    EXPECT_EQ(json()["folder"], (std::filesystem::path(SE_HOST_PATH).parent_path() / "selibs").string());
     EXPECT_EQ(json()["builds"], (nlohmann::json{"se_lib_beamv1.14", "se_lib_harborv006"}));
 }
 
@@ -92,7 +94,7 @@ TEST_F(Info, TheTextSaysTheSame) {
     const HostRun result = run({"info"});
     expectDone(result);
     for (const char* word :
-         {"engine      se_lib_beamv1.14 (", "builds      se_lib_beamv1.14, se_lib_harborv006",
+         {"engine      se_lib_beamv1.14 (", "/selibs\nbuilds      se_lib_beamv1.14, se_lib_harborv006",
           "processor   ssse3", "kernels     convolution ", "MMIfStartNoiseTest",
           "config/is_harbor = 0 (bool)", "signal_essence_library = se_lib_beamv1.14"}) {
         EXPECT_NE(result.out.find(word), std::string::npos) << word << " in\n" << result.out;

@@ -89,11 +89,21 @@ TEST_F(BadEngine, InfoRefusesItToo) {
 }
 
 TEST_F(BadEngine, AnInstallationWithoutEnginesSaysWhereItLooked) {
-    expectRefused(runCopy({"process", path("in.wav"), path("out.wav")}), kFailure,
-                  "Could not open shared library at " + path("copy/bin/selibs/se_lib_beamv1.14"));
+    const std::string looked = "neither '" + path("copy/bin/selibs") + "' nor '" +
+                               path("copy/lib/libse_wrapper/selibs") + "' is a folder; put a build into one";
+    expectRefused(runCopy({"process", path("in.wav"), path("out.wav")}), kFailure, looked);
+    expectRefused(runCopy({"info", "--engine", "x"}), kFailure, looked);
 }
 
-TEST_F(BadEngine, AnInstallationWithoutEnginesHasNoneToChooseFrom) {
+TEST_F(BadEngine, AnEmptyFolderHasNoneToChooseFrom) {
+    std::filesystem::create_directories(path("copy/lib/libse_wrapper/selibs"));
+    expectRefused(runCopy({"info", "--engine", "x"}), kWrongUsage,
+                  path("copy/lib/libse_wrapper/selibs") + "' holds no engine");
+}
+
+TEST_F(BadEngine, TheFolderBesideTheProgramComesBeforeTheInstalledOne) {
+    std::filesystem::create_directories(path("copy/bin/selibs"));
+    std::filesystem::create_directories(path("copy/lib/libse_wrapper/selibs"));
     expectRefused(runCopy({"info", "--engine", "x"}), kWrongUsage,
                   path("copy/bin/selibs") + "' holds no engine");
 }
