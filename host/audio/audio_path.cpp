@@ -5,13 +5,10 @@
 
 #include <algorithm>
 
-#include "webrtc_common/se_wrapper/engine/process_block.h"
-#include "webrtc_common/se_wrapper/table/engine_table.h"
+#include "host/audio/engine_block.h"
 
 namespace se_host {
 namespace {
-
-namespace se = quill::media::se_wrapper;
 
 size_t firstMicrophone(const Wiring& wiring) {
     const auto found = std::find_if(wiring.microphones.begin(), wiring.microphones.end(),
@@ -24,16 +21,10 @@ size_t firstMicrophone(const Wiring& wiring) {
 AudioPath::AudioPath(const Wiring& wiring, uint32_t quantum, LiveEngine& engine)
     : stream_(wiring, latencyOf(quantum)), engine_(engine), signals_(firstMicrophone(wiring)) {}
 
-// The far end first: the engine needs it before the microphones of the same time. What it makes of the far end
-// is for hosts that play it.
-void AudioPath::processInEngine(Block& block) {
+void AudioPath::processWithEdits(Block& block) {
     engine_.applyEdits();
     const bool bypass = bypass_.load(std::memory_order_relaxed);
-    if (!bypass) {
-        int16_t played[Block::kFrames];
-        se::RcvIfProcessReceivePath(block.far_end, played);
-    }
-    se::processBlock(Block::kChannels, block.captured, Block::kFrames, block.mono, !bypass);
+    processInEngine(Block::kChannels, block.captured, block.far_end, bypass, block.mono);
     engine_.publishSome();
     (bypass ? bypassed_ : blocks_).add();
 }
@@ -41,7 +32,7 @@ void AudioPath::processInEngine(Block& block) {
 void AudioPath::process(Block& block) {
     const uint64_t begin = __rdtsc();
     try {
-        processInEngine(block);
+        processWithEdits(block);
         times_.add(__rdtsc() - begin);
     } catch (const abi::__forced_unwind&) {  // the engine ends the thread
         throw;

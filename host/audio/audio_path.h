@@ -43,7 +43,7 @@ class AudioPath {
 
   private:
     void process(Block& block);
-    void processInEngine(Block& block);
+    void processWithEdits(Block& block);
 
     BlockStream stream_;
     LiveEngine& engine_;

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <optional>
 
+#include "host/audio/engine_block.h"
 #include "host/engine/engine_stage.h"
 #include "webrtc_common/se_wrapper.h"
 
@@ -20,15 +21,12 @@ Direction directionAfter(size_t block) {
 
 }  // namespace
 
-// The far end first: the engine needs it before the microphones of the same time.
 void processOneBlock(const Recording& recording, size_t block, bool bypass, int16_t* output) {
     const size_t first = block * se::BLOCK_SIZE;
     const auto channels = static_cast<uint32_t>(recording.microphones.channels);
-    int16_t played[se::BLOCK_SIZE];
     const auto call = [&] {
-        se::RcvIfProcessReceivePath(recording.far_end.data() + first, played);
-        se::processBlock(channels, recording.microphones.samples.data() + first * channels, se::BLOCK_SIZE,
-                         output, !bypass);
+        processInEngine(channels, recording.microphones.samples.data() + first * channels,
+                        recording.far_end.data() + first, bypass, output);
     };
     callEngine(EngineStage::kProcessing, call, block);
 }
