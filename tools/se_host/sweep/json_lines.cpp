@@ -1,6 +1,8 @@
 #include "tools/se_host/sweep/json_lines.h"
 
 #include <fcntl.h>
+
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <stdexcept>
