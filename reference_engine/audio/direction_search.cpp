@@ -82,7 +82,7 @@ float DirectionSearch::weighBins(const MicrophoneSpectra& spectra, const float* 
         smoothed_[k] = std::max(kTiny, kPowerSmoothing * before + (1 - kPowerSmoothing) * power);
         least_[k] = std::min(least_[k], smoothed_[k]);
         const float floor = std::min(least_[k], least_before_[k]);
-        const float removed = spectra.power(kFirstBin + k)[MicrophoneSpectra::kEchoLane];
+        const float removed = spectra.echoPower(kFirstBin + k);
         const float threshold = std::max(
             {kAboveFloor * floor, kAboveTail * before, kAboveEcho * echo[k], kAboveRemoved * removed});
         weight_[k] = power > threshold ? 1 - threshold / power : 0.0f;

@@ -42,7 +42,7 @@ void Limiter::process(const int32_t* in, int16_t* out) {
             gain_ = std::min(gain_ + kRelease * (1 - gain_), allowed[i]);
             if (gain_ > kNearUnity) gain_ = 1;
         }
-        out[i] = gain_ == 1 ? saturate16(in[i]) : saturate16(std::lround(static_cast<float>(in[i]) * gain_));
+        out[i] = gain_ == 1 ? saturate16(in[i]) : sampleOf(static_cast<float>(in[i]) * gain_);
     }
 }
 

@@ -80,7 +80,7 @@ void MicrophonePrediction::replace(MicrophoneBlock& block) const {
             const float fade = static_cast<float>(i + 1) / kBlock;
             const float share = prediction.before == prediction.now ? 1 : prediction.now ? fade : 1 - fade;
             const float heard = block[m][i];
-            block[m][i] = saturate16(std::lround(heard + share * (predicted - heard)));
+            block[m][i] = sampleOf(heard + share * (predicted - heard));
         }
     }
 }

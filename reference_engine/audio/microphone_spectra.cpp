@@ -13,23 +13,19 @@ void MicrophoneSpectra::init() {
     for (int i = 0; i < kFrame; ++i) {
         window_[i] = static_cast<float>(0.5 - 0.5 * cosine(2 * M_PI * (i + 0.5) / kFrame));
     }
-    std::fill(std::begin(samples_), std::end(samples_), Lanes{});
+    samples_.clear();
 }
 
 void MicrophoneSpectra::update(const MicrophoneBlock& in, const MicrophoneBlock& clean) {
-    std::copy(samples_ + kBlock, samples_ + kFrame, samples_);
+    LaneSample* const newest = samples_.advance();
     for (int i = 0; i < kBlock; ++i) {
-        Lanes& sample = samples_[kFrame - kBlock + i];
+        Lanes& sample = newest[i].lanes;
         for (int m = 0; m < kMicrophones; ++m) sample[m] = clean[m][i];
         sample[kEchoLane] = static_cast<float>(in[0][i] - clean[0][i]);
     }
-    for (int i = 0; i < kFrame; ++i) windowed_[i] = samples_[i] * window_[i];
+    for (int i = 0; i < kFrame; ++i) windowed_[i] = samples_.values()[i].lanes * window_[i];
     fft_.forward(windowed_, spectra_);
-    for (int k = 0; k < kBins; ++k) {
-        const Lanes shares = power(k) / kMicrophones;
-        mean_power_[k] = 0;
-        for (int m = 0; m < kMicrophones; ++m) mean_power_[k] += shares[m];
-    }
+    laneKernels().powers(spectra_, kBins, mean_power_, echo_power_);
 }
 
 }  // namespace reference_engine

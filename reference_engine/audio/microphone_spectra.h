@@ -3,7 +3,7 @@
 // weak bins, and the look direction must not depend on the DFT in the hooks. Threads: init [setup]; update [audio] rt-safe.
 #pragma once
 
-#include "reference_engine/format.h"
+#include "reference_engine/audio/sliding_window.h"
 #include "reference_engine/lanes/lane_fft.h"
 
 namespace reference_engine {
@@ -23,18 +23,19 @@ class MicrophoneSpectra {
     // A lane a microphone, and one for the echo.
     const LaneBin& bin(int k) const { return spectra_[k]; }
     const LaneBin* bins() const { return spectra_; }
-    Lanes power(int k) const { return spectra_[k].re * spectra_[k].re + spectra_[k].im * spectra_[k].im; }
 
-    // Of the microphones.
+    // Mean of the microphones, and of the echo.
     float meanPower(int k) const { return mean_power_[k]; }
+    float echoPower(int k) const { return echo_power_[k]; }
 
   private:
     LaneFft fft_;
     float window_[kFrame] = {};
-    Lanes samples_[kFrame] = {};
-    Lanes windowed_[kFrame] = {};
+    SlidingWindow<LaneSample, kFrame> samples_;
+    alignas(LaneBin) Lanes windowed_[kFrame] = {};
     LaneBin spectra_[kBins] = {};
     float mean_power_[kBins] = {};
+    float echo_power_[kBins] = {};
 };
 
 }  // namespace reference_engine

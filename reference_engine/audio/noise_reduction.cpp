@@ -50,7 +50,7 @@ void NoiseReduction::process(const int16_t* in, const float (&echo)[kSpectralBin
         const float fade = static_cast<float>(i + 1) / kBlock;
         const float from = bypassed_ ? untouched[i] : reduced[i];
         const float to = bypassed ? untouched[i] : reduced[i];
-        out[i] = saturate16(std::lround(from + fade * (to - from)));
+        out[i] = sampleOf(from + fade * (to - from));
     }
     bypassed_ = bypassed;
 }

@@ -64,7 +64,7 @@ void SpectralAnalysis::analyse(const int16_t* in, Spectrum& out) {
     }
     out.scale = scaleFor(peak);
     int16_t scaled[kSpectralSize];
-    for (int i = 0; i < kSpectralFrame; ++i) scaled[i] = saturate16(std::lround(frame[i] * out.scale));
+    for (int i = 0; i < kSpectralFrame; ++i) scaled[i] = sampleOf(frame[i] * out.scale);
     FwdDftFcnHook(&dft_, scaled, kDataAtStart, kUnity, out.values, kSpectralSize + 2);
 }
 

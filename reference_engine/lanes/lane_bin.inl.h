@@ -3,12 +3,16 @@
 // in all three. Included by one file for each instruction set.
 #pragma once
 
+#include <immintrin.h>
+
 #include "reference_engine/lanes/lanes.h"
 
 namespace reference_engine {
 namespace {
 
 #ifdef __AVX512F__
+
+constexpr int kTogether = 4;  // bins for which the registers suffice
 
 typedef float Bin __attribute__((vector_size(64), may_alias));
 typedef int BinInts __attribute__((vector_size(64)));
@@ -26,10 +30,9 @@ Bin zero() {
 }
 
 // The same factors for both parts: one for the last lane, one for all others.
-Bin factors(float others, float last) {
-    const Bin all = Bin{} + others;
-    const Bin with_last = Bin{} + last;
-    return __builtin_shufflevector(all, with_last, 0, 1, 2, 3, 4, 5, 6, 23, 8, 9, 10, 11, 12, 13, 14, 31);
+Bin factors(const float& others, const float& last) {
+    constexpr __mmask16 kLastLanes = 0x8080;
+    return _mm512_mask_broadcastss_ps(_mm512_set1_ps(others), kLastLanes, _mm_load_ss(&last));
 }
 
 Bin swapped(Bin a) {
@@ -46,20 +49,23 @@ Bin timesMinusI(Bin a) {
     return conjugate(swapped(a));
 }
 
-Bin turned(Bin a, float cosine, float sine) {
-    return a * cosine - timesMinusI(a) * sine;
+// A twiddle factor: one cosine; sines with the sign that the real or the imaginary part needs.
+struct Turn {
+    Bin cosine, sine;
+};
+
+Turn turnOf(float cosine, float sine) {
+    const Bin sines = _mm512_set1_ps(sine);
+    return {_mm512_set1_ps(cosine), -conjugate(sines)};
 }
 
-// Of the first lane and of the last.
-void powersOf(Bin a, float* first, float* last) {
-    const Bin squares = a * a;
-    const Lanes powers = __builtin_shufflevector(squares, squares, 0, 1, 2, 3, 4, 5, 6, 7) +
-                         __builtin_shufflevector(squares, squares, 8, 9, 10, 11, 12, 13, 14, 15);
-    *first = powers[0];
-    *last = powers[kLanes - 1];
+Bin turned(Bin a, const Turn& turn) {
+    return a * turn.cosine + swapped(a) * turn.sine;
 }
 
 #else
+
+constexpr int kTogether = 1;
 
 #ifdef __AVX__
 
@@ -73,16 +79,9 @@ void storePart(const Part& value, Lanes* to) {
     *to = value;
 }
 
-Part partOf(float others, float last) {
-    return Part{others, others, others, others, others, others, others, last};
-}
-
-float firstOf(const Part& a) {
-    return a[0];
-}
-
-float lastOf(const Part& a) {
-    return a[kLanes - 1];
+Part partOf(const float& others, const float& last) {
+    constexpr int kLastLane = 0x80;
+    return _mm256_blend_ps(_mm256_broadcast_ss(&others), _mm256_broadcast_ss(&last), kLastLane);
 }
 
 #else
@@ -104,16 +103,8 @@ void storePart(const Part& value, Lanes* to) {
     quads[1] = value.high;
 }
 
-Part partOf(float others, float last) {
+Part partOf(const float& others, const float& last) {
     return {Quad{others, others, others, others}, Quad{others, others, others, last}};
-}
-
-float firstOf(const Part& a) {
-    return a.low[0];
-}
-
-float lastOf(const Part& a) {
-    return a.high[3];
 }
 
 Part operator+(const Part& a, const Part& b) {
@@ -156,7 +147,7 @@ Bin zero() {
     return {Part{}, Part{}};
 }
 
-Bin factors(float others, float last) {
+Bin factors(const float& others, const float& last) {
     const Part part = partOf(others, last);
     return {part, part};
 }
@@ -185,14 +176,17 @@ Bin timesMinusI(const Bin& a) {
     return {a.im, -a.re};
 }
 
-Bin turned(const Bin& a, float cosine, float sine) {
-    return {a.re * cosine - a.im * sine, a.im * cosine + a.re * sine};
+// A twiddle factor.
+struct Turn {
+    float cosine, sine;
+};
+
+Turn turnOf(float cosine, float sine) {
+    return {cosine, sine};
 }
 
-void powersOf(const Bin& a, float* first, float* last) {
-    const Part powers = a.re * a.re + a.im * a.im;
-    *first = firstOf(powers);
-    *last = lastOf(powers);
+Bin turned(const Bin& a, const Turn& turn) {
+    return {a.re * turn.cosine - a.im * turn.sine, a.im * turn.cosine + a.re * turn.sine};
 }
 
 #endif

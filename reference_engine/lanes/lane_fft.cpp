@@ -25,7 +25,10 @@ void LaneFft::init(int size) {
         tables_.cosine[k] = flushed(static_cast<float>(cosine(angle)));
         tables_.sine[k] = flushed(static_cast<float>(sine(angle)));
     }
-    for (int i = 0; i < size / 2; ++i) tables_.reversed[i] = static_cast<uint16_t>(reversed(i, size / 2));
+    for (int i = 0; i < size / 2; ++i) {
+        tables_.place[i] = static_cast<uint16_t>(reversed(i, size / 2));
+        tables_.source[tables_.place[i]] = static_cast<uint16_t>(i);
+    }
 }
 
 }  // namespace reference_engine

@@ -8,21 +8,20 @@ namespace reference_engine {
 
 class LaneFft {
   public:
-    void init(int size);  // needs: a power of two, 8 to LaneFftTables::kLargest
+    void init(int size);  // needs: a power of two, 32 to LaneFftTables::kLargest
 
-    // `signals`: `size` samples; `spectra`: size / 2 + 1 bins.
+    // `signals`: `size` samples, at an address for a LaneBin; `spectra`: size / 2 + 1 bins.
     void forward(const Lanes* signals, LaneBin* spectra) {
-        laneKernels().forward(tables_, signals, pairs_, spectra);
+        laneKernels().forward(tables_, signals, spectra);
     }
 
     // The first and the last bin are taken as real.
     void backward(const LaneBin* spectra, Lanes* signals) {
-        laneKernels().backward(tables_, spectra, pairs_, signals);
+        laneKernels().backward(tables_, spectra, signals);
     }
 
   private:
     LaneFftTables tables_;
-    LaneBin pairs_[LaneFftTables::kLargest / 2] = {};
 };
 
 }  // namespace reference_engine

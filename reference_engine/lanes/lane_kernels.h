@@ -16,36 +16,67 @@ struct LaneFftTables {
     int size = 0;
     float cosine[3 * kLargest / 4] = {};  // exp(-2 pi i k / size)
     float sine[3 * kLargest / 4] = {};
-    uint16_t reversed[kLargest / 2] = {};  // place of a pair of samples before the first butterflies
+    uint16_t place[kLargest / 2] = {};   // of a pair of samples, before the first butterflies
+    uint16_t source[kLargest / 2] = {};  // of each such place, the pair
 };
 
-// One spectrum of the far end.
-struct FarBins {
+// A partition of the paths, the far end's spectrum that it is multiplied by, and what it learns before: from the spectrum that
+// the errors were met with.
+struct LanePartition {
+    LaneBin* path;
     const float* re;
     const float* im;
+    const float* learnt_re;
+    const float* learnt_im;
+    const float* step;
+    const float* last_step;
+};
+
+// Of a partition, and the far end's spectrum that it is multiplied by. The path's power is the mean of each group.
+struct LaneUncertainty {
+    Group* uncertainty;
+    const float* path_power;
+    const Group* re;
+    const Group* im;
+    float appearing;
+    Group* step;
+};
+
+struct LaneKalman {
+    float forgetting;
+    float noise_memory;
+    float share_of_frame;
+    float share_of_sample;
 };
 
 // `bins`, `groups`: how many bins, or groups of eight bins, the arrays hold. No two arrays overlap.
 struct LaneKernels {
-    // `pairs`: room for half the size. Unnormalised, as RealFft.
-    void (*forward)(const LaneFftTables& tables, const Lanes* signals, LaneBin* pairs, LaneBin* spectra);
-    void (*backward)(const LaneFftTables& tables, const LaneBin* spectra, LaneBin* pairs, Lanes* signals);
+    // Unnormalised, as RealFft. needs: signals at an address for a LaneBin.
+    void (*forward)(const LaneFftTables& tables, const Lanes* signals, LaneBin* spectra);
+    void (*backward)(const LaneFftTables& tables, const LaneBin* spectra, Lanes* signals);
 
-    // sum = the sum over p of path p * far_end[p]; the bins of one path follow those of the other.
-    void (*accumulate)(const LaneBin* paths, const FarBins* far_end, int partitions, int bins, LaneBin* sum);
+    // path += step * conj(learnt) * errors; the last lane has a step of its own.
+    void (*adapt)(const LanePartition& partition, const LaneBin* errors, int bins);
 
-    // path += step * conj(re + i im) * errors; the last lane has a step of its own. out: the power of the first lane's
-    // path, and of the last lane's.
-    void (*adapt)(LaneBin* path, const float* re, const float* im, const LaneBin* errors, const float* step,
-                  const float* last_step, int bins, float* power, float* last_power);
+    // Adapts the first `learning` partitions, then sum = factor * the sum over all of path * far end. The paths pass through
+    // the cache once.
+    void (*adaptAndPredict)(const LanePartition* partitions, int learning, int count, const LaneBin* errors,
+                            float factor, int bins, LaneBin* sum);
 
-    // uncertainty = memory * uncertainty + (1 - memory) * path_power + least, then residual += uncertainty * far_power
-    void (*expect)(Lanes* uncertainty, const Lanes* path_power, const Lanes* far_power, float memory,
-                   float least, int groups, Lanes* residual);
+    // echo += later_echo, errors = signals - echo. out: the sum of the squares of the echo.
+    void (*subtract)(const Lanes* signals, const Lanes* later_echo, int count, Lanes* echo, Lanes* errors,
+                     Lanes* energy);
 
-    // step = uncertainty / expected, then uncertainty /= 1 + share * step * far_power
-    void (*learn)(Lanes* uncertainty, const Lanes* far_power, const Lanes* expected, float share, int groups,
-                  Lanes* step);
+    // Of each bin: the mean power of all spectra but the last, and the power of the last.
+    void (*powers)(const LaneBin* spectra, int bins, float* mean, float* last);
+
+    // A block of the Kalman filter, for each bin:
+    // uncertainty = (1 - forgetting) * uncertainty + forgetting * path_power + appearing
+    // residual = share_of_frame * the sum over the partitions of uncertainty * far end's power
+    // noise = the mean of error_power over time, expected = residual + max(noise, error_power)
+    // step = uncertainty / expected, then uncertainty /= 1 + share_of_sample * share_of_frame * step * far end's power
+    void (*kalman)(const LaneUncertainty* partitions, int count, const LaneKalman& constants,
+                   const Group* error_power, int groups, Group* noise, Group* residual);
 
     // Of each signal's samples: times `factor`, and 0 below `least`. out: the sum of their squares.
     void (*scale)(Lanes* signals, float factor, float least, int count, Lanes* squares);
@@ -55,6 +86,11 @@ struct LaneKernels {
 
     // signals * factor, limited to +-limit and rounded to nearest, halves away from 0. needs: limit up to 2^30.
     void (*quantise)(const Lanes* signals, const Lanes* factor, float limit, int count, LaneInts* out);
+
+    // out[i] = the sum of samples[place[i] + k] * tap k, interpolated between the rows phase[i] and phase[i] + 1 of `taps`
+    // by share[i]. Rows of 24.
+    void (*interpolate)(const float* samples, const Lanes* taps, const int* place, const int* phase,
+                        const float* share, int count, float* out);
 
     // cross = memory * cross + (1 - memory) * conj(a) * b. out: the sum of the powers of `cross`, for each lane.
     void (*correlate)(const Lanes* a_re, const Lanes* a_im, const Lanes* b_re, const Lanes* b_im,

@@ -2,8 +2,6 @@
 // The transform: pairs of samples are the complex values of a transform of half the size, computed in radix 4 after one
 // step in radix 4 or 8 that needs no twiddles (Cooley and Tukey 1965; the packing of real data: Press et al.,
 // Numerical Recipes, "FFT of real functions").
-#include <xmmintrin.h>
-
 #include <cstddef>
 
 #include "reference_engine/lanes/lane_bin.inl.h"
@@ -23,132 +21,259 @@ inline FourBins transformFour(const Bin& a, const Bin& b, const Bin& c, const Bi
     return {{even_sum + odd_sum, even_gap + odd_gap, even_sum - odd_sum, even_gap - odd_gap}};
 }
 
-inline void storeFour(const FourBins& from, LaneBin* to, int span) {
-    for (int i = 0; i < 4; ++i) store(from.bin[i], to + i * span);
-}
-
 // Of eight values: two of four, the second of which is turned by an eighth of a circle more each.
-inline void transformEight(LaneBin* at) {
+inline void transformEight(const Bin (&from)[8], LaneBin* to) {
     constexpr float kHalfRoot = 0.70710678f;
-    const FourBins even = transformFour(load(at[0]), load(at[2]), load(at[4]), load(at[6]));
-    const FourBins odd = transformFour(load(at[1]), load(at[3]), load(at[5]), load(at[7]));
-    const FourBins turns = {{odd.bin[0], turned(odd.bin[1], kHalfRoot, -kHalfRoot), timesMinusI(odd.bin[2]),
-                             turned(odd.bin[3], -kHalfRoot, -kHalfRoot)}};
+    const FourBins even = transformFour(from[0], from[2], from[4], from[6]);
+    const FourBins odd = transformFour(from[1], from[3], from[5], from[7]);
+    const FourBins turns = {{odd.bin[0], turned(odd.bin[1], turnOf(kHalfRoot, -kHalfRoot)),
+                             timesMinusI(odd.bin[2]), turned(odd.bin[3], turnOf(-kHalfRoot, -kHalfRoot))}};
     for (int i = 0; i < 4; ++i) {
-        store(even.bin[i] + turns.bin[i], at + i);
-        store(even.bin[i] - turns.bin[i], at + i + 4);
+        store(even.bin[i] + turns.bin[i], to + i);
+        store(even.bin[i] - turns.bin[i], to + i + 4);
     }
 }
 
-// Of four values at a distance of `span`; `turn`: index of the second one's twiddle.
-inline void butterfly(const LaneFftTables& tables, LaneBin* at, int span, int turn) {
-    storeFour(transformFour(load(at[0]), turned(load(at[span]), tables.cosine[turn], tables.sine[turn]),
-                            turned(load(at[2 * span]), tables.cosine[2 * turn], tables.sine[2 * turn]),
-                            turned(load(at[3 * span]), tables.cosine[3 * turn], tables.sine[3 * turn])),
-              at, span);
+// The first step of the transform, without twiddles. `load` returns the value of a place.
+template <class Load>
+inline __attribute__((always_inline)) int firstStep(int half, const Load& load, LaneBin* pairs) {
+    if (__builtin_ctz(static_cast<unsigned>(half)) % 2 != 0) {
+        for (int i = 0; i < half; i += 8) {
+            const Bin from[] = {load(i),     load(i + 1), load(i + 2), load(i + 3),
+                                load(i + 4), load(i + 5), load(i + 6), load(i + 7)};
+            transformEight(from, pairs + i);
+        }
+        return 8;
+    }
+    for (int i = 0; i < half; i += 4) {
+        const FourBins out = transformFour(load(i), load(i + 1), load(i + 2), load(i + 3));
+        for (int n = 0; n < 4; ++n) store(out.bin[n], pairs + i + n);
+    }
+    return 4;
 }
 
-// Decimation in time, on values in reversed order of their digits.
-void transform(const LaneFftTables& tables, LaneBin* pairs) {
+struct Turns {
+    Turn one, two, three;
+};
+
+inline Turns turnsOf(const LaneFftTables& tables, int index) {
+    const auto at = [&](int k) { return turnOf(tables.cosine[k], tables.sine[k]); };
+    return {at(index), at(2 * index), at(3 * index)};
+}
+
+// Of four values at a distance of `span`.
+inline FourBins butterfly(const Turns& turns, const LaneBin* at, int span) {
+    return transformFour(load(at[0]), turned(load(at[span]), turns.one), turned(load(at[2 * span]), turns.two),
+                         turned(load(at[3 * span]), turns.three));
+}
+
+// The other steps but the last, decimation in time. Returns the span of the last one.
+inline int middleSteps(const LaneFftTables& tables, int first, LaneBin* pairs) {
     const int half = tables.size / 2;
-    const bool eight = __builtin_ctz(static_cast<unsigned>(half)) % 2 != 0;
-    const int first = eight ? 8 : 4;
-    for (LaneBin* at = pairs; at != pairs + half; at += first) {
-        if (eight) {
-            transformEight(at);
-        } else {
-            storeFour(transformFour(load(at[0]), load(at[1]), load(at[2]), load(at[3])), at, 1);
+    int span = first;
+    for (; 4 * span < half; span *= 4) {
+        const int turn = half / 2 / span;
+        for (int j = 0; j < span; ++j) {
+            const Turns turns = turnsOf(tables, j * turn);
+            for (LaneBin* at = pairs + j; at < pairs + half; at += 4 * span) {
+                const FourBins out = butterfly(turns, at, span);
+                for (int n = 0; n < 4; ++n) store(out.bin[n], at + n * span);
+            }
         }
     }
-    for (int span = first; span < half; span *= 4) {
-        for (int start = 0; start < half; start += 4 * span) {
-            for (int j = 0; j < span; ++j) butterfly(tables, pairs + start + j, span, j * (half / 2 / span));
-        }
+    return span;
+}
+
+// The last step; `put` takes each value and its place.
+template <class Put>
+inline __attribute__((always_inline)) void lastStep(const LaneFftTables& tables, int span,
+                                                    const LaneBin* pairs, const Put& put) {
+    const int turn = tables.size / 4 / span;
+    for (int j = 0; j < span; ++j) {
+        const FourBins out = butterfly(turnsOf(tables, j * turn), pairs + j, span);
+        for (int n = 0; n < 4; ++n) put(out.bin[n], j + n * span);
     }
 }
 
-void forward(const LaneFftTables& tables, const Lanes* signals, LaneBin* pairs, LaneBin* spectra) {
+// Both directions work in the array of their result, so that input and output alone pass through the cache.
+void forward(const LaneFftTables& tables, const Lanes* signals, LaneBin* spectra) {
     const int half = tables.size / 2;
-    for (int j = 0; j < half; ++j) pairs[tables.reversed[j]] = {signals[2 * j], signals[2 * j + 1]};
-    transform(tables, pairs);
-    spectra[0] = {pairs[0].re + pairs[0].im, Lanes{}};
-    spectra[half] = {pairs[0].re - pairs[0].im, Lanes{}};
+    const LaneBin* pairs = reinterpret_cast<const LaneBin*>(signals);
+    const uint16_t* source = tables.source;
+    const int first = firstStep(half, [=](int place) { return load(pairs[source[place]]); }, spectra);
+    const int span = middleSteps(tables, first, spectra);
+    lastStep(tables, span, spectra, [=](const Bin& value, int place) { store(value, spectra + place); });
+    spectra[half] = {spectra[0].re - spectra[0].im, Lanes{}};
+    spectra[0] = {spectra[0].re + spectra[0].im, Lanes{}};
     for (int k = 1; k <= half / 2; ++k) {
-        const Bin a = load(pairs[k]), b = conjugate(load(pairs[half - k]));
+        const Bin a = load(spectra[k]), b = conjugate(load(spectra[half - k]));
         const Bin even = (a + b) * 0.5f;
-        const Bin odd = turned(timesMinusI(a - b) * 0.5f, tables.cosine[k], tables.sine[k]);
+        const Bin odd = turned(timesMinusI(a - b) * 0.5f, turnOf(tables.cosine[k], tables.sine[k]));
         store(even + odd, spectra + k);
         store(conjugate(even - odd), spectra + half - k);
     }
 }
 
 // Input and output are conjugated, so that the forward butterflies compute this direction, too.
-void backward(const LaneFftTables& tables, const LaneBin* spectra, LaneBin* pairs, Lanes* signals) {
+void backward(const LaneFftTables& tables, const LaneBin* spectra, Lanes* signals) {
     const int half = tables.size / 2;
+    LaneBin* const pairs = reinterpret_cast<LaneBin*>(signals);
     pairs[0] = {spectra[0].re + spectra[half].re, spectra[half].re - spectra[0].re};
     for (int k = 1; k <= half / 2; ++k) {
         const Bin a = load(spectra[k]), b = conjugate(load(spectra[half - k]));
         const Bin even = a + b;
-        const Bin odd = timesMinusI(turned(a - b, tables.cosine[k], -tables.sine[k]));
-        store(conjugate(even - odd), pairs + tables.reversed[k]);
-        store(even + odd, pairs + tables.reversed[half - k]);
+        const Bin odd = timesMinusI(turned(a - b, turnOf(tables.cosine[k], -tables.sine[k])));
+        store(conjugate(even - odd), pairs + tables.place[k]);
+        store(even + odd, pairs + tables.place[half - k]);
     }
-    transform(tables, pairs);
-    for (int j = 0; j < half; ++j) {
-        signals[2 * j] = pairs[j].re;
-        signals[2 * j + 1] = -pairs[j].im;
+    const int first = firstStep(half, [=](int place) { return load(pairs[place]); }, pairs);
+    const int span = middleSteps(tables, first, pairs);
+    lastStep(tables, span, pairs, [=](const Bin& value, int place) { store(conjugate(value), pairs + place); });
+}
+
+// From its bin k on.
+inline LanePartition partitionFrom(const LanePartition& all, int k) {
+    return {all.path + k,      all.re + k,   all.im + k,       all.learnt_re + k,
+            all.learnt_im + k, all.step + k, all.last_step + k};
+}
+
+inline Bin adapted(const LanePartition& from, int i, const Bin& error, const Bin& turned_error) {
+    const Bin gradient = error * from.learnt_re[i] + turned_error * from.learnt_im[i];
+    return load(from.path[i]) + factors(from.step[i], from.last_step[i]) * gradient;
+}
+
+void adapt(const LanePartition& partition, const LaneBin* errors, int bins) {
+    const LanePartition from = partition;
+    for (int k = 0; k < bins; ++k) {
+        const Bin error = load(errors[k]);
+        store(adapted(from, k, error, timesMinusI(error)), from.path + k);
     }
 }
 
-// Of `count` bins, so few that their sums stay in registers.
-template <int count>
-inline void accumulateBins(const LaneBin* paths, const FarBins* far_end, int partitions, int bins, int k,
-                           LaneBin* sum) {
-    Bin sums[std::size_t{count}];
-    for (int i = 0; i < count; ++i) sums[i] = zero();
-    for (int p = 0; p < partitions; ++p) {
-        for (int i = 0; i < count; ++i) {
-            const Bin path = load(paths[p * bins + k + i]);
-            sums[i] = sums[i] + turned(path, far_end[p].re[k + i], far_end[p].im[k + i]);
+// Of `together` bins, so few that they stay in registers. The products with real and imaginary parts are added up apart.
+template <int together>
+inline void adaptAndPredictBins(const LanePartition* partitions, int learning, int count,
+                                const LaneBin* errors, float factor, int k, LaneBin* sum) {
+    Bin error[std::size_t{together}], turned_error[std::size_t{together}];
+    Bin by_re[std::size_t{together}], by_im[std::size_t{together}];
+    for (int i = 0; i < together; ++i) {
+        error[i] = load(errors[k + i]);
+        turned_error[i] = timesMinusI(error[i]);
+        by_re[i] = by_im[i] = zero();
+    }
+    for (int p = 0; p < learning; ++p) {
+        const LanePartition from = partitionFrom(partitions[p], k);
+        for (int i = 0; i < together; ++i) {
+            const Bin path = adapted(from, i, error[i], turned_error[i]);
+            store(path, from.path + i);
+            by_re[i] = by_re[i] + path * from.re[i];
+            by_im[i] = by_im[i] + path * from.im[i];
         }
     }
-    for (int i = 0; i < count; ++i) store(sums[i], sum + k + i);
+    for (int p = learning; p < count; ++p) {
+        const LanePartition from = partitionFrom(partitions[p], k);
+        for (int i = 0; i < together; ++i) {
+            const Bin path = load(from.path[i]);
+            by_re[i] = by_re[i] + path * from.re[i];
+            by_im[i] = by_im[i] + path * from.im[i];
+        }
+    }
+    for (int i = 0; i < together; ++i) store((by_re[i] - timesMinusI(by_im[i])) * factor, sum + k + i);
 }
 
-void accumulate(const LaneBin* paths, const FarBins* far_end, int partitions, int bins, LaneBin* sum) {
-    constexpr int kTogether = 4;
+void adaptAndPredict(const LanePartition* partitions, int learning, int count, const LaneBin* errors,
+                     float factor, int bins, LaneBin* sum) {
     int k = 0;
     for (; k + kTogether <= bins; k += kTogether) {
-        accumulateBins<kTogether>(paths, far_end, partitions, bins, k, sum);
+        adaptAndPredictBins<kTogether>(partitions, learning, count, errors, factor, k, sum);
     }
-    for (; k < bins; ++k) accumulateBins<1>(paths, far_end, partitions, bins, k, sum);
+    for (; k < bins; ++k) adaptAndPredictBins<1>(partitions, learning, count, errors, factor, k, sum);
 }
 
-void adapt(LaneBin* path, const float* re, const float* im, const LaneBin* errors, const float* step,
-           const float* last_step, int bins, float* power, float* last_power) {
-    for (int k = 0; k < bins; ++k) {
-        const Bin steps = factors(step[k], last_step[k]);
-        const Bin error = load(errors[k]);
-        const Bin sum = load(path[k]) + (steps * re[k] * error + steps * im[k] * timesMinusI(error));
-        store(sum, path + k);
-        powersOf(sum, power + k, last_power + k);
+Lanes powerOf(const LaneBin& bin) {
+    return bin.re * bin.re + bin.im * bin.im;
+}
+
+// The first of a pair of rows of eight has the even columns of both, the second the odd ones.
+inline void transposePairs(Lanes* rows, int distance) {
+    for (int i = 0; i < kLanes; ++i) {
+        if ((i & distance) != 0) continue;
+        const Lanes a = rows[i], b = rows[i + distance];
+        switch (distance) {
+            case 1:
+                rows[i] = __builtin_shufflevector(a, b, 0, 8, 2, 10, 4, 12, 6, 14);
+                rows[i + 1] = __builtin_shufflevector(a, b, 1, 9, 3, 11, 5, 13, 7, 15);
+                break;
+            case 2:
+                rows[i] = __builtin_shufflevector(a, b, 0, 1, 8, 9, 4, 5, 12, 13);
+                rows[i + 2] = __builtin_shufflevector(a, b, 2, 3, 10, 11, 6, 7, 14, 15);
+                break;
+            default:
+                rows[i] = __builtin_shufflevector(a, b, 0, 1, 2, 3, 8, 9, 10, 11);
+                rows[i + 4] = __builtin_shufflevector(a, b, 4, 5, 6, 7, 12, 13, 14, 15);
+        }
     }
 }
 
-void expect(Lanes* uncertainty, const Lanes* path_power, const Lanes* far_power, float memory, float least,
-            int groups, Lanes* residual) {
+// Of eight bins at a time, whose powers are transposed.
+void powers(const LaneBin* spectra, int bins, float* mean, float* last) {
+    constexpr float kShare = 1.0f / (kLanes - 1);
+    for (int k = 0; k < bins; k += kLanes) {
+        const int count = bins - k < kLanes ? bins - k : kLanes;
+        Lanes rows[std::size_t{kLanes}] = {};
+        for (int i = 0; i < count; ++i) rows[i] = powerOf(spectra[k + i]);
+        transposePairs(rows, 1);
+        transposePairs(rows, 2);
+        transposePairs(rows, 4);
+        Lanes sum = rows[0];
+        for (int m = 1; m < kLanes - 1; ++m) sum += rows[m];
+        sum *= kShare;
+        for (int i = 0; i < count; ++i) mean[k + i] = sum[i];
+        for (int i = 0; i < count; ++i) last[k + i] = rows[kLanes - 1][i];
+    }
+}
+
+void kalman(const LaneUncertainty* partitions, int count, const LaneKalman& constants,
+            const Group* error_power, int groups, Group* noise, Group* residual) {
+    constexpr float kTiny = 1e-3f;  // against division by zero; samples are integers
+    const LaneKalman all = constants;
+    const float share = all.share_of_sample * all.share_of_frame;
     for (int g = 0; g < groups; ++g) {
-        uncertainty[g] = uncertainty[g] * memory + (path_power[g] * (1 - memory) + least);
-        residual[g] += uncertainty[g] * far_power[g];
+        Group unknown = {};
+        for (int p = 0; p < count; ++p) {
+            const LaneUncertainty of = partitions[p];
+            const Group uncertainty = of.uncertainty[g] * (1 - all.forgetting) +
+                                      (of.path_power[g] * all.forgetting + of.appearing);
+            of.uncertainty[g] = uncertainty;
+            unknown += uncertainty * (of.re[g] * of.re[g] + of.im[g] * of.im[g]);
+        }
+        unknown *= all.share_of_frame;
+        const Group power = error_power[g];
+        const Group mean = noise[g] * all.noise_memory + power * (1 - all.noise_memory);
+        const Group to_step = 1 / (unknown + (mean > power ? mean : power) + kTiny);
+        noise[g] = mean;
+        residual[g] = unknown;
+        for (int p = 0; p < count; ++p) {
+            const LaneUncertainty of = partitions[p];
+            const Group uncertainty = of.uncertainty[g];
+            const Group step = uncertainty * to_step;
+            of.step[g] = step;
+            of.uncertainty[g] =
+                uncertainty / (1 + step * (of.re[g] * of.re[g] + of.im[g] * of.im[g]) * share);
+        }
     }
 }
 
-void learn(Lanes* uncertainty, const Lanes* far_power, const Lanes* expected, float share, int groups,
-           Lanes* step) {
-    for (int g = 0; g < groups; ++g) {
-        step[g] = uncertainty[g] / expected[g];
-        uncertainty[g] = uncertainty[g] / (1 + step[g] * far_power[g] * share);
+void subtract(const Lanes* signals, const Lanes* later_echo, int count, Lanes* echo, Lanes* errors,
+              Lanes* energy) {
+    Lanes sum = {};
+    for (int n = 0; n < count; ++n) {
+        const Lanes all = later_echo[n] + echo[n];
+        echo[n] = all;
+        errors[n] = signals[n] - all;
+        sum += all * all;
     }
+    *energy = sum;
 }
 
 Lanes magnitudeOf(const Lanes& a) {
@@ -182,6 +307,22 @@ void quantise(const Lanes* signals, const Lanes* factor, float limit, int count,
         const Lanes above = scaled < -highest ? -highest : scaled;
         const Lanes limited = highest < above ? highest : above;
         out[n] = __builtin_convertvector(limited + (limited < 0 ? -half : half), LaneInts);
+    }
+}
+
+float sumOf(const Lanes& a) {
+    return ((a[0] + a[4]) + (a[2] + a[6])) + ((a[1] + a[5]) + (a[3] + a[7]));
+}
+
+void interpolate(const float* samples, const Lanes* taps, const int* place, const int* phase,
+                 const float* share, int count, float* out) {
+    constexpr int kRow = 24 / kLanes;
+    for (int i = 0; i < count; ++i) {
+        const LooseLanes* at = reinterpret_cast<const LooseLanes*>(samples + place[i]);
+        const Lanes* row = taps + phase[i] * kRow;
+        Lanes sum = {};
+        for (int g = 0; g < kRow; ++g) sum += at[g] * (row[g] + (row[g + kRow] - row[g]) * share[i]);
+        out[i] = sumOf(sum);
     }
 }
 
@@ -233,8 +374,9 @@ void steer(const LaneBin* spectra, const LaneBin* steering, const float* weight,
     *opposite = behind;
 }
 
-constexpr LaneKernels kLaneKernels = {forward, backward,   accumulate, adapt,     expect, learn,
-                                      scale,   magnitudes, quantise,   correlate, steer};
+constexpr LaneKernels kLaneKernels = {forward, backward, adapt,      adaptAndPredict, subtract,    powers,
+                                      kalman,  scale,    magnitudes, quantise,        interpolate, correlate,
+                                      steer};
 
 }  // namespace
 }  // namespace reference_engine

@@ -8,6 +8,18 @@ inline constexpr int kLanes = 8;
 
 typedef float Lanes __attribute__((vector_size(32), may_alias, aligned(32)));
 
+// Neighbouring bins of a real spectrum: one register with AVX-512.
+inline constexpr int kGroup = 16;
+typedef float Group __attribute__((vector_size(64), may_alias, aligned(64)));
+
+// As the argument of a template, which would drop the alignment of a bare vector.
+struct LaneSample {
+    Lanes lanes;
+};
+
+// At any address of a float.
+typedef float LooseLanes __attribute__((vector_size(32), may_alias, aligned(4)));
+
 typedef int LaneInts __attribute__((vector_size(32), may_alias, aligned(32)));
 
 // One bin of eight spectra, in one line of the cache.

@@ -11,6 +11,12 @@ inline int16_t saturate16(int64_t value) {
     return static_cast<int16_t>(std::clamp<int64_t>(value, -32768, 32767));
 }
 
+// To nearest, halves away from 0. Compilers vectorise it, other than std::lround.
+inline int16_t sampleOf(float value) {
+    const float limited = std::clamp(value, -32768.0f, 32767.0f);
+    return static_cast<int16_t>(static_cast<int32_t>(limited + (limited < 0 ? -0.5f : 0.5f)));
+}
+
 inline uint32_t product(int16_t a, int16_t b) {
     return static_cast<uint32_t>(int32_t{a} * b);
 }

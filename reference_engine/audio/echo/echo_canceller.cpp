@@ -31,17 +31,6 @@ constexpr float kUnknownStep = 0.1f;  // a block
 constexpr float kFullScale = 32767;
 constexpr int kLastBlock = kEchoFrame - kBlock;
 
-// out: the mean of the microphones, and the shadow's.
-void powersOf(const LaneSpectra& spectra, EchoBins* mean, EchoBins* shadow) {
-    for (int k = 0; k < kEchoBins; ++k) {
-        const Lanes powers = spectra[k].re * spectra[k].re + spectra[k].im * spectra[k].im;
-        float sum = 0;
-        for (int m = 0; m < kMicrophones; ++m) sum += powers[m];
-        mean->value[k] = sum / kMicrophones;
-        shadow->value[k] = powers[EchoFilter::kShadowLane];
-    }
-}
-
 // Mean of each bin and its neighbours.
 void smooth(EchoBins* power) {
     float sums[kEchoBins + 1];
@@ -63,7 +52,7 @@ void EchoCanceller::init() {
     alignment_.init();
     drift_.init();
     restart();
-    std::fill(std::begin(microphones_), std::end(microphones_), Lanes{});
+    microphones_.clear();
     found_delay_.reset();
     restart_after_move_ = false;
     turn_ = 0;
@@ -97,9 +86,9 @@ void EchoCanceller::process(const int16_t* far_end, const MicrophoneBlock& in, M
 
 // The last lane hears what the first microphone does.
 void EchoCanceller::remember(const MicrophoneBlock& in) {
-    std::copy(microphones_ + kBlock, microphones_ + kEchoFrame, microphones_);
+    LaneSample* const newest = microphones_.advance();
     for (int i = 0; i < kBlock; ++i) {
-        Lanes& sample = microphones_[kLastBlock + i];
+        Lanes& sample = newest[i].lanes;
         for (int m = 0; m < kMicrophones; ++m) sample[m] = in[m][i];
         sample[EchoFilter::kShadowLane] = in[EchoFilter::kMainLane][i];
     }
@@ -107,43 +96,46 @@ void EchoCanceller::remember(const MicrophoneBlock& in) {
 
 void EchoCanceller::transformInputs() {
     far_end_.writeFrames(signals_);
-    delay_.writeFrames(far_end_.played(), microphones_, signals_);
+    delay_.writeFrames(far_end_.played(), microphones(), signals_);
     fft_.forward(signals_, spectra_);
     if (far_end_.readSpectra(spectra_) && restart_after_move_) restart();
     found_delay_ = delay_.update(spectra_);
 }
 
 // One partition a block. The first one every second time, as its taps are used in the time domain.
+int EchoCanceller::nextConstrained() const {
+    return turn_ % 2 == 0 ? 0 : 1 + turn_ / 2;
+}
+
 void EchoCanceller::constrain() {
-    const bool first = turn_ % 2 == 0;
-    const int partition = first ? 0 : 1 + turn_ / 2;
+    const int partition = nextConstrained();
     turn_ = (turn_ + 1) % (2 * (kPartitions - 1));
     filter_.constrain(partition, fft_, signals_);
-    if (first) first_partition_.set(signals_);
+    if (partition == 0) first_partition_.set(signals_);
 }
 
 // later_echo_: through all partitions but the first.
 void EchoCanceller::predict() {
-    filter_.predict(far_end_, 1, kPartitions - 1, spectra_);
+    filter_.predictLater(far_end_, spectra_);
     fft_.backward(spectra_, later_echo_);
-    for (int i = kEchoFrame - kEchoWindow; i < kEchoFrame; ++i) later_echo_[i] *= 1.0f / kEchoFrame;
 }
 
 // echo_: through all partitions. errors_: of the whole window, by the present filter.
 void EchoCanceller::findErrors() {
-    filter_.predict(far_end_, 0, 1, spectra_);
+    constexpr int kBegin = kEchoFrame - kEchoWindow;
+    filter_.predictFirst(far_end_, spectra_);
     fft_.backward(spectra_, echo_);
-    for (int i = kEchoFrame - kEchoWindow; i < kEchoFrame; ++i) {
-        echo_[i] = later_echo_[i] + echo_[i] * (1.0f / kEchoFrame);
-        errors_[i] = microphones_[i] - echo_[i];
-    }
+    Lanes energy;
+    laneKernels().subtract(microphones() + kBegin, later_echo_ + kBegin, kEchoWindow, echo_ + kBegin,
+                           errors_ + kBegin, &energy);
+    echo_energy_ = energy[EchoFilter::kMainLane];
 }
 
 void EchoCanceller::subtract(MicrophoneBlock& out) {
     float first[kMicrophones][kBlock];
     first_partition_.predict(far_end_.aligned(), first);
     for (int i = 0; i < kBlock; ++i) {
-        signals_[i] = microphones_[kLastBlock + i] - later_echo_[kLastBlock + i];
+        signals_[i] = microphones()[kLastBlock + i] - later_echo_[kLastBlock + i];
         for (int m = 0; m < kMicrophones; ++m) signals_[i][m] -= first[m][i];
     }
     const Lanes unity = Lanes{} + 1.0f;
@@ -170,32 +162,26 @@ float EchoCanceller::enhancementDb() const {
 
 void EchoCanceller::learn() {
     findErrors();
-    fft_.forward(errors_, spectra_);
+    fft_.forward(errors_, filter_.errors());
     EchoBins error_power, shadow_error_power;
-    powersOf(spectra_, &error_power, &shadow_error_power);
-    kalman_.expect(filter_.power(), far_end_);
-    kalman_.observe(error_power);
+    laneKernels().powers(filter_.errors(), kEchoBins, error_power.value, shadow_error_power.value);
+    kalman_.update(filter_.power(), far_end_, error_power, filter_.steps());
     measureUnknown();
-    shadow_kalman_.expect(filter_.shadowPower(), far_end_);
-    shadow_kalman_.observe(shadow_error_power);
-    for (int p = 0; p < kPartitions; ++p) {
-        const FarSpectrum& x = far_end_.spectrum(p * kPartitionBlocks);
-        EchoBins step, shadow_step;
-        kalman_.learn(p, x, &step);
-        shadow_kalman_.learn(p, x, &shadow_step);
-        filter_.adapt(p, x, spectra_, step, shadow_step);
+    shadow_kalman_.update(filter_.shadowPower(), far_end_, shadow_error_power, filter_.shadowSteps());
+    // A move replaces the spectra of the far end.
+    if (far_end_.moving()) {
+        filter_.learnAll(far_end_);
+    } else {
+        filter_.learn(far_end_, nextConstrained());
     }
     compareWithShadow();
 }
 
 // Of a few blocks, at the first microphone.
 void EchoCanceller::measureUnknown() {
-    float echo = 0, left = 0;
-    for (int i = kEchoFrame - kEchoWindow; i < kEchoFrame; ++i) {
-        echo += echo_[i][EchoFilter::kMainLane] * echo_[i][EchoFilter::kMainLane];
-    }
+    float left = 0;
     for (int k = 0; k < kEchoBins; ++k) left += 2 * kalman_.residual().value[k] / kEchoFrame;
-    if (left > kAudibleEnergy) unknown_share_ += kUnknownStep * (left / (left + echo) - unknown_share_);
+    if (left > kAudibleEnergy) unknown_share_ += kUnknownStep * (left / (left + echo_energy_) - unknown_share_);
 }
 
 // The shadow follows a change of the paths at once, but is disturbed by local speech. Where it becomes better, the paths

@@ -40,8 +40,10 @@ class EchoCanceller {
 
   private:
     void remember(const MicrophoneBlock& in);
+    const Lanes* microphones() const { return &microphones_.values()->lanes; }  // the last frame
     void subtract(MicrophoneBlock& out);
     void transformInputs();
+    int nextConstrained() const;
     void constrain();
     void predict();
     void findErrors();
@@ -62,7 +64,7 @@ class EchoCanceller {
     EchoKalman kalman_;
     EchoKalman shadow_kalman_;
 
-    LaneSignals microphones_ = {};  // the last frame
+    SlidingWindow<LaneSample, kEchoFrame> microphones_;
     std::optional<int> found_delay_;
     bool restart_after_move_ = false;
     int turn_ = 0;  // which partition is constrained next
@@ -73,10 +75,11 @@ class EchoCanceller {
     float left_ = 0;   // and of the output
 
     // Used within a block alone. They are here because an audio thread's stack may be small.
-    LaneSignals signals_ = {};
-    LaneSignals later_echo_ = {};
-    LaneSignals echo_ = {};
-    LaneSignals errors_ = {};
+    alignas(LaneBin) LaneSignals signals_ = {};
+    alignas(LaneBin) LaneSignals later_echo_ = {};
+    alignas(LaneBin) LaneSignals echo_ = {};
+    alignas(LaneBin) LaneSignals errors_ = {};
+    float echo_energy_ = 0;  // at the first microphone, of the window
     LaneSpectra spectra_ = {};
 };
 

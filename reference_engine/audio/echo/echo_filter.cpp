@@ -9,39 +9,80 @@ namespace {
 // A path that decays ends at 0 and does not reach subnormal numbers, not even squared and with the rounding of a transform.
 constexpr float kLeastTap = 1e-9f;
 
+constexpr float kToSamples = 1.0f / kEchoFrame;  // of a transform and back
+
+// Mean of each group of bins.
+void measurePowers(const LaneSpectra& path, EchoGroups* main, EchoGroups* shadow) {
+    for (int g = 0; g < kEchoGroups; ++g) {
+        const int begin = g * kGroup, end = std::min(begin + kGroup, kEchoBins);
+        Lanes sum = {};
+        for (int k = begin; k < end; ++k) sum += path[k].re * path[k].re + path[k].im * path[k].im;
+        sum /= static_cast<float>(end - begin);
+        (*main)[static_cast<size_t>(g)] = sum[EchoFilter::kMainLane];
+        (*shadow)[static_cast<size_t>(g)] = sum[EchoFilter::kShadowLane];
+    }
+}
+
 }  // namespace
 
 void EchoFilter::init() {
     std::fill(paths_[0], paths_[0] + kPartitions * kEchoBins, LaneBin{});
-    std::fill(std::begin(power_), std::end(power_), EchoBins{});
-    std::fill(std::begin(shadow_power_), std::end(shadow_power_), EchoBins{});
+    std::fill(std::begin(power_), std::end(power_), EchoGroups{});
+    std::fill(std::begin(shadow_power_), std::end(shadow_power_), EchoGroups{});
     std::fill(std::begin(energy_), std::end(energy_), 0.0f);
+    std::fill(std::begin(learns_later_), std::end(learns_later_), false);
 }
 
-void EchoFilter::predict(const FarEnd& far_end, int first, int count, LaneSpectra& echo) const {
-    FarBins spectra[kPartitions];
-    for (int p = 0; p < count; ++p) {
-        const FarSpectrum& x = far_end.spectrum((first + p) * kPartitionBlocks);
-        spectra[p] = {x.re.value, x.im.value};
+LanePartition EchoFilter::partition(int p, const FarSpectrum& now, const FarSpectrum& learnt) {
+    return {paths_[p],       now.re.value,   now.im.value,         learnt.re.value,
+            learnt.im.value, step_[p].value, shadow_step_[p].value};
+}
+
+void EchoFilter::predictFirst(const FarEnd& far_end, LaneSpectra& echo) {
+    const FarSpectrum& x = far_end.spectrum(0);
+    const LanePartition first = partition(0, x, x);
+    laneKernels().adaptAndPredict(&first, 0, 1, errors_, kToSamples, kEchoBins, echo);
+}
+
+// Those that learn come first.
+void EchoFilter::predictLater(const FarEnd& far_end, LaneSpectra& echo) {
+    LanePartition partitions[kPartitions - 1];
+    int learning = 0, end = kPartitions - 1;
+    for (int p = 1; p < kPartitions; ++p) {
+        const FarSpectrum& now = far_end.spectrum(p * kPartitionBlocks);
+        const FarSpectrum& before = far_end.spectrum(p * kPartitionBlocks + 1);
+        partitions[learns_later_[p] ? learning++ : --end] = partition(p, now, before);
+        learns_later_[p] = false;
     }
-    laneKernels().accumulate(paths_[first], spectra, count, kEchoBins, echo);
+    laneKernels().adaptAndPredict(partitions, learning, kPartitions - 1, errors_, kToSamples, kEchoBins,
+                                  echo);
 }
 
-void EchoFilter::adapt(int partition, const FarSpectrum& far_end, const LaneSpectra& errors,
-                       const EchoBins& step, const EchoBins& shadow_step) {
-    laneKernels().adapt(paths_[partition], far_end.re.value, far_end.im.value, errors, step.value,
-                        shadow_step.value, kEchoBins, power_[partition].value,
-                        shadow_power_[partition].value);
+void EchoFilter::adapt(int p, const FarEnd& far_end) {
+    const FarSpectrum& x = far_end.spectrum(p * kPartitionBlocks);
+    laneKernels().adapt(partition(p, x, x), errors_, kEchoBins);
+    learns_later_[p] = false;
+}
+
+void EchoFilter::learn(const FarEnd& far_end, int partition) {
+    std::fill(std::begin(learns_later_), std::end(learns_later_), true);
+    adapt(0, far_end);
+    if (partition != 0) adapt(partition, far_end);
+}
+
+void EchoFilter::learnAll(const FarEnd& far_end) {
+    for (int p = 0; p < kPartitions; ++p) adapt(p, far_end);
 }
 
 void EchoFilter::constrain(int partition, LaneFft& fft, LaneSignals& taps) {
     fft.backward(paths_[partition], taps);
     Lanes squares;
-    laneKernels().scale(taps, 1.0f / kEchoFrame, kLeastTap, kPartition, &squares);
+    laneKernels().scale(taps, kToSamples, kLeastTap, kPartition, &squares);
     std::fill(taps + kPartition, taps + kEchoFrame, Lanes{});
     fft.forward(taps, paths_[partition]);
     energy_[partition] = 0;
     for (int m = 0; m < kMicrophones; ++m) energy_[partition] += squares[m] / kMicrophones;
+    measurePowers(paths_[partition], &power_[partition], &shadow_power_[partition]);
 }
 
 void EchoFilter::compareWithShadow(int partition, EchoBins* power) const {
@@ -53,8 +94,14 @@ void EchoFilter::compareWithShadow(int partition, EchoBins* power) const {
     }
 }
 
+// What is still to be learnt is then the same, too.
 void EchoFilter::restartShadow() {
+    for (LaneBin& bin : errors_) {
+        bin.re[kShadowLane] = bin.re[kMainLane];
+        bin.im[kShadowLane] = bin.im[kMainLane];
+    }
     for (int p = 0; p < kPartitions; ++p) {
+        shadow_step_[p] = step_[p];
         for (LaneBin& bin : paths_[p]) {
             bin.re[kShadowLane] = bin.re[kMainLane];
             bin.im[kShadowLane] = bin.im[kMainLane];

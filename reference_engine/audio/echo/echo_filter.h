@@ -1,6 +1,7 @@
 // The estimated echo paths from the loudspeaker to each microphone, in partitions of the frequency domain. The last lane
-// has a second estimate for the first microphone, the shadow, which adapts by rules of its own. Threads: init [setup];
-// the others [audio] rt-safe.
+// has a second estimate for the first microphone, the shadow, which adapts by rules of its own. What most partitions learn
+// in a block they do when the next one is predicted, so that the paths, larger than the first caches, are read once a
+// block. Threads: init [setup]; the others [audio] rt-safe.
 #pragma once
 
 #include "reference_engine/audio/echo/far_end.h"
@@ -16,19 +17,26 @@ class EchoFilter {
 
     void init();
 
-    // out: the spectra of the echo through some partitions.
-    void predict(const FarEnd& far_end, int first, int count, LaneSpectra& echo) const;
+    // out: the spectra of the echo through the first partition, and through all others; over kEchoFrame, so that the transform
+    // returns samples.
+    void predictFirst(const FarEnd& far_end, LaneSpectra& echo);
+    void predictLater(const FarEnd& far_end, LaneSpectra& echo);
 
-    // in: the errors' spectra; the step of each bin, for all microphones and for the shadow.
-    void adapt(int partition, const FarSpectrum& far_end, const LaneSpectra& errors, const EchoBins& step,
-               const EchoBins& shadow_step);
+    // To be written before `learn`: the errors' spectra; the step of each bin, for all microphones and for the shadow.
+    LaneSpectra& errors() { return errors_; }
+    EchoBins (&steps())[kPartitions] { return step_; }
+    EchoBins (&shadowSteps())[kPartitions] { return shadow_step_; }
+
+    // Adapts the first partition and `partition` now, the others when the next block's far end is there.
+    void learn(const FarEnd& far_end, int partition);
+    void learnAll(const FarEnd& far_end);
 
     // Limits a partition to its taps. out: `taps`, kPartition of kEchoFrame samples.
     void constrain(int partition, LaneFft& fft, LaneSignals& taps);
 
-    // Power of each bin of a partition, as of its last adaptation.
-    const EchoBins (&power() const)[kPartitions] { return power_; }
-    const EchoBins (&shadowPower() const)[kPartitions] { return shadow_power_; }
+    // Mean power of each group of bins of a partition, as of its last constraint.
+    const EchoGroups (&power() const)[kPartitions] { return power_; }
+    const EchoGroups (&shadowPower() const)[kPartitions] { return shadow_power_; }
 
     // Sum of squares of each partition's taps as of its last constraint, mean of the microphones.
     const float (&energy() const)[kPartitions] { return energy_; }
@@ -38,9 +46,16 @@ class EchoFilter {
     void restartShadow();
 
   private:
+    LanePartition partition(int p, const FarSpectrum& now, const FarSpectrum& learnt);
+    void adapt(int p, const FarEnd& far_end);
+
+    LaneSpectra errors_ = {};
+    EchoBins step_[kPartitions];
+    EchoBins shadow_step_[kPartitions];
+    bool learns_later_[kPartitions] = {};
     LaneBin paths_[kPartitions][kEchoBins] = {};
-    EchoBins power_[kPartitions];
-    EchoBins shadow_power_[kPartitions];
+    EchoGroups power_[kPartitions];
+    EchoGroups shadow_power_[kPartitions];
     float energy_[kPartitions] = {};
 };
 

@@ -3,6 +3,8 @@
 // advances the frame of far-end samples by a block. Constants and types only.
 #pragma once
 
+#include <array>
+
 #include "reference_engine/format.h"
 #include "reference_engine/lanes/lanes.h"
 
@@ -19,18 +21,21 @@ inline constexpr int kEchoTaps = kPartitions * kPartition;
 inline constexpr int kEchoWindow = kEchoFrame - kPartition;
 inline constexpr float kShareOfFrame = float{kEchoWindow} / kEchoFrame;
 
-// One value a bin, and zeros up to whole groups of lanes.
-inline constexpr int kEchoGroups = (kEchoBins + kLanes - 1) / kLanes;
-struct alignas(Lanes) EchoBins {
-    float value[kEchoGroups * kLanes] = {};
+// One value a bin, and zeros up to whole groups.
+inline constexpr int kEchoGroups = (kEchoBins + kGroup - 1) / kGroup;
+struct alignas(Group) EchoBins {
+    float value[kEchoGroups * kGroup] = {};
 
-    Lanes* groups() { return reinterpret_cast<Lanes*>(value); }
-    const Lanes* groups() const { return reinterpret_cast<const Lanes*>(value); }
+    Group* groups() { return reinterpret_cast<Group*>(value); }
+    const Group* groups() const { return reinterpret_cast<const Group*>(value); }
 };
+
+// One value a group.
+using EchoGroups = std::array<float, kEchoGroups>;
 
 // Of the far end.
 struct FarSpectrum {
-    EchoBins re, im, power;
+    EchoBins re, im;
 };
 
 using LaneSignals = Lanes[kEchoFrame];

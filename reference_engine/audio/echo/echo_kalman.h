@@ -15,14 +15,10 @@ class EchoKalman {
     // in: the share of a path's power that may be another after a block; the power that may appear in its first partition.
     void init(float forgetting, float appearing);
 
-    // A block: expect, observe, learn for each partition. The paths may have changed since the last block.
-    void expect(const EchoBins (&path_power)[kPartitions], const FarEnd& far_end);
-
-    // in: power of the errors.
-    void observe(const EchoBins& error_power);
-
-    // out: the step of each bin of a partition. Its uncertainty is reduced accordingly.
-    void learn(int partition, const FarSpectrum& far_end, EchoBins* step);
+    // A block. in: the mean power of the paths and the power of the errors. out: the steps of the adaptation. The uncertainties are reduced
+    // accordingly.
+    void update(const EchoGroups (&path_power)[kPartitions], const FarEnd& far_end, const EchoBins& error_power,
+                EchoBins (&step)[kPartitions]);
 
     // Expected power of the residual echo in the errors' spectra.
     const EchoBins& residual() const { return residual_; }
@@ -39,7 +35,6 @@ class EchoKalman {
     EchoBins uncertainty_[kPartitions];  // power of the path's unknown part
     EchoBins noise_;                     // power of everything else in the errors
     EchoBins residual_;
-    EchoBins expected_;  // power of the errors
 };
 
 }  // namespace reference_engine

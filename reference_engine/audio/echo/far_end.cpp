@@ -4,6 +4,7 @@
 #include <cmath>
 #include <iterator>
 
+#include "reference_engine/lanes/lane_kernels.h"
 #include "reference_engine/routines/elementary.h"
 #include "reference_engine/routines/fixed_point.h"
 
@@ -12,11 +13,8 @@ namespace {
 
 void readLane(const LaneSpectra& spectra, int lane, FarSpectrum* out) {
     for (int k = 0; k < kEchoBins; ++k) {
-        const float re = spectra[k].re[lane];
-        const float im = spectra[k].im[lane];
-        out->re.value[k] = re;
-        out->im.value[k] = im;
-        out->power.value[k] = re * re + im * im;
+        out->re.value[k] = spectra[k].re[lane];
+        out->im.value[k] = spectra[k].im[lane];
     }
 }
 
@@ -33,7 +31,7 @@ void FarEnd::Ring::addOlder(const LaneSpectra& from, int lane) {
 }
 
 void FarEnd::init() {
-    std::fill(std::begin(history_), std::end(history_), int16_t{0});
+    history_.clear();
     std::fill(std::begin(aligned_), std::end(aligned_), int16_t{0});
     silent_blocks_ = kHistoryBlocks;
     delay_ = 0;
@@ -56,8 +54,7 @@ void FarEnd::designInterpolation() {
 }
 
 void FarEnd::push(const int16_t* block, double drift) {
-    std::copy(history_ + kBlock, history_ + kHistory, history_);
-    std::copy_n(block, kBlock, history_ + kHistory - kBlock);
+    std::copy_n(block, kBlock, history_.advance());
     const bool silent = std::all_of(block, block + kBlock, [](int16_t sample) { return sample == 0; });
     silent_blocks_ = silent ? std::min(silent_blocks_ + 1, kHistoryBlocks) : 0;
     align(moving_ ? 0 : drift);
@@ -67,26 +64,34 @@ void FarEnd::align(double drift) {
     std::copy(aligned_ + kBlock, aligned_ + kEchoFrame, aligned_);
     const double before = delay_;
     delay_ = std::clamp(delay_ + drift, 0.0, double{kLongestDelay});
+    const double first = kHistory - kBlock - before;
     const double step = 1 - (delay_ - before) / kBlock;
-    for (int i = 0; i < kBlock; ++i) {
-        aligned_[kEchoFrame - kBlock + i] = sampleAt(kHistory - kBlock - before - 1 + (i + 1) * step);
+    int16_t* const out = aligned_ + kEchoFrame - kBlock;
+    if (step == 1 && first == std::floor(first)) {
+        std::copy_n(history_.values() + static_cast<int>(first), kBlock, out);
+    } else {
+        interpolate(first - 1 + step, step, out);
     }
 }
 
 // Samples beyond the newest one are taken as 0.
-int16_t FarEnd::sampleAt(double position) const {
-    const int index = static_cast<int>(position);
-    const float phase = static_cast<float>(position - index) * kPhases;
-    if (phase == 0) return history_[index];
-    const int whole = static_cast<int>(phase);
-    const float* before = taps_[whole];
-    const float* after = taps_[whole + 1];
-    const float share = phase - static_cast<float>(whole);
-    const int16_t* samples = history_ + index + 1 - kReach;
-    const int count = std::min(2 * kReach, kHistory - (index + 1 - kReach));
-    float sum = 0;
-    for (int k = 0; k < count; ++k) sum += samples[k] * (before[k] + share * (after[k] - before[k]));
-    return saturate16(std::lround(sum));
+void FarEnd::interpolate(double position, double step, int16_t* out) const {
+    constexpr int kSamples = kBlock + 2 * kReach + 2;
+    const int oldest = static_cast<int>(position) + 1 - kReach;
+    float samples[kSamples] = {};
+    std::copy(history_.values() + oldest, history_.values() + std::min(oldest + kSamples, kHistory), samples);
+    int place[kBlock], phase[kBlock];
+    float share[kBlock], sums[kBlock];
+    for (int i = 0; i < kBlock; ++i) {
+        const double at = position + i * step;
+        const int index = static_cast<int>(at);
+        const float phases = static_cast<float>(at - index) * kPhases;
+        place[i] = index + 1 - kReach - oldest;
+        phase[i] = std::min(static_cast<int>(phases), kPhases - 1);
+        share[i] = phases - static_cast<float>(phase[i]);
+    }
+    laneKernels().interpolate(samples, reinterpret_cast<const Lanes*>(taps_), place, phase, share, kBlock, sums);
+    for (int i = 0; i < kBlock; ++i) out[i] = sampleOf(sums[i]);
 }
 
 void FarEnd::moveTo(int delay) {
@@ -96,7 +101,7 @@ void FarEnd::moveTo(int delay) {
 }
 
 void FarEnd::writeFrame(int lane, int age, LaneSignals& signals) const {
-    const int16_t* frame = history_ + kHistory - kEchoFrame - next_delay_ - age * kBlock;
+    const int16_t* frame = history_.values() + kHistory - kEchoFrame - next_delay_ - age * kBlock;
     for (int i = 0; i < kEchoFrame; ++i) signals[i][lane] = frame[i];
 }
 
@@ -121,7 +126,7 @@ bool FarEnd::readSpectra(const LaneSpectra& spectra) {
 void FarEnd::finishMove() {
     present_ = 1 - present_;
     delay_ = next_delay_;
-    std::copy_n(history_ + kHistory - kEchoFrame - next_delay_, kEchoFrame, aligned_);
+    std::copy_n(history_.values() + kHistory - kEchoFrame - next_delay_, kEchoFrame, aligned_);
     moving_ = false;
 }
 

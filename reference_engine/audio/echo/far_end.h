@@ -6,13 +6,14 @@
 #include <cstdint>
 
 #include "reference_engine/audio/echo/echo_format.h"
+#include "reference_engine/audio/sliding_window.h"
 
 namespace reference_engine {
 
 class FarEnd {
   public:
     static constexpr int kLongestDelay = 9600;  // samples: 600 ms
-    static constexpr int kSpectra = (kPartitions - 1) * kPartitionBlocks + 1;
+    static constexpr int kSpectra = (kPartitions - 1) * kPartitionBlocks + 2;  // and those of the block before
 
     void init();
 
@@ -43,7 +44,7 @@ class FarEnd {
     int16_t* aligned() { return aligned_ + kEchoFrame - kBlock - (kPartition - 1); }
 
     // As played, the last kEchoFrame samples, oldest first.
-    const int16_t* played() const { return history_ + kHistory - kEchoFrame; }
+    const int16_t* played() const { return history_.values() + kHistory - kEchoFrame; }
 
     // The lanes that it uses.
     static constexpr int kOldFrames = 3;  // a block, while it moves
@@ -70,15 +71,15 @@ class FarEnd {
 
     void designInterpolation();
     void align(double drift);
-    int16_t sampleAt(double position) const;
+    void interpolate(double position, double step, int16_t* out) const;
     void writeFrame(int lane, int age, LaneSignals& signals) const;
     void finishMove();
 
-    int16_t history_[kHistory] = {};
+    SlidingWindow<int16_t, kHistory> history_;
     int16_t aligned_[kEchoFrame + 8] = {};
     int silent_blocks_ = 0;
     double delay_ = 0;
-    float taps_[kPhases + 1][2 * kReach] = {};  // of the interpolation
+    alignas(Lanes) float taps_[kPhases + 1][2 * kReach] = {};  // of the interpolation
 
     Ring rings_[2];
     int present_ = 0;  // of the rings; the other one is filled while it moves

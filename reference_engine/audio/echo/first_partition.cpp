@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <iterator>
 
 #include "reference_engine/engine_interface.h"
 #include "reference_engine/lanes/lane_kernels.h"
@@ -28,44 +27,52 @@ int32_t peakOf(const int16_t* samples, int count) {
 }  // namespace
 
 void FirstPartition::init() {
-    std::fill(std::begin(taps_), std::end(taps_), Lanes{});
+    *this = FirstPartition{};
 }
 
 void FirstPartition::set(const Lanes* taps) {
     std::copy_n(taps, kPartition, taps_);
+    laneKernels().magnitudes(taps_, kPartition, &sum_, &largest_);
+    quantised_ = false;
 }
 
-void FirstPartition::predict(int16_t* far_end, float (&echo)[kMicrophones][kBlock]) const {
-    int fraction_bits[kLanes];
-    LaneInts coeffs[kPartition];
-    quantise(std::max(peakOf(far_end, kPartition - 1 + kBlock), 1), fraction_bits, coeffs);
-    for (int m = 0; m < kMicrophones; ++m) {
-        int16_t reversed[kPartition];
-        for (int n = 0; n < kPartition; ++n)
-            reversed[kPartition - 1 - n] = static_cast<int16_t>(coeffs[n][m]);
-        const int kept = std::min(fraction_bits[m], kEchoFractionBits);
+void FirstPartition::predict(int16_t* far_end, float (&echo)[kMicrophones][kBlock]) {
+    const FractionBits needed = fractionBitsFor(std::max(peakOf(far_end, kPartition - 1 + kBlock), 1));
+    if (!quantised_ || needed != fraction_bits_) quantise(needed);
+    for (size_t m = 0; m < kMicrophones; ++m) {
+        const int kept = std::min(fraction_bits_[m], kEchoFractionBits);
         int32_t sums[kBlock];
-        AecConvolution(reversed, far_end, sums, fraction_bits[m] - kept, kBlock, kPartition, 0);
+        AecConvolution(coeffs_[m], far_end, sums, fraction_bits_[m] - kept, kBlock, kPartition, 0);
         const float unit = std::ldexp(1.0f, -kept);
         for (int i = 0; i < kBlock; ++i) echo[m][i] = static_cast<float>(sums[i]) * unit;
     }
 }
 
-// The largest number of fraction bits at which neither a coefficient nor a sum of products overflows.
-void FirstPartition::quantise(int32_t peak, int (&fraction_bits)[kLanes],
-                              LaneInts (&coeffs)[kPartition]) const {
-    Lanes sums, largest;
-    laneKernels().magnitudes(taps_, kPartition, &sums, &largest);
+// The largest numbers of fraction bits at which neither a coefficient nor a sum of products overflows.
+FirstPartition::FractionBits FirstPartition::fractionBitsFor(int32_t peak) const {
     // Rounding may add half a unit to every magnitude.
     const float room = kLargestSum / static_cast<float>(peak) - 0.5f * kPartition;
-    Lanes scale = {};
+    FractionBits bits;
     for (int m = 0; m < kMicrophones; ++m) {
-        const float most =
-            std::min(room / std::max(sums[m], kTiny), kLargestCoefficient / std::max(largest[m], kTiny));
-        fraction_bits[m] = std::clamp(std::ilogb(most), 0, kMostFractionBits);
-        scale[m] = std::ldexp(1.0f, fraction_bits[m]);
+        const float most = std::min(room / std::max(sum_[m], kTiny),
+                                    kLargestCoefficient / std::max(largest_[m], kTiny));
+        bits[static_cast<size_t>(m)] = std::clamp(std::ilogb(most), 0, kMostFractionBits);
     }
+    return bits;
+}
+
+void FirstPartition::quantise(const FractionBits& fraction_bits) {
+    Lanes scale = {};
+    for (int m = 0; m < kMicrophones; ++m) scale[m] = std::ldexp(1.0f, fraction_bits[static_cast<size_t>(m)]);
+    LaneInts coeffs[kPartition];
     laneKernels().quantise(taps_, &scale, kLargestCoefficient, kPartition, coeffs);
+    for (int n = 0; n < kPartition; ++n) {
+        for (int m = 0; m < kMicrophones; ++m) {
+            coeffs_[m][kPartition - 1 - n] = static_cast<int16_t>(coeffs[n][m]);
+        }
+    }
+    fraction_bits_ = fraction_bits;
+    quantised_ = true;
 }
 
 }  // namespace reference_engine

@@ -2,6 +2,7 @@
 // [setup]; the others [audio] rt-safe.
 #pragma once
 
+#include <array>
 #include <cstdint>
 
 #include "reference_engine/audio/echo/echo_format.h"
@@ -17,12 +18,21 @@ class FirstPartition {
 
     // in: the far end, oldest sample first: kPartition - 1 of the past and the block, then seven of any value. out: the
     // echo of the block, in samples.
-    void predict(int16_t* far_end, float (&echo)[kMicrophones][kBlock]) const;
+    void predict(int16_t* far_end, float (&echo)[kMicrophones][kBlock]);
 
   private:
-    void quantise(int32_t peak, int (&fraction_bits)[kLanes], LaneInts (&coeffs)[kPartition]) const;
+    using FractionBits = std::array<int, kMicrophones>;
+    FractionBits fractionBitsFor(int32_t peak) const;
+    void quantise(const FractionBits& fraction_bits);
 
     Lanes taps_[kPartition] = {};
+    Lanes sum_ = {};  // of the taps' magnitudes
+    Lanes largest_ = {};
+
+    // The taps in 16 bits, the last one first.
+    bool quantised_ = false;
+    FractionBits fraction_bits_ = {};
+    int16_t coeffs_[kMicrophones][kPartition] = {};
 };
 
 }  // namespace reference_engine

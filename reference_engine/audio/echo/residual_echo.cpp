@@ -54,9 +54,12 @@ void ResidualEcho::update(const MicrophoneSpectra& spectra, const EchoBins& expe
     const float of_expected =
         (kKnownPath + (kUnknownPath - kKnownPath) * unknown_share) * kSpectraEnergy / kEchoWindow;
     const float of_both = opposition_ > kLeastOpposition ? kMargin * opposition_ : 0;
+    float leakages[kBands];
+    for (int b = 0; b < kBands; ++b) {
+        leakages[b] = std::clamp(common_[b] / (changes_[b] + kTiny), 0.0f, kMostLeakage);
+    }
     for (int k = 0; k < kBins; ++k) {
-        const int band = k / kBandBins;
-        const float leakage = std::clamp(common_[band] / (changes_[band] + kTiny), 0.0f, kMostLeakage);
+        const float leakage = leakages[k / kBandBins];
         // The canceller's spectrum has two bins for each of these.
         power_[k] = std::max({of_expected * expected.value[2 * k], leakage * echo_[k],
                               of_both * (error_mean_[k] + echo_mean_[k])});
@@ -69,7 +72,7 @@ void ResidualEcho::followPowers(const MicrophoneSpectra& spectra) {
     float changes[kBands] = {};
     for (int k = 0; k < kBins; ++k) {
         const float error = spectra.meanPower(k);
-        const float echo = spectra.power(k)[MicrophoneSpectra::kEchoLane];
+        const float echo = spectra.echoPower(k);
         echo_[k] = std::max(echo, flushed(kDecay * echo_[k]));
         const float error_change = error - error_mean_[k];
         const float echo_change = echo - echo_mean_[k];
@@ -85,19 +88,19 @@ void ResidualEcho::followPowers(const MicrophoneSpectra& spectra) {
 }
 
 // With an error of -d and an echo of h + d, twice their product is 2 d squared: over the sum of both powers, the share of
-// both that is residual echo, taken twice. Each bin counts the same, so that a single loud one does not decide. Local speech has no stable phase towards the echo:
-// over a hundred bins its share is close to 0.
+// both that is residual echo, taken twice. Each bin counts the same, so that a single loud one does not decide. Local
+// speech has no stable phase towards the echo: over a hundred bins its share is close to 0.
 void ResidualEcho::followOpposition(const MicrophoneSpectra& spectra) {
     float sum = 0;
     int count = 0;
     for (int k = kFirstBin; k < kLastBin; ++k) {
         const LaneBin& bin = spectra.bin(k);
-        const Lanes powers = spectra.power(k);
-        const float echo = powers[MicrophoneSpectra::kEchoLane];
+        const float echo = spectra.echoPower(k);
         if (echo < kAudible) continue;
         const float along = bin.re[0] * bin.re[MicrophoneSpectra::kEchoLane] +
                             bin.im[0] * bin.im[MicrophoneSpectra::kEchoLane];
-        sum -= 2 * along / (powers[0] + echo);
+        const float error = bin.re[0] * bin.re[0] + bin.im[0] * bin.im[0];
+        sum -= 2 * along / (error + echo);
         ++count;
     }
     const float opposition = count < kEnoughBins ? 0 : sum / static_cast<float>(count);
