@@ -83,9 +83,7 @@ std::optional<EchoLags> echoLags(const Samples& far_end, const Samples& micropho
     const auto agrees = [median = *middle](int lag) { return std::abs(lag - median) < kAgreement; };
     const auto agreeing = std::count_if(heard.begin(), heard.end(), agrees);
     if (agreeing < kLeastPieces || agreeing < static_cast<ptrdiff_t>(heard.size() / 3)) return std::nullopt;
-    EchoLags lags{*middle, static_cast<double>(agreeing) / static_cast<double>(heard.size()), {}};
-    for (const std::optional<int>& lag : found) lags.pieces.push_back(lag.value_or(lags.median));
-    return lags;
+    return EchoLags{*middle, static_cast<double>(agreeing) / static_cast<double>(heard.size()), found};
 }
 
 }  // namespace se_host

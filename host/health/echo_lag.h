@@ -20,9 +20,13 @@ struct EchoLags {
 
     int median;
     double agreement;  // share of the pieces in which the echo is heard that agree with the median, 0 to 1
-    std::vector<int> pieces;  // from each kHop samples on; the median where the echo is not heard
+    std::vector<std::optional<int>> pieces;  // from each kHop samples on; nothing where the echo is not heard
 
-    int at(size_t sample) const { return pieces[std::min(sample / kHop, pieces.size() - 1)]; }
+    std::optional<int> heardAt(size_t sample) const {
+        return pieces[std::min(sample / kHop, pieces.size() - 1)];
+    }
+    // The median where the echo is not heard.
+    int at(size_t sample) const { return heardAt(sample).value_or(median); }
 };
 
 // Nothing when no echo is heard within kLongestLagMs. in: both at 16 kHz, of one length.

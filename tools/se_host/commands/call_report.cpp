@@ -109,7 +109,7 @@ CallReport callReportOf(const Recording& recording, const Processed& processed, 
         if (!exchange.empty()) report.findings.push_back(exchange);
     }
     if (!recording.has_far_end) return report;
-    report.estimate = processed.echo;
+    if (!processed.echo.empty()) report.estimate = processed.echo.back();
     addEcho(recording, processed, report);
     std::string finding = lateFarEnd(report);
     if (finding.empty()) finding = engineDelay(report, recording);

@@ -36,9 +36,11 @@ EchoEstimator::EchoEstimator() : delay_(indexOf("seaec_delay_ms")), drift_(index
 
 void EchoEstimator::afterBlock(size_t block) {
     if (delay_ < 0 || drift_ < 0) return;
-    const EchoEstimate now{valueOf(delay_, block), valueOf(drift_, block), secondsAfter(block)};
-    const bool jumped = !last_ || std::abs(now.delay_ms - last_->delay_ms) >= kLeastJump;
-    last_ = {now.delay_ms, now.drift_ppm, jumped ? now.found_s : last_->found_s};
+    EchoEstimate now{valueOf(delay_, block), valueOf(drift_, block), secondsAfter(block)};
+    const bool jumped =
+        estimates_.empty() || std::abs(now.delay_ms - estimates_.back().delay_ms) >= kLeastJump;
+    if (!jumped) now.found_s = estimates_.back().found_s;
+    estimates_.push_back(now);
 }
 
 }  // namespace se_host

@@ -1,16 +1,16 @@
-// What an engine says about the echo while it runs: the diagnostics of an engine with an estimate of the bulk delay.
+// What an engine says about the echo after each block: the diagnostics of an engine with an estimate of the bulk delay.
 // Threads: one, between blocks.
 #pragma once
 
 #include <cstddef>
-#include <optional>
+#include <vector>
 
 namespace se_host {
 
 struct EchoEstimate {
-    double delay_ms;   // at the end
-    double drift_ppm;  // at the end
-    double found_s;    // since when the delay has been that, but for drift
+    double delay_ms;
+    double drift_ppm;
+    double found_s;  // since when the delay has been that, but for drift
 };
 
 class EchoEstimator {
@@ -20,13 +20,13 @@ class EchoEstimator {
 
     void afterBlock(size_t block);
 
-    // Nothing when the engine has no such diagnostics, or no block was processed.
-    std::optional<EchoEstimate> result() const { return last_; }
+    // One a block; empty when the engine has no such diagnostics.
+    const std::vector<EchoEstimate>& result() const { return estimates_; }
 
   private:
     int delay_;  // indices; below 0: the engine has none
     int drift_;
-    std::optional<EchoEstimate> last_;
+    std::vector<EchoEstimate> estimates_;
 };
 
 }  // namespace se_host

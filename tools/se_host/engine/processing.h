@@ -25,9 +25,9 @@ struct Direction {
 struct Processed {
     std::vector<int16_t> output;        // mono, as long as the recording before its padding
     std::vector<Direction> directions;  // one a block; empty when the engine was bypassed
+    std::vector<EchoEstimate> echo;     // one a block; empty when it was bypassed or estimates none
     double processing_seconds = 0;
     BlockTimes block_times;
-    std::optional<EchoEstimate> echo;   // when the engine estimates it and was not bypassed
     std::optional<CycleShares> cycles;  // when they were asked for
 };
 

@@ -19,15 +19,20 @@ double loweredDb(const std::vector<EchoAloneBlock>& blocks, size_t begin, size_t
 
 }  // namespace
 
-std::optional<double> convergenceSeconds(const std::vector<EchoAloneBlock>& blocks) {
+std::optional<Convergence> convergenceOf(const std::vector<EchoAloneBlock>& blocks) {
     if (blocks.size() < kLeastBlocks) return std::nullopt;
     const double at_the_end = loweredDb(blocks, blocks.size() / 2, blocks.size());
     if (at_the_end < kLeastDb) return std::nullopt;
     const double goal = std::min(kEnoughDb, at_the_end - kBelowFinalDb);
+    std::vector<bool> reached(kWindow);
     for (size_t end = kWindow; end <= blocks.size(); ++end) {
-        if (loweredDb(blocks, end - kWindow, end) >= goal) return static_cast<double>(end) / 100;
+        reached.push_back(loweredDb(blocks, end - kWindow, end) >= goal);
     }
-    return std::nullopt;
+    const auto first = std::find(reached.begin(), reached.end(), true);
+    if (first == reached.end()) return std::nullopt;
+    const auto before = static_cast<double>(first - reached.begin());
+    reached.resize(blocks.size());
+    return Convergence{before / 100, reached};
 }
 
 }  // namespace se_host

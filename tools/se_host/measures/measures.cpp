@@ -13,9 +13,7 @@ const std::vector<Measure>& measures() {
     return table;
 }
 
-Measured measure(const Recording& recording, const Processed& processed,
-                 const std::optional<SceneParts>& parts) {
-    const Analysis analysis(recording, processed, parts);
+Measured measure(const Analysis& analysis) {
     Measured measured;
     for (const MeasureRow& row : measureRows()) {
         measured.values.push_back(valueOf(row.whole, analysis, {row.first_block, analysis.blocks()}));

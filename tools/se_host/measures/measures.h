@@ -6,11 +6,9 @@
 #include <ostream>
 #include <vector>
 
-#include "tools/se_host/engine/processing.h"
-#include "tools/se_host/sound/recording.h"
-#include "tools/se_host/sound/scene_parts.h"
-
 namespace se_host {
+
+struct Analysis;
 
 enum class Better { kMore, kLess, kNeither };  // kNeither: also what describes the recording alone
 
@@ -19,8 +17,7 @@ struct Measure {
     const char* unit;   // "dB"; empty: none
     const char* title;  // a few words, for tables and pictures
     Better better;
-    bool over_time;  // has a value for each second
-    bool is_angle;   // in degrees; 360 is 0
+    bool is_angle;  // in degrees; 360 is 0
 };
 
 // The table, in the order of tables and files.
@@ -32,11 +29,10 @@ struct Measured {
 };
 
 // Rounded to 0.0001, so that the last bits of a processor's logarithms are not seen.
-Measured measure(const Recording& recording, const Processed& processed,
-                 const std::optional<SceneParts>& parts);
+Measured measure(const Analysis& analysis);
 
-// CSV: one row a second of the recording, a column for the second's end and each measure that has values over time.
-void writeOverTime(std::ostream& to, const Recording& recording, const Processed& processed,
-                   const std::optional<SceneParts>& parts);
+// CSV: one row a second of the recording, a column for the second's end and each measure. A cell is empty where the second
+// does not allow the measure.
+void writeOverTime(std::ostream& to, const Analysis& analysis);
 
 }  // namespace se_host

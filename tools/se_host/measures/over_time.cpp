@@ -12,25 +12,21 @@ constexpr size_t kSecond = 100;  // blocks
 // The same in every locale; empty for nothing.
 std::string textOf(const std::optional<double>& value) {
     if (!value) return {};
-    char text[32];
-    return {text, std::to_chars(text, text + sizeof text, *value).ptr};
+    char text[64];  // an engine's largest number has 39 digits before the point
+    return {text, std::to_chars(text, text + sizeof text, *value, std::chars_format::fixed).ptr};
 }
 
 }  // namespace
 
-void writeOverTime(std::ostream& to, const Recording& recording, const Processed& processed,
-                   const std::optional<SceneParts>& parts) {
-    const Analysis analysis(recording, processed, parts);
+void writeOverTime(std::ostream& to, const Analysis& analysis) {
     to << "seconds";
-    for (const MeasureRow& row : measureRows()) {
-        if (row.in_second != nullptr) to << ',' << row.measure.name;
-    }
+    for (const MeasureRow& row : measureRows()) to << ',' << row.measure.name;
     to << '\n';
     for (size_t begin = 0; begin < analysis.blocks(); begin += kSecond) {
         const Span second{begin, std::min(begin + kSecond, analysis.blocks())};
         to << textOf(static_cast<double>(second.end) / 100);
         for (const MeasureRow& row : measureRows()) {
-            if (row.in_second != nullptr) to << ',' << textOf(valueOf(row.in_second, analysis, second));
+            to << ',' << textOf(valueOf(row.in_second, analysis, second));
         }
         to << '\n';
     }

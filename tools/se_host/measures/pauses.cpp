@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numeric>
+
+#include "tools/se_host/measures/block_energies.h"
 
 namespace se_host {
 namespace {
@@ -10,16 +11,6 @@ namespace {
 constexpr size_t kMargin = 10;  // blocks on both sides
 constexpr size_t kPauseShare = 10;
 constexpr size_t kLeastBlocks = 10;
-
-// Exact: sums of whole numbers below 2^53.
-std::vector<double> energiesOf(const std::vector<int16_t>& samples) {
-    std::vector<double> energies(samples.size() / kBlock);
-    for (size_t block = 0; block < energies.size(); ++block) {
-        const int16_t* const begin = samples.data() + block * kBlock;
-        energies[block] = std::inner_product(begin, begin + kBlock, begin, 0.0);
-    }
-    return energies;
-}
 
 // Of 2 * kMargin + 1 blocks, from each block on.
 std::vector<double> runningSums(const std::vector<double>& energies) {
@@ -38,8 +29,8 @@ std::vector<double> runningSums(const std::vector<double>& energies) {
 
 std::vector<PauseBlock> pauseBlocks(const std::vector<int16_t>& microphone,
                                     const std::vector<int16_t>& output) {
-    const std::vector<double> heard = energiesOf(microphone);
-    const std::vector<double> left = energiesOf(output);
+    const std::vector<double> heard = blockEnergies(microphone);
+    const std::vector<double> left = blockEnergies(output);
     std::vector<double> around = runningSums(heard);
     around.erase(around.begin(),
                  around.begin() + static_cast<ptrdiff_t>(std::min(kConvergedBlock, around.size())));

@@ -14,6 +14,7 @@ struct Span {
     size_t begin;
     size_t end;  // not included
 
+    size_t size() const { return end - begin; }
     bool contains(size_t block) const { return block >= begin && block < end; }
 };
 

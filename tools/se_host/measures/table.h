@@ -4,18 +4,16 @@
 #include <optional>
 #include <vector>
 
-#include "tools/se_host/measures/analysis.h"
+#include "tools/se_host/measures/functions.h"
 #include "tools/se_host/measures/measures.h"
 
 namespace se_host {
-
-using MeasureFunction = std::optional<double> (*)(const Analysis& analysis, Span span);
 
 struct MeasureRow {
     Measure measure;
     size_t first_block;         // that counts for the whole recording
     MeasureFunction whole;      // from that block to the end
-    MeasureFunction in_second;  // null: has no values over time
+    MeasureFunction in_second;  // of the blocks of a second
 };
 
 const std::vector<MeasureRow>& measureRows();

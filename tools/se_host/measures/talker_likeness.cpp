@@ -31,7 +31,7 @@ Row excerpt(const std::vector<int16_t>& samples, size_t begin, size_t count) {
     return row;
 }
 
-double siSdrDb(const Row& clean, const Row& output) {
+double siSdrOf(const Row& clean, const Row& output) {
     const double energy = product(clean, clean);
     const double common = product(clean, output);
     const double target = common * common / energy;
@@ -40,25 +40,36 @@ double siSdrDb(const Row& clean, const Row& output) {
     return 10 * std::log10(std::max(target, 1.0) / distortion);
 }
 
-std::optional<double> stoiOf(const Row& clean, const Row& output) try {
-    return stoi::intelligibility(clean, output, kEngineSampleRate);
-} catch (const std::invalid_argument&) {
-    return std::nullopt;
-}
-
 }  // namespace
 
-std::optional<TalkerLikeness> talkerLikeness(const std::vector<int16_t>& talker,
-                                             const std::vector<int16_t>& output, size_t begin) {
+std::optional<TalkerLikeness> TalkerLikeness::find(const std::vector<int16_t>& talker,
+                                                   const std::vector<int16_t>& output) {
     const std::optional<EchoLags> lags = echoLags(talker, output);
     if (!lags || lags->median < 0) return std::nullopt;
-    const auto lag = static_cast<size_t>(lags->median);
-    if (begin + lag >= output.size()) return std::nullopt;
-    const size_t count = output.size() - begin - lag;
-    const Row clean = excerpt(talker, begin, count);
-    if (product(clean, clean) == 0) return std::nullopt;
-    const Row processed = excerpt(output, begin + lag, count);
-    return TalkerLikeness{siSdrDb(clean, processed), stoiOf(clean, processed)};
+    return TalkerLikeness(talker, output, static_cast<size_t>(lags->median));
+}
+
+std::optional<TalkerLikeness::Pair> TalkerLikeness::pairIn(Span span) const {
+    const size_t begin = span.begin * kBlock;
+    const size_t end = std::min(span.end * kBlock, output_->size() - std::min(lag_, output_->size()));
+    if (begin >= end) return std::nullopt;
+    Pair pair{excerpt(*talker_, begin, end - begin), excerpt(*output_, begin + lag_, end - begin)};
+    if (product(pair.clean, pair.clean) == 0) return std::nullopt;
+    return pair;
+}
+
+std::optional<double> TalkerLikeness::siSdrDb(Span span) const {
+    const std::optional<Pair> pair = pairIn(span);
+    if (!pair) return std::nullopt;
+    return siSdrOf(pair->clean, pair->output);
+}
+
+std::optional<double> TalkerLikeness::intelligibility(Span span) const try {
+    const std::optional<Pair> pair = pairIn(span);
+    if (!pair) return std::nullopt;
+    return stoi::intelligibility(pair->clean, pair->output, kEngineSampleRate);
+} catch (const std::invalid_argument&) {
+    return std::nullopt;
 }
 
 }  // namespace se_host

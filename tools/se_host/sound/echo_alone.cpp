@@ -92,16 +92,22 @@ double echoLoweredDb(const std::vector<EchoAloneBlock>& blocks) {
     return ratioDb(heard, left);
 }
 
-std::optional<EchoAlone> echoAlone(const std::vector<EchoAloneBlock>& blocks) {
-    if (blocks.size() < kLeastBlocks) return std::nullopt;
+double echoReturnLossDb(const std::vector<EchoAloneBlock>& blocks) {
     double played = 0, heard = 0;
-    std::vector<EchoAloneBlock> converged;
     for (const EchoAloneBlock& block : blocks) {
         played += block.played;
         heard += block.heard;
+    }
+    return ratioDb(played, heard);
+}
+
+std::optional<EchoAlone> echoAlone(const std::vector<EchoAloneBlock>& blocks) {
+    if (blocks.size() < kLeastBlocks) return std::nullopt;
+    std::vector<EchoAloneBlock> converged;
+    for (const EchoAloneBlock& block : blocks) {
         if (block.index >= kConvergence) converged.push_back(block);
     }
-    EchoAlone echo{static_cast<double>(blocks.size()) / 100, ratioDb(played, heard), {}};
+    EchoAlone echo{static_cast<double>(blocks.size()) / 100, echoReturnLossDb(blocks), {}};
     if (converged.size() >= kLeastBlocks) echo.lowered_db = echoLoweredDb(converged);
     return echo;
 }

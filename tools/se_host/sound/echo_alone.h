@@ -34,6 +34,9 @@ std::vector<EchoAloneBlock> echoAloneBlocks(const std::vector<int16_t>& far_end,
 // needs: a block.
 double echoLoweredDb(const std::vector<EchoAloneBlock>& blocks);
 
+// Far end over the centre microphone.
+double echoReturnLossDb(const std::vector<EchoAloneBlock>& blocks);
+
 // Nothing when there are less than 0.5 s of it.
 std::optional<EchoAlone> echoAlone(const std::vector<EchoAloneBlock>& blocks);
 

@@ -21,7 +21,6 @@ constexpr size_t kFrame = 1024;
 constexpr size_t kFirstBin = 200 * kFrame / kEngineSampleRate;
 constexpr size_t kLastBin = 800 * kFrame / kEngineSampleRate;
 
-constexpr double kSilentDbfs = -90;  // less than a step of 16 bits
 constexpr double kMostApartDb = 10;  // a talker at 0.25 m makes a difference of 3 dB
 constexpr double kTogether = 0.7;    // correlation from which the others hear the same sound
 constexpr double kAlone = 0.5;       // share of it that is left to a microphone that hears something else

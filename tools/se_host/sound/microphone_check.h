@@ -9,6 +9,8 @@
 
 namespace se_host {
 
+inline constexpr double kSilentDbfs = -90;  // less than a step of 16 bits
+
 struct MicrophoneCheck {
     int microphone;       // 1 to 7
     double level_dbfs;    // minus infinity for silence

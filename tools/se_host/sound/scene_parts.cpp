@@ -54,19 +54,29 @@ Blocks blocksWith(const std::vector<double>& powers, double share) {
     return marked;
 }
 
-// Ratio of the energies of `a` and `b` in the chosen blocks from `begin` to before `end`, in dB.
-template <typename Chosen>
-std::optional<double> ratioDb(const std::vector<double>& a, const std::vector<double>& b, size_t begin,
-                              size_t end, Chosen chosen) {
+struct Energies {
     double above = 0, below = 0;
-    for (size_t block = begin; block < std::min(end, a.size()); ++block) {
+    size_t blocks = 0;
+};
+
+// In the chosen blocks from `begin` to before `end`.
+template <typename Chosen>
+Energies energiesIn(const std::vector<double>& above, const std::vector<double>& below, size_t begin,
+                    size_t end, Chosen chosen) {
+    Energies sum;
+    for (size_t block = begin; block < std::min(end, above.size()); ++block) {
         if (!chosen(block)) continue;
-        above += a[block];
-        below += b[block];
+        sum.above += above[block];
+        sum.below += below[block];
+        ++sum.blocks;
     }
-    if (above == 0) return std::nullopt;
+    return sum;
+}
+
+std::optional<double> ratioDb(const Energies& energies, size_t least_blocks) {
+    if (energies.blocks < least_blocks || energies.above == 0) return std::nullopt;
     // Silence counts as a single bit, so that a ratio is finite.
-    return 10 * std::log10(above / std::max(below, 1.0));
+    return 10 * std::log10(energies.above / std::max(energies.below, 1.0));
 }
 
 }  // namespace
@@ -93,24 +103,31 @@ SceneEffect::SceneEffect(const SceneParts& parts, const Samples& output)
       echo_(partOf(parts.echo)),
       output_(blockPowers(output)) {}
 
-Effect SceneEffect::within(size_t begin, size_t end) const {
-    Effect effect;
-    effect.echo_lowered_db = ratioDb(echo_.powers, output_, begin, end, [&](size_t block) {
+Effect SceneEffect::within(size_t begin, size_t end, size_t least_blocks) const {
+    const Energies echo = energiesIn(echo_.powers, output_, begin, end, [&](size_t block) {
         return echo_.present[block] && !talker_.audible[block];
     });
-    effect.noise_lowered_db = ratioDb(noise_.powers, output_, begin, end, [&](size_t block) {
+    const Energies noise = energiesIn(noise_.powers, output_, begin, end, [&](size_t block) {
         return !talker_.audible[block] && !echo_.audible[block];
     });
-    effect.talker_changed_db = ratioDb(output_, talker_.powers, begin, end, [&](size_t block) {
+    const Energies talker = energiesIn(output_, talker_.powers, begin, end, [&](size_t block) {
         return talker_.present[block] && !echo_.audible[block];
     });
-    return effect;
+    return {ratioDb(echo, least_blocks), ratioDb(noise, least_blocks), ratioDb(talker, least_blocks)};
 }
 
 Effect SceneEffect::whole() const {
     Effect effect = within(kConvergence, output_.size());
     effect.talker_changed_db = within(0, output_.size()).talker_changed_db;
     return effect;
+}
+
+size_t SceneEffect::talkerBlocks(size_t begin, size_t end) const {
+    const size_t size = talker_.present.size();
+    const auto at = [&](size_t block) {
+        return talker_.present.begin() + static_cast<std::ptrdiff_t>(std::min(block, size));
+    };
+    return static_cast<size_t>(std::count(at(begin), at(end), true));
 }
 
 Effect effectOf(const SceneParts& parts, const Samples& output) {

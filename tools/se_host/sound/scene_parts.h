@@ -1,6 +1,7 @@
 // The parts of a simulated recording, and the engine's effect on each of them.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -38,10 +39,13 @@ class SceneEffect {
   public:
     SceneEffect(const SceneParts& parts, const std::vector<int16_t>& output);
 
-    // In the blocks of 10 ms from `begin` to before `end`, the first two seconds included.
-    Effect within(size_t begin, size_t end) const;
+    // In the blocks of 10 ms from `begin` to before `end`, the first two seconds included; of each interval at least
+    // `least_blocks` have to be there.
+    Effect within(size_t begin, size_t end, size_t least_blocks = 1) const;
     // Of the whole recording.
     Effect whole() const;
+    // Those of these blocks in which the talker is present.
+    size_t talkerBlocks(size_t begin, size_t end) const;
 
   private:
     struct Part {

@@ -6,6 +6,7 @@
 #include "host/diags/tuning.h"
 #include "host/output/errors.h"
 #include "tools/se_host/engine/processing.h"
+#include "tools/se_host/measures/analysis.h"
 #include "tools/se_host/measures/measures.h"
 #include "tools/se_host/sound/scene_parts.h"
 #include "tools/se_host/sweep/row.h"
@@ -40,11 +41,10 @@ void tune(const Order& order, const Engine& engine) {
     throw se_output::Failure("tuning " + warnings(order.tuning, tuning, engine, applied).back());
 }
 
-void writeSeconds(const Order& order, const Recording& recording, const Processed& processed,
-                  const std::optional<SceneParts>& parts) {
+void writeSeconds(const Order& order, const Analysis& analysis) {
     if (order.over_time.empty()) return;
     std::ostringstream text;
-    writeOverTime(text, recording, processed, parts);
+    writeOverTime(text, analysis);
     se_output::OutputFile file(order.over_time);
     file.write(text.str());
     file.commit();
@@ -60,8 +60,9 @@ Json doTask(const Order& order) {
     const Engine engine = startOf(order.engine);
     tune(order, engine);
     const Processed processed = process(recording, {});
-    writeSeconds(order, recording, processed, parts);
-    return doneRow(order, measure(recording, processed, parts), processed.output);
+    const Analysis analysis(recording, processed, parts);
+    writeSeconds(order, analysis);
+    return doneRow(order, measure(analysis), processed.output);
 }
 
 }  // namespace se_host::sweep

@@ -1,4 +1,7 @@
 // The echo where only the far end speaks, and how long it takes to be cancelled.
+#include <algorithm>
+#include <cmath>
+
 #include "tests/tools/se_host/measures/known_run.h"
 
 namespace se_host_test {
@@ -64,10 +67,70 @@ TEST(MeasuredEcho, ThatNobodyHearsHasNoDelay) {
 TEST(MeasuredEcho, HasTheEnginesEstimate) {
     KnownRun run = echoOf(15, 0, 15);
     EXPECT_FALSE(run.value("echo_engine_delay_ms"));
-    run.processed.echo = se_host::EchoEstimate{49, 3.5, 1.25};
+    run.processed.echo.assign(1000, {49, 3.5, 1.25});
+    run.processed.echo.front() = {20, 0, 0.01};
     EXPECT_EQ(run.value("echo_engine_delay_ms"), 49);
     EXPECT_EQ(run.value("echo_engine_drift_ppm"), 3.5);
     EXPECT_EQ(run.value("echo_engine_delay_since_seconds"), 1.25);
+}
+
+TEST(MeasuredEchoOverTime, IsThatOfItsSecond) {
+    const KnownRun run = echoOf(0, 3, 18);
+    EXPECT_EQ(run.cell("echo_lag_ms", 3), "50");
+    EXPECT_EQ(run.cell("echo_alone_seconds", 4), "1");
+    EXPECT_NEAR(run.inSecond("echo_alone_return_loss_db", 4), 20, 0.2);
+    EXPECT_NEAR(run.inSecond("echo_alone_return_loss_enhancement_db", 2), 0, 0.01);
+    EXPECT_NEAR(run.inSecond("echo_alone_return_loss_enhancement_db", 3), 18, 0.1);
+}
+
+// The first half second of echo alone is not converged, as there is no window before it.
+TEST(MeasuredEchoOverTime, TellsTheTimeBeforeTheEngineHasConverged) {
+    const KnownRun run = echoOf(0, 3, 15);
+    EXPECT_EQ(run.cell("convergence_seconds", 1), "1");
+    EXPECT_EQ(run.cell("convergence_seconds", 2), "1");
+    EXPECT_NEAR(run.inSecond("convergence_seconds", 3), 0.4, 0.1);
+    EXPECT_EQ(run.cell("convergence_seconds", 4), "0");
+    double all = 0;
+    for (size_t second = 0; second < kSeconds; ++second) {
+        const double seconds = run.inSecond("convergence_seconds", second);
+        if (!std::isnan(seconds)) all += seconds;
+    }
+    EXPECT_NEAR(all, *run.value("convergence_seconds"), 1e-9);
+}
+
+TEST(MeasuredEchoOverTime, TellsThatTheEngineHasLostTheEchoAgain) {
+    KnownRun run = echoOf(15, 0, 15);
+    const Samples heard = run.analysis().microphone;
+    std::copy(heard.begin() + 6 * kSecond, heard.begin() + 7 * kSecond,
+              run.processed.output.begin() + 6 * kSecond);
+    EXPECT_EQ(run.value("convergence_seconds"), 0.5);
+    EXPECT_EQ(run.cell("convergence_seconds", 5), "0");
+    EXPECT_GT(run.inSecond("convergence_seconds", 6), 0.5);
+    EXPECT_EQ(run.cell("convergence_seconds", 8), "0");
+}
+
+TEST(MeasuredEchoOverTime, IsNothingWhereTheFarEndIsSilent) {
+    const Samples far_end = joined(noise(6 * kSecond, -15), Samples(4 * kSecond));
+    const Samples heard = delayed(scaled(far_end, -20), 800);
+    KnownRun run(sum(heard, noise(heard.size(), -60, 2)), scaled(heard, -15));
+    run.play(far_end);
+    EXPECT_EQ(run.cell("echo_lag_ms", 4), "50");
+    EXPECT_EQ(run.cell("echo_alone_seconds", 8), "0");
+    for (const char* name : {"echo_lag_ms", "echo_alone_return_loss_db", "convergence_seconds",
+                             "echo_alone_return_loss_enhancement_db"}) {
+        EXPECT_EQ(run.cell(name, 8), "") << name;
+    }
+}
+
+TEST(MeasuredEchoOverTime, HasTheEnginesEstimateAtTheEndOfTheSecond) {
+    KnownRun run = echoOf(15, 0, 15);
+    run.processed.echo.assign(150, {20, 1, 0.01});
+    run.processed.echo.insert(run.processed.echo.end(), 850, {49, 3.5, 1.51});
+    EXPECT_EQ(run.cell("echo_engine_delay_ms", 0), "20");
+    EXPECT_EQ(run.cell("echo_engine_delay_ms", 1), "49");
+    EXPECT_EQ(run.cell("echo_engine_delay_since_seconds", 0), "0.01");
+    EXPECT_EQ(run.cell("echo_engine_delay_since_seconds", 9), "1.51");
+    EXPECT_EQ(run.cell("echo_engine_drift_ppm", 1), "3.5");
 }
 
 }  // namespace

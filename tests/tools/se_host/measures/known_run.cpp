@@ -88,7 +88,7 @@ int16_t& KnownRun::sampleOf(int channel, size_t frame) {
 }
 
 std::optional<double> KnownRun::value(const std::string& name) const {
-    const se_host::Measured measured = se_host::measure(recording, processed, parts);
+    const se_host::Measured measured = se_host::measure(analysis());
     const auto& table = se_host::measures();
     for (size_t i = 0; i < table.size(); ++i) {
         if (table[i].name == name) return measured.values.at(i);
@@ -97,19 +97,32 @@ std::optional<double> KnownRun::value(const std::string& name) const {
     return std::nullopt;
 }
 
-std::string KnownRun::cell(const std::string& name, size_t second) const {
+std::map<std::string, std::vector<std::string>> KnownRun::overTime() const {
     std::ostringstream text;
-    se_host::writeOverTime(text, recording, processed, parts);
+    se_host::writeOverTime(text, analysis());
     std::istringstream lines(text.str());
-    std::string header, row;
-    std::getline(lines, header);
-    for (size_t i = 0; i <= second; ++i) {
-        if (!std::getline(lines, row)) return "no such row";
+    std::string line;
+    std::getline(lines, line);
+    const std::vector<std::string> names = cellsOf(line);
+    std::map<std::string, std::vector<std::string>> columns;
+    while (std::getline(lines, line)) {
+        const std::vector<std::string> cells = cellsOf(line);
+        EXPECT_EQ(names.size(), cells.size());
+        for (size_t i = 0; i < names.size(); ++i) columns[names[i]].push_back(cells.at(i));
     }
-    const std::vector<std::string> names = cellsOf(header), cells = cellsOf(row);
-    EXPECT_EQ(names.size(), cells.size());
-    const auto found = std::find(names.begin(), names.end(), name);
-    return found == names.end() ? "no such column" : cells.at(static_cast<size_t>(found - names.begin()));
+    return columns;
+}
+
+std::string KnownRun::cell(const std::string& name, size_t second) const {
+    const auto columns = overTime();
+    const auto column = columns.find(name);
+    if (column == columns.end()) return "no such column";
+    return second < column->second.size() ? column->second[second] : "no such row";
+}
+
+double KnownRun::inSecond(const std::string& name, size_t second) const {
+    const std::string text = cell(name, second);
+    return text.empty() ? std::nan("") : std::stod(text);
 }
 
 }  // namespace se_host_test

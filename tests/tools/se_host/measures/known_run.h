@@ -4,10 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "tools/se_host/measures/analysis.h"
 #include "tools/se_host/measures/measures.h"
 
 namespace se_host_test {
@@ -37,9 +39,14 @@ struct KnownRun {
     void play(const Samples& far_end);
     Samples::value_type& sampleOf(int channel, size_t frame);
 
+    se_host::Analysis analysis() const { return {recording, processed, parts}; }
     std::optional<double> value(const std::string& name) const;
-    // Of a CSV row, by the column's name; `second` counts from 0.
+    // The columns of the CSV.
+    std::map<std::string, std::vector<std::string>> overTime() const;
+    // One of their cells; `second` counts from 0.
     std::string cell(const std::string& name, size_t second) const;
+    // The number in it; NaN when it is empty.
+    double inSecond(const std::string& name, size_t second) const;
 };
 
 }  // namespace se_host_test

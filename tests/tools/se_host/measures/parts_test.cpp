@@ -57,5 +57,43 @@ TEST(MeasuredTalker, ThatIsNotInTheOutputHasNoRatio) {
     EXPECT_FALSE(run.value("talker_stoi"));
 }
 
+TEST(MeasuredPartsOverTime, AreThoseOfTheirSecond) {
+    const KnownRun run = call();
+    EXPECT_NEAR(run.inSecond("echo_return_loss_enhancement_db", 3), 24.86, 0.05);
+    EXPECT_NEAR(run.inSecond("noise_reduction_db", 0), 10, 0.1) << "the first two seconds count";
+    EXPECT_NEAR(run.inSecond("talker_change_db", 7), -3, 0.1);
+    EXPECT_EQ(run.cell("echo_return_loss_enhancement_db", 0), "");
+    EXPECT_EQ(run.cell("noise_reduction_db", 7), "");
+    EXPECT_EQ(run.cell("talker_change_db", 3), "");
+}
+
+// The margins of 0.1 s around a part are no part.
+TEST(MeasuredPartsOverTime, AreNothingInLessThanAQuarterOfASecond) {
+    const KnownRun run = call();
+    EXPECT_EQ(run.cell("echo_return_loss_enhancement_db", 4), "");
+    EXPECT_EQ(run.cell("talker_change_db", 5), "");
+}
+
+TEST(MeasuredTalkerOverTime, HasTheRatioOfItsSecond) {
+    const Samples talker = noise(6 * kSecond, -30, 1);
+    const Samples other = joined(noise(3 * kSecond, -40, 2), noise(3 * kSecond, -50, 3));
+    KnownRun run(talker, delayed(scaled(sum(talker, other), -6), 320));
+    run.parts = se_host::SceneParts{talker, other, Samples(talker.size())};
+    EXPECT_NEAR(run.inSecond("talker_si_sdr_db", 1), 10, 0.2);
+    EXPECT_NEAR(run.inSecond("talker_si_sdr_db", 4), 20, 0.2);
+    EXPECT_LT(run.inSecond("talker_stoi", 1), run.inSecond("talker_stoi", 4));
+}
+
+TEST(MeasuredTalkerOverTime, IsNothingWhereTheTalkerIsSilent) {
+    const Samples speech = noise(4 * kSecond, -30, 1);
+    // Below 30 dB under its loudest block it is not present.
+    const Samples talker = joined(speech, noise(2 * kSecond, -70, 2));
+    KnownRun run(talker, talker);
+    run.parts = se_host::SceneParts{talker, Samples(talker.size()), Samples(talker.size())};
+    EXPECT_NEAR(run.inSecond("talker_stoi", 3), 1, 0.001);
+    EXPECT_EQ(run.cell("talker_si_sdr_db", 5), "");
+    EXPECT_EQ(run.cell("talker_stoi", 5), "");
+}
+
 }  // namespace
 }  // namespace se_host_test
