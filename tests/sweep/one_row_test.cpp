@@ -1,8 +1,16 @@
 // Whatever goes wrong with one task costs one row, which says so.
+#include <poll.h>
+#include <signal.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 
+#include "host/output/descriptor.h"
 #include "tests/sweep/sweep_test.h"
 
 namespace se_host_test {
@@ -65,6 +73,31 @@ TEST_F(OneRow, ForAnEngineThatHangs) {
 TEST_F(OneRow, ForAnEngineThatTalks) {
     runFirstWhile("block noise");
     EXPECT_EQ(rows()[0]["status"], "ok");
+}
+
+// A process that is not ended is ended here, so that none stays.
+void expectEnds(pid_t process) {
+    const se_output::Descriptor watched(static_cast<int>(::syscall(SYS_pidfd_open, process, 0)));
+    if (!watched.isOpen()) {
+        EXPECT_EQ(errno, ESRCH);
+        return;
+    }
+    pollfd end{watched.number(), POLLIN, 0};
+    constexpr int kLongEnough = 20'000;  // ms
+    EXPECT_EQ(::poll(&end, 1, kLongEnough), 1) << "the engine's child " << process << " lives on";
+    ::kill(process, SIGKILL);
+}
+
+TEST_F(OneRow, EndsWithWhatTheEngineHasStarted) {
+    ::setenv("SE_HOSTILE_LOG", path("log").c_str(), 1);
+    runFirstWhile("init leave-child");
+    ::unsetenv("SE_HOSTILE_LOG");
+    EXPECT_EQ(rows()[0]["status"], "ok");
+    std::istringstream log(textOf("log"));
+    std::string done, child;
+    pid_t process = 0;
+    ASSERT_TRUE(log >> done >> child >> process) << log.str();
+    expectEnds(process);
 }
 
 TEST_F(OneRow, ForARecordingThatIsCutShort) {

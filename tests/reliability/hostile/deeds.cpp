@@ -77,6 +77,13 @@ void endParent() {
     ::kill(::getppid(), signal);
 }
 
+// The child goes on when the engine has ended.
+void leaveChild() {
+    const pid_t child = ::fork();
+    if (child == 0) hang();
+    log("child " + std::to_string(child));
+}
+
 void leaveFolder() {
     const std::string log = std::getenv("SE_HOSTILE_LOG");
     if (::chdir(log.substr(0, log.rfind('/')).c_str()) != 0) std::abort();
@@ -149,6 +156,7 @@ const Deed kDeeds[] = {
          for (int i = 1; i < 32; ++i) ::signal(i, SIG_IGN);
      }},
     {"leave-thread", [] { std::thread(hang).detach(); }},
+    {"leave-child", leaveChild},
     {"noise", [] { std::fputs("the engine says something\n", stderr); }},
 };
 
