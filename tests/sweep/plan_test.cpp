@@ -132,7 +132,7 @@ TEST_F(SweepPlan, OfAnEngineThatWasReplacedIsNotRun) {
 TEST_F(SweepPlan, OfAnotherVersionOfTheProgramIsNotRun) {
     sweep("plan rec");
     Json plan = Json::parse(textOf("sweep/plan.json"));
-    plan["program"] = "0.0.1";
+    plan["program"]["version"] = "0.0.1";
     writeText("sweep/plan.json", plan.dump());
     const HostRun result = trySweep("run");
     EXPECT_EQ(result.exit_code, kFailure);

@@ -41,7 +41,8 @@ TEST_F(SweepResults, SayWhatTheRowIsOf) {
     EXPECT_EQ(fields, (std::vector<std::string>{"key", "recording", "tuning", "labels", "status", "error",
                                                 "measures", "output", "engine", "program", "processor"}));
     EXPECT_EQ(row["engine"]["build"], "se_lib_beamv1.14");
-    EXPECT_EQ(row["program"], SE_HOST_VERSION);
+    EXPECT_EQ(row["program"]["version"], SE_HOST_VERSION);
+    EXPECT_EQ(row["program"]["files"].get<std::string>().size(), 32u);
     EXPECT_EQ(row["key"].get<std::string>().size(), 32u);
     EXPECT_EQ(row["output"].get<std::string>().size(), 32u);
     EXPECT_FALSE(row["measures"].empty());

@@ -30,13 +30,13 @@ TEST(Table, HasACellForEachColumn) {
                    {"measures", measured},
                    {"output", "o"},
                    {"engine", {{"build", "b"}, {"version", "v"}, {"file", "f"}}},
-                   {"program", "p"},
+                   {"program", {{"version", "p"}, {"files", "h"}}},
                    {"processor", {"avx", "fma"}}};
     const std::vector<Json> cells = table.cells(row);
     ASSERT_EQ(cells.size(), table.columns().size());
     EXPECT_EQ(csvLine(cells).substr(0, 18), "r,t,fast,ok,,1.5,1");
     const std::string end = csvLine(cells);
-    EXPECT_EQ(end.substr(end.rfind("1.5,")), "1.5,o,b,v,f,p,avx fma,k\n");
+    EXPECT_EQ(end.substr(end.rfind("1.5,")), "1.5,o,b,v,f,p,h,avx fma,k\n");
 }
 
 TEST(Table, OfAFailedRowHasEmptyCells) {
@@ -50,7 +50,7 @@ TEST(Table, OfAFailedRowHasEmptyCells) {
                    {"measures", nullptr},
                    {"output", nullptr},
                    {"engine", {{"build", "b"}, {"version", "v"}, {"file", "f"}}},
-                   {"program", "p"},
+                   {"program", {{"version", "p"}, {"files", "h"}}},
                    {"processor", Json::array()}};
     const std::vector<Json> cells = table.cells(row);
     ASSERT_EQ(cells.size(), table.columns().size());

@@ -1,5 +1,7 @@
 #include "tools/se_host/sweep/order.h"
 
+#include "tools/se_host/sweep/program.h"
+
 namespace se_host::sweep {
 namespace {
 
@@ -8,10 +10,6 @@ Json hashOrNull(const std::string& path, FileHashes& files) {
 }
 
 }  // namespace
-
-const char* programVersion() {
-    return SE_HOST_VERSION;
-}
 
 Json toJson(const EngineFile& engine) {
     return {{"file", engine.path},
@@ -54,7 +52,7 @@ std::string keyOf(const Order& order, FileHashes& files) {
                        {"device_model", order.engine.device_model},
                        {"array", hashOrNull(order.engine.array, files)},
                        {"over_time", !order.over_time.empty()},
-                       {"program", programVersion()}};
+                       {"program", toJson(thisProgram())}};
     return hashOf(content.dump());
 }
 

@@ -32,11 +32,8 @@ EngineFile engineFileOf(const Json& json);
 Json toJson(const Order& order);
 Order orderOf(const Json& json);
 
-// Names the result: a hash of the content of all files, the program's version and the options that change the result.
+// Names the result: a hash of the content of all files, the program and the options that change the result.
 // Where the files are has no effect. fails: Failure when a file cannot be read.
 std::string keyOf(const Order& order, FileHashes& files);
-
-// Of this program.
-const char* programVersion();
 
 }  // namespace se_host::sweep

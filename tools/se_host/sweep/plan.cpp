@@ -19,7 +19,7 @@ Json toJson(const TuningChoice& tuning) {
 Plan planOf(const Json& json) {
     Plan plan;
     plan.engine = engineFileOf(json.at("engine"));
-    plan.program = json.at("program");
+    plan.program = programOf(json.at("program"));
     for (const Json& tuning : json.at("tunings")) {
         plan.tunings.push_back({tuning.at("name"), tuning.at("file"), tuning.at("hash")});
     }
@@ -55,7 +55,7 @@ Json toJson(const Plan& plan) {
     Json tunings = Json::array();
     for (const TuningChoice& tuning : plan.tunings) tunings.push_back(toJson(tuning));
     return {{"format", kFormat},
-            {"program", plan.program},
+            {"program", toJson(plan.program)},
             {"engine", toJson(plan.engine)},
             {"tunings", tunings},
             {"options",
@@ -85,9 +85,10 @@ Plan readPlan(const Folder& folder) {
         if (json.at("format") == kFormat) return planOf(json);
         throw Failure("'" + folder.plan() + "' has another format; run 'se_host sweep plan' again");
     });
-    if (plan.program == programVersion()) return plan;
-    throw Failure("'" + folder.plan() + "' was made by se_host " + plan.program + ", this is " +
-                  programVersion() + "; run 'se_host sweep plan' again");
+    const std::string& version = thisProgram().version;
+    if (plan.program.version == version) return plan;
+    throw Failure("'" + folder.plan() + "' was made by se_host " + plan.program.version + ", this is " +
+                  version + "; run 'se_host sweep plan' again");
 }
 
 std::vector<Task> readTasks(const Folder& folder) {
@@ -103,6 +104,10 @@ Orders::Orders(const Folder& folder, const Plan& plan)
     if (FileHashes().of(plan.engine.path) != plan.engine.hash) {
         throw Failure("the engine '" + plan.engine.path +
                       "' is another one than when the plan was made; run 'se_host sweep plan' again");
+    }
+    if (plan.program.files != thisProgram().files) {
+        throw Failure("'" + folder.plan() +
+                      "' was made by another build of se_host; run 'se_host sweep plan' again");
     }
     std::sort(entries_.begin(), entries_.end(), kById);
 }

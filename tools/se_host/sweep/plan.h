@@ -7,6 +7,7 @@
 #include "tools/se_host/sweep/folder.h"
 #include "tools/se_host/sweep/manifest.h"
 #include "tools/se_host/sweep/order.h"
+#include "tools/se_host/sweep/program.h"
 
 namespace se_host::sweep {
 
@@ -24,7 +25,7 @@ struct TimeLimit {
 
 struct Plan {
     EngineFile engine;
-    std::string program;
+    Program program;
     std::vector<TuningChoice> tunings;
     TimeLimit time_limit;
     double shard_seconds = 0;  // of sound
@@ -52,7 +53,7 @@ std::vector<Task> readTasks(const Folder& folder);
 // Orders of the tasks of a plan.
 class Orders {
   public:
-    // fails: Failure when the engine is another one than the plan's.
+    // fails: Failure when the engine or the program is another one than the plan's.
     Orders(const Folder& folder, const Plan& plan);
 
     Order of(const Task& task) const;

@@ -110,7 +110,7 @@ Plan makePlan(const Folder& folder, PlanRequest request) {
 
     const std::set<std::string> kept = keepRows(folder, request.retry_failed);
     Plan plan{request.engine,
-              programVersion(),
+              thisProgram(),
               writeTunings(folder, request.tunings),
               request.time_limit,
               request.shard_seconds,

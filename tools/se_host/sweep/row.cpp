@@ -1,5 +1,7 @@
 #include "tools/se_host/sweep/row.h"
 
+#include "tools/se_host/sweep/program.h"
+
 namespace se_host::sweep {
 namespace {
 
@@ -41,7 +43,7 @@ Json rowOf(const Order& order, const Json& error, const Json& measures, const Js
             {"output", output},
             {"engine",
              {{"build", order.engine.build}, {"version", order.engine.version}, {"file", order.engine.hash}}},
-            {"program", programVersion()},
+            {"program", toJson(thisProgram())},
             {"processor", processorFeatures()}};
 }
 

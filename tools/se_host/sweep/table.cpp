@@ -33,8 +33,8 @@ Table::Table(std::vector<std::string> labels) : labels_(std::move(labels)) {
     for (const std::string& label : labels_) columns_.push_back("label_" + label);
     columns_.insert(columns_.end(), {"status", "error"});
     for (const Measure& measure : measures()) columns_.emplace_back(measure.name);
-    columns_.insert(columns_.end(), {"output", "engine_build", "engine_version", "engine_file", "program",
-                                     "processor", "key"});
+    columns_.insert(columns_.end(), {"output", "engine_build", "engine_version", "engine_file",
+                                     "program_version", "program_files", "processor", "key"});
 }
 
 std::vector<Json> Table::cells(const Json& row) const {
@@ -44,8 +44,10 @@ std::vector<Json> Table::cells(const Json& row) const {
     cells.push_back(row.at("error"));
     for (const Measure& measure : measures()) cells.push_back(member(row.at("measures"), measure.name));
     const Json& engine = row.at("engine");
-    cells.insert(cells.end(), {row.at("output"), engine.at("build"), engine.at("version"), engine.at("file"),
-                               row.at("program"), joined(row.at("processor")), row.at("key")});
+    const Json& program = row.at("program");
+    cells.insert(cells.end(),
+                 {row.at("output"), engine.at("build"), engine.at("version"), engine.at("file"),
+                  program.at("version"), program.at("files"), joined(row.at("processor")), row.at("key")});
     return cells;
 }
 

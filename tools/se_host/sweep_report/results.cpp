@@ -84,6 +84,12 @@ std::string engineText(const Json& row) {
            ", file " + textOf(engine.value("file", Json("?")));
 }
 
+std::string programText(const Json& row) {
+    const Json program = row.value("program", Json::object());
+    return textOf(program.value("version", Json("?"))) + ", files " +
+           textOf(program.value("files", Json("?")));
+}
+
 std::string processorText(const Json& row) {
     const Json features = row.value("processor", Json::array());
     std::vector<std::string> words;
@@ -103,7 +109,7 @@ void addValues(Results& results, const Json& row, size_t tuning, size_t recordin
 
 void addRow(Results& results, const Json& row, size_t tuning, size_t recording) {
     results.engines.insert(engineText(row));
-    results.programs.insert(textOf(row.value("program", Json("?"))));
+    results.programs.insert(programText(row));
     const Json labels = row.value("labels", Json::object());
     for (const auto& [name, value] : labels.items()) {
         results.labels[recording][name] = textOf(value);

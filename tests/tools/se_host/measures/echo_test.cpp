@@ -122,14 +122,26 @@ TEST(MeasuredEchoOverTime, IsNothingWhereTheFarEndIsSilent) {
     }
 }
 
+TEST(MeasuredEchoOverTime, IsNothingInLessThanAQuarterOfASecond) {
+    const size_t end = 99 * kSecond / 20;
+    const Samples far_end = joined(noise(end, -15), Samples(kSeconds * kSecond - end));
+    const Samples heard = delayed(scaled(far_end, -20), 800);
+    KnownRun run(sum(heard, noise(heard.size(), -60, 2)), scaled(heard, -15));
+    run.play(far_end);
+    EXPECT_GT(run.inSecond("echo_alone_seconds", 5), 0.05);
+    EXPECT_LT(run.inSecond("echo_alone_seconds", 5), 0.25);
+    EXPECT_EQ(run.cell("echo_alone_return_loss_db", 5), "");
+    EXPECT_EQ(run.cell("echo_alone_return_loss_enhancement_db", 5), "");
+}
+
 TEST(MeasuredEchoOverTime, HasTheEnginesEstimateAtTheEndOfTheSecond) {
     KnownRun run = echoOf(15, 0, 15);
-    run.processed.echo.assign(150, {20, 1, 0.01});
-    run.processed.echo.insert(run.processed.echo.end(), 850, {49, 3.5, 1.51});
+    run.processed.echo.assign(100, {20, 1, 0.01});
+    run.processed.echo.insert(run.processed.echo.end(), 900, {49, 3.5, 1.01});
     EXPECT_EQ(run.cell("echo_engine_delay_ms", 0), "20");
     EXPECT_EQ(run.cell("echo_engine_delay_ms", 1), "49");
     EXPECT_EQ(run.cell("echo_engine_delay_since_seconds", 0), "0.01");
-    EXPECT_EQ(run.cell("echo_engine_delay_since_seconds", 9), "1.51");
+    EXPECT_EQ(run.cell("echo_engine_delay_since_seconds", 9), "1.01");
     EXPECT_EQ(run.cell("echo_engine_drift_ppm", 1), "3.5");
 }
 

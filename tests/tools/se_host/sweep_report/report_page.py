@@ -21,7 +21,7 @@ def row(recording, tuning, measures, labels=None, error=None):
     return {"key": f"{recording}/{tuning}", "recording": recording, "tuning": tuning, "labels": labels or {},
             "status": "failed" if error else "ok", "error": error, "measures": {} if error else measures,
             "output": "0", "engine": {"build": "se_lib_beamv1.14", "version": "beam_1.14|reference", "file": "abc"},
-            "program": "0.1.0", "processor": ["avx2", "fma"]}
+            "program": {"version": "0.1.0", "files": "def"}, "processor": ["avx2", "fma"]}
 
 
 def rows_of(tunings, recordings, scenarios=("office", "street")):
