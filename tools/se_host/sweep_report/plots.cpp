@@ -1,6 +1,7 @@
 #include "tools/se_host/sweep_report/plots.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "common/string_printf.h"
 #include "tools/gnuplot/gnuplot.h"
@@ -40,6 +41,10 @@ std::vector<double> present(const Values& values) {
 
 std::string axisTitle(const Measure& measure) {
     return withUnit(measure, std::string(measure.title) + (*measure.unit == '\0' ? "" : ","));
+}
+
+double numberOrNan(const std::optional<double>& value) {
+    return value.value_or(std::nan(""));
 }
 
 constexpr const char* kGrid = "set grid lt 1 lw 0.5 lc rgb '#9aa5b1'\nset border 3\nset tics nomirror out\n";
@@ -95,6 +100,25 @@ std::string pairedPlot(const std::string& name, const Results& results,
               "\nset key above horizontal\nset offsets 0, 0, graph 0.05, graph 0.05\n";
     return se_output::svgElement(name, script + plots + "\n",
                                  {kWidth, 330 + 20 * static_cast<int>(comparisons.size() / 3)});
+}
+
+std::string secondsPlot(const std::string& name, const Measure& measure,
+                        const std::vector<SecondsLine>& lines) {
+    std::string script, plots;
+    for (size_t line = 0; line < lines.size(); ++line) {
+        std::vector<std::vector<double>> rows;
+        for (size_t second = 0; second < lines[line].values.size(); ++second) {
+            rows.push_back({static_cast<double>(second) + 0.5, numberOrNan(lines[line].values[second])});
+        }
+        script += se_output::plotData(stringPrintf("line%zu", line), rows);
+        plots += stringPrintf("%s $line%zu with linespoints pt 7 ps 0.6 lw 2 lc rgb '%s' title ",
+                              line == 0 ? "plot" : ",", line, lines[line].colour) +
+                 plotText(shortName(lines[line].title));
+    }
+    script += kGrid;
+    script += "set xlabel 'time, s'\nset xrange [0:*]\nset ylabel " + plotText(withUnit(measure, "")) +
+              "\nset key above horizontal\nset offsets 0, 0, graph 0.05, graph 0.05\n";
+    return se_output::svgElement(name, script + plots + "\n", {kWidth, 260});
 }
 
 }  // namespace se_host::report

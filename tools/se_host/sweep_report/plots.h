@@ -17,4 +17,13 @@ std::string boxPlot(const std::string& name, const Results& results, const Measu
 std::string pairedPlot(const std::string& name, const Results& results,
                        const std::vector<const Comparison*>& comparisons);
 
+// The values of each second, a line for each tuning; gaps where there is none.
+struct SecondsLine {
+    std::string title;
+    const char* colour;
+    Values values;
+};
+std::string secondsPlot(const std::string& name, const Measure& measure,
+                        const std::vector<SecondsLine>& lines);
+
 }  // namespace se_host::report

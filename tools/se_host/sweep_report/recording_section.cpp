@@ -7,11 +7,15 @@
 #include "tools/se_host/sound/sounds_picture.h"
 #include "tools/se_host/sweep_report/html.h"
 #include "tools/se_host/sweep_report/number_text.h"
+#include "tools/se_host/sweep_report/plots.h"
+#include "tools/se_host/sweep_report/seconds.h"
 
 namespace se_host::report {
 namespace {
 
 constexpr se_output::PictureSize kPictureSize{800, 860};
+constexpr const char* kReferenceColour = "#0060ad";
+constexpr const char* kTuningColour = "#d55e00";
 constexpr size_t kMoments = 400;  // fewer than the picture has columns: its bytes are in the page
 
 std::string labelsText(const std::map<std::string, std::string>& labels) {
@@ -48,17 +52,38 @@ std::string picture(const Report& report, const Comparison& comparison, const st
     const std::vector<int16_t> reference = listening.output(recording, report.referenceName());
     const std::vector<int16_t> output = listening.output(recording, tuning);
     const std::vector<ShownSound> sounds{{"Centre microphone", "#b0b0b0", microphone},
-                                         {"Output, " + report.referenceName(), "#0060ad", reference},
-                                         {"Output, " + tuning, "#d55e00", output}};
+                                         {"Output, " + report.referenceName(), kReferenceColour, reference},
+                                         {"Output, " + tuning, kTuningColour, output}};
     const std::string png = se_output::pngBytes(recording, soundsScript(sounds, kMoments), kPictureSize);
     const std::string text = "Levels and spectra of the microphone and of both outputs, " + recording;
     return element("figure", "<img alt=\"" + escaped(text) + "\" src=\"" + imageData(png) + "\">\n");
 }
 
-std::string pictureOrReason(const Report& report, const Comparison& comparison, const std::string& recording,
-                            const Listening& listening) {
+// The measure in each second; empty when the sweep did not write it.
+std::string secondsFigure(const Report& report, const Comparison& comparison, size_t recording) {
+    const Measure& measure = report.measureOf(comparison);
+    const auto values = [&](size_t tuning) {
+        return secondsOf(report.results, tuning, recording, measure.name);
+    };
+    const std::vector<SecondsLine> lines{
+        {report.referenceName(), kReferenceColour, values(report.reference)},
+        {report.results.tunings[comparison.tuning], kTuningColour, values(comparison.tuning)}};
+    const auto is_empty = [](const SecondsLine& line) {
+        return std::none_of(line.values.begin(), line.values.end(),
+                            [](const auto& value) { return value.has_value(); });
+    };
+    if (std::any_of(lines.begin(), lines.end(), is_empty)) return {};
+    const std::string plot = secondsPlot("seconds-" + std::to_string(recording), measure, lines);
+    return element("figure", element("figcaption", "In each second: " + escaped(measure.title) +
+                                                       ". Seconds that do not allow it have no point.") +
+                                 element("div", plot, "class=\"wide\""));
+}
+
+std::string picturesOrReason(const Report& report, const Comparison& comparison, size_t recording,
+                             const Listening& listening) {
     try {
-        return picture(report, comparison, recording, listening);
+        return picture(report, comparison, report.results.recordings[recording], listening) +
+               secondsFigure(report, comparison, recording);
     } catch (const std::runtime_error& error) {
         return element("p", "No picture: " + escaped(error.what()), "class=\"soft\"");
     }
@@ -76,7 +101,7 @@ std::string oneRecording(const Report& report, const Comparison& comparison, con
     if (!listening.knows(recording)) {
         return html + element("p", "The folder's manifest does not have this recording.", "class=\"soft\"");
     }
-    if (with_pictures) html += pictureOrReason(report, comparison, recording, listening);
+    if (with_pictures) html += picturesOrReason(report, comparison, pair.recording, listening);
     return html +
            element("pre", escaped(listening.command(recording, report.referenceName()) + "\n" +
                                   listening.command(recording, report.results.tunings[comparison.tuning])));

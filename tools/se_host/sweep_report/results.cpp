@@ -85,7 +85,8 @@ std::string engineText(const Json& row) {
 }
 
 std::string programText(const Json& row) {
-    const Json program = row.value("program", Json::object());
+    const Json program = row.value("program", Json("?"));
+    if (!program.is_object()) return textOf(program);
     return textOf(program.value("version", Json("?"))) + ", files " +
            textOf(program.value("files", Json("?")));
 }
@@ -140,7 +141,9 @@ size_t Results::tuningOf(const std::string& name) const {
 Results readResults(const std::string& folder) {
     const std::string path = folder + "/results.jsonl";
     Results results = namesIn(path);
+    results.folder = folder;
     results.labels.resize(results.recordings.size());
+    results.keys.assign(results.tunings.size(), std::vector<std::string>(results.recordings.size()));
     const std::vector<Values> nothing(results.tunings.size(), Values(results.recordings.size()));
     for (const Measure& measure : measures()) results.measures.push_back({measure, nothing});
 
@@ -152,6 +155,7 @@ Results readResults(const std::string& folder) {
             throw Failure("'" + path + "' has two rows of '" + results.recordings[recording] + "' with '" +
                           results.tunings[tuning] + "'; run 'se_host sweep merge' again");
         }
+        results.keys[tuning][recording] = textOf(row.value("key", Json("")));
         addRow(results, row, tuning, recording);
     });
     auto& kept = results.measures;

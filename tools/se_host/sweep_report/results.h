@@ -26,9 +26,11 @@ struct MeasureResults {
 };
 
 struct Results {
+    std::string folder;
     std::vector<std::string> tunings;                        // "default" first, the others by name
     std::vector<std::string> recordings;                     // by id
     std::vector<std::map<std::string, std::string>> labels;  // [recording]
+    std::vector<std::vector<std::string>> keys;              // [tuning][recording]; empty: no such row
     std::vector<MeasureResults> measures;                    // those with a value, in the table's order
     std::vector<FailedRow> failed;
     std::set<std::string> engines;  // of all rows, in words

@@ -10,8 +10,8 @@ namespace {
 
 using namespace se_host::report;
 
-constexpr se_host::Measure kLevel{"level_db", "dB", "level", se_host::Better::kMore, false, false};
-constexpr se_host::Measure kShare{"share", "", "share", se_host::Better::kMore, false, false};
+constexpr se_host::Measure kLevel{"level_db", "dB", "level", se_host::Better::kMore, false};
+constexpr se_host::Measure kShare{"share", "", "share", se_host::Better::kMore, false};
 
 TEST(NumberText, HasTheDecimalsOfItsUnit) {
     EXPECT_EQ(valueText(kLevel, 27.46), "27.5");

@@ -25,7 +25,7 @@ def main(se_host, folder):
         run(se_host, "scene", f"{name}.wav", "--seconds", 5, "--seed", seed, "--talker-start", 3, "--diffuse-noise", -50,
             "--parts", name, "--quiet")
     run(se_host, "sweep", folder / "calls", "--folder", folder / "sweep", "--grid", "senr_nf_weight_factor_q10=200",
-        "--quiet")
+        "--over-time", "--quiet")
     pages = []
     for name in ("one.html", "two.html"):
         run(se_host, "sweep", "report", folder / "sweep", "--out", folder / name, "--measure", "noise_reduction_db")
@@ -41,6 +41,7 @@ def main(se_host, folder):
         assert change < -3, f"{recording}: the tuning lowers the noise less, by {change} dB"
         assert f"{change:+.2f} dB".replace("-", "\u2212") in page.words(), change
     assert page.pictures == RECORDINGS, f"{page.pictures} pictures"
+    assert page.words().count("In each second: noise lowered") == RECORDINGS
     # A command of the page plays the output that the sweep measured.
     command = next(line for line in pages[0].replace("&#39;", "'").splitlines() if "se_host process" in line)
     words = command.split("<pre>")[-1].removesuffix(" | aplay").replace("se_host", str(se_host), 1)
