@@ -44,6 +44,7 @@ Matrix productsOf(const std::vector<Samples>& microphones) {
     Matrix products{};
     for (size_t start = 0; start + kFrame <= microphones[0].size(); start += kFrame) {
         std::vector<std::vector<std::complex<float>>> bins;
+        bins.reserve(kCount);
         for (const Samples& microphone : microphones)
             bins.push_back(spectrumAt(microphone, start, transform));
         for (size_t m = 0; m < kCount; ++m) {
@@ -96,7 +97,7 @@ double levelOfOthers(const std::vector<double>& levels, size_t microphone) {
 }
 
 std::string nameOf(const Recording& recording, size_t microphone) {
-    const std::string name = stringPrintf("microphone %zu", microphone + 1);
+    std::string name = stringPrintf("microphone %zu", microphone + 1);
     if (!recording.channel_map) return name;
     return name + stringPrintf(" (channel %d)", recording.channel_map->microphones[microphone]);
 }

@@ -80,7 +80,7 @@ Plan readPlan(const Folder& folder) {
     if (!std::filesystem::exists(folder.plan())) {
         throw Failure("'" + folder.path() + "' holds no plan; 'se_host sweep plan' makes one");
     }
-    const Plan plan = readField(folder.plan(), [&] {
+    Plan plan = readField(folder.plan(), [&] {
         const Json json = Json::parse(textOf(folder.plan()));
         if (json.at("format") == kFormat) return planOf(json);
         throw Failure("'" + folder.plan() + "' has another format; run 'se_host sweep plan' again");

@@ -19,7 +19,7 @@ Json member(const Json& object, const std::string& name) {
 std::string csvText(const Json& cell) {
     if (cell.is_null()) return {};
     if (!cell.is_string()) return cell.dump();
-    const std::string text = cell.get<std::string>();
+    std::string text = cell.get<std::string>();
     if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
     std::string quoted = "\"";
     for (const char c : text) quoted += c == '"' ? std::string("\"\"") : std::string(1, c);
