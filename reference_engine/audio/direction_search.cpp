@@ -7,25 +7,24 @@
 #include <cmath>
 #include <iterator>
 
-#include "reference_engine/audio/geometry.h"
-#include "reference_engine/lanes/lane_kernels.h"
-#include "reference_engine/routines/elementary.h"
 #include "reference_engine/routines/flushed.h"
 
 namespace reference_engine {
 namespace {
 
 constexpr float kPowerSmoothing = 0.8f;  // of the old value
+constexpr int kFirstBlocks = 4;          // until the frame of the spectra is full
 constexpr int kFloorBlocks = 150;        // after which the older half of the minima is dropped
 
 // A bin counts when its power exceeds these multiples of the noise floor (a minimum, well below the mean), of the expected
 // echo, of the removed echo, which comes back when its path changes, and of its own recent power: the onsets of a sound
 // arrive before its reflections.
-constexpr float kAboveFloor = 12.0f;
+constexpr float kAboveFloor = 6.0f;
 constexpr float kAboveEcho = 40.0f;
 constexpr float kAboveRemoved = 2.0f;
 constexpr float kAboveTail = 1.0f;
 
+constexpr float kMostlyEcho = 0.5f;                  // share of the removed echo in a block
 constexpr float kLeastActivity = 0.05f;              // share of such bins from which a block counts
 constexpr float kAdaptation = 0.12f;                 // of the response, when every bin counts
 constexpr float kMeanStep = 0.01f;                   // of the mean power, a block
@@ -36,21 +35,9 @@ constexpr float kNoDirection = 1.0f / kMicrophones;  // response of noise indepe
 }  // namespace
 
 void DirectionSearch::init() {
-    for (int d = 0; d < kOpposite; ++d) {
-        for (int m = 0; m < kSteered; ++m) {
-            const double lead = leadOf(m + 1, azimuthOf(d));
-            for (int k = 0; k < kBins; ++k) {
-                const double angle =
-                    -2 * M_PI * (kFirstBin + k) * kSampleRate / MicrophoneSpectra::kFrame * lead;
-                steering_[k][m].re[d] = static_cast<float>(cosine(angle));
-                steering_[k][m].im[d] = static_cast<float>(sine(angle));
-            }
-        }
-    }
-    std::fill(std::begin(smoothed_), std::end(smoothed_), 0.0f);
-    std::fill(std::begin(least_), std::end(least_), kHuge);
-    std::fill(std::begin(least_before_), std::end(least_before_), kHuge);
-    floor_age_ = 0;
+    steering_.init();
+    loudspeaker_.init();
+    blocks_ = 0;
     mean_power_ = 0;
     restart();
 }
@@ -63,14 +50,43 @@ void DirectionSearch::restart() {
 
 void DirectionSearch::update(const MicrophoneSpectra& spectra, const float (&echo)[MicrophoneSpectra::kBins],
                              uint64_t energy, uint64_t gate) {
+    if (blocks_ < kFirstBlocks) {
+        startFloor(spectra);
+        return;
+    }
     const float activity = weighBins(spectra, echo + kFirstBin);
     const float loud = loudness(spectra);
     active_ = activity > kLeastActivity && energy >= gate;
     if (!active_) return;
     float powers[kLocations];
-    findPowers(spectra, powers);
+    steering_.powers(spectra.bins() + kFirstBin, weight_, powers);
+    bool at_loudspeaker = false;
+    if (loudspeaker_.known()) {
+        const float echo_share = echoShare(spectra);
+        loudspeaker_.remove(echo_share, powers);
+        at_loudspeaker = echo_share > kMostlyEcho && track_.location() == loudspeaker_.location();
+    }
     for (int d = 0; d < kLocations; ++d) response_[d] += kAdaptation * activity * (powers[d] - response_[d]);
-    track_.update(powers, activity * loud);
+    track_.update(powers, activity * loud, at_loudspeaker);
+}
+
+void DirectionSearch::startFloor(const MicrophoneSpectra& spectra) {
+    ++blocks_;
+    floor_age_ = 0;
+    active_ = false;
+    for (int k = 0; k < kBins; ++k) smoothed_[k] = spectra.meanPower(kFirstBin + k);
+    std::fill(std::begin(least_), std::end(least_), kHuge);
+    std::fill(std::begin(least_before_), std::end(least_before_), kHuge);
+}
+
+// Of the removed echo, in all sound of the microphones.
+float DirectionSearch::echoShare(const MicrophoneSpectra& spectra) const {
+    float echo = 0, clean = 0;
+    for (int k = kFirstBin; k < kFirstBin + kBins; ++k) {
+        echo += spectra.echoPower(k);
+        clean += spectra.meanPower(k);
+    }
+    return echo / (echo + clean + kTiny);
 }
 
 // Returns the mean weight: the share of the band with sound above the thresholds.
@@ -104,19 +120,6 @@ float DirectionSearch::loudness(const MicrophoneSpectra& spectra) {
     const float share = power / (power + mean_power_ + kTiny);
     mean_power_ = flushed(mean_power_ + kMeanStep * (power - mean_power_));
     return share;
-}
-
-// needs: a bin whose weight is not 0.
-void DirectionSearch::findPowers(const MicrophoneSpectra& spectra, float (&powers)[kLocations]) const {
-    Lanes ahead, behind;
-    laneKernels().steer(spectra.bins() + kFirstBin, steering_[0], weight_, kBins, &ahead, &behind);
-    float weights = 0;
-    for (const float weight : weight_) weights += weight;
-    const float most = weights * kMicrophones * kMicrophones;
-    for (int d = 0; d < kOpposite; ++d) {
-        powers[d] = ahead[d] / most;
-        powers[kOpposite + d] = behind[d] / most;
-    }
 }
 
 }  // namespace reference_engine

@@ -1,13 +1,14 @@
-// Finds the direction from which sound arrives: the steered response power of the phase-transformed microphones (DiBiase: A
-// high-accuracy, low-latency technique for talker localization in reverberant environments, Brown University 2000), of the
-// sound above the noise and above the residual echo, so that the loudspeaker does not turn the beam away from a talker.
+// Finds the direction from which sound arrives: the steered response power of the sound above the noise and above the residual
+// echo, less what comes from the loudspeaker's direction, so that the loudspeaker does not turn the beam away from a talker.
 // Threads: init [setup]; update [audio] rt-safe.
 #pragma once
 
 #include <cstdint>
 
 #include "reference_engine/audio/direction_track.h"
+#include "reference_engine/audio/loudspeaker_direction.h"
 #include "reference_engine/audio/microphone_spectra.h"
+#include "reference_engine/audio/steering.h"
 
 namespace reference_engine {
 
@@ -17,6 +18,11 @@ class DirectionSearch {
 
     // Forgets all directions; the noise floor is kept.
     void restart();
+
+    // Before each update, while there is echo. in: as LoudspeakerDirection::update.
+    void followLoudspeaker(const LaneBin* paths, float unknown_share) {
+        loudspeaker_.update(steering_, paths, unknown_share);
+    }
 
     // in: the spectra; `echo`, expected power of the echo in each of their bins; `energy` of the block (sum of squares, mean
     // of the microphones), and `gate`, the energy below which it is ignored.
@@ -33,30 +39,26 @@ class DirectionSearch {
     int source() const { return track_.location(); }
 
   private:
-    static constexpr int kFirstBin = 20;  // 625 Hz: below, the array is too small to resolve directions
-    static constexpr int kBins =
-        172;  // up to 5970 Hz: above, speech has little energy and spatial aliasing begins
+    static constexpr int kFirstBin = Steering::kFirstBin;
+    static constexpr int kBins = Steering::kBins;
 
+    void startFloor(const MicrophoneSpectra& spectra);
     float weighBins(const MicrophoneSpectra& spectra, const float* echo);
     float loudness(const MicrophoneSpectra& spectra);
-    void findPowers(const MicrophoneSpectra& spectra, float (&powers)[kLocations]) const;
+    float echoShare(const MicrophoneSpectra& spectra) const;
 
     float smoothed_[kBins] = {};      // the power of the microphones, averaged over a few blocks
     float least_[kBins] = {};         // minimum of the smoothed power, in the present interval
     float least_before_[kBins] = {};  // the same in the interval before
     float weight_[kBins] = {};        // 0 for noise, towards 1 for sound far above it
 
-    // What aligns the microphones of the circle with the centre, for half of the locations. For the opposite ones it is
-    // the conjugate.
-    static constexpr int kSteered = kMicrophones - 1;
-    static constexpr int kOpposite = kLocations / 2;
-    static_assert(kSteered == kLanes - 2 && kOpposite <= kLanes);
-    LaneBin steering_[kBins][kSteered] = {};
-
+    Steering steering_;
+    LoudspeakerDirection loudspeaker_;
     float mean_power_ = 0;  // of all bins together, over the last second
     float response_[kLocations] = {};
     DirectionTrack track_;
     bool active_ = false;
+    int blocks_ = 0;     // up to those that the floor waits for
     int floor_age_ = 0;  // blocks in the present interval
 };
 

@@ -13,17 +13,19 @@ namespace {
 constexpr float kTurn = 0.16f;
 constexpr float kTurnToKnown = 0.013f;
 constexpr float kTurnToNext = 0.027f;
+constexpr float kTurnFromLoudspeaker = 0.03f;
 
 constexpr float kKnownShare = 0.25f;  // of the sound, from which a direction is known
 constexpr float kForgetting = 0.04f;  // of the shares, in a block of full weight
 
-float costOf(float share) {
-    return kTurn + (kTurnToKnown - kTurn) * std::min(1.0f, share / kKnownShare);
+float costOf(float share, bool at_loudspeaker) {
+    const float cost = kTurn + (kTurnToKnown - kTurn) * std::min(1.0f, share / kKnownShare);
+    return at_loudspeaker ? std::min(cost, kTurnFromLoudspeaker) : cost;
 }
 
 }  // namespace
 
-void DirectionTrack::update(const float (&power)[kLocations], float weight) {
+void DirectionTrack::update(const float (&power)[kLocations], float weight, bool at_loudspeaker) {
     const float highest = *std::max_element(std::begin(power), std::end(power));
     float stayed[kLocations];
     for (int d = 0; d < kLocations; ++d) stayed[d] = score_[d] + weight * (power[d] - highest);
@@ -32,7 +34,8 @@ void DirectionTrack::update(const float (&power)[kLocations], float weight) {
     const float best = stayed[location_];
     for (int d = 0; d < kLocations; ++d) {
         const float next = std::max(stayed[(d + 1) % kLocations], stayed[(d + kLocations - 1) % kLocations]);
-        score_[d] = std::max({stayed[d], best - costOf(share_[d]), next - kTurnToNext}) - best;
+        score_[d] =
+            std::max({stayed[d], best - costOf(share_[d], at_loudspeaker), next - kTurnToNext}) - best;
         const float here = d == location_ ? 1 : 0;
         share_[d] = flushed(share_[d] + kForgetting * weight * (here - share_[d]));
     }

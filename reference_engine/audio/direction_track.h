@@ -11,8 +11,9 @@ namespace reference_engine {
 
 class DirectionTrack {
   public:
-    // in: power from each direction in a block, 0 to 1; `weight` of the block, 0 to 1.
-    void update(const float (&power)[kLocations], float weight);
+    // in: power from each direction in a block, 0 to 1; `weight` of the block, 0 to 1; whether location() is that of a
+    // loudspeaker which is heard: to turn away from it costs less.
+    void update(const float (&power)[kLocations], float weight, bool at_loudspeaker);
 
     // Where the best path ends.
     int location() const { return location_; }

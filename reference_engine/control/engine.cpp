@@ -115,6 +115,9 @@ void Engine::search(const MicrophoneBlock& block) {
         search_.restart();
         g_settings.restart_search = 0;
     }
+    if (echo_canceller_.active()) {
+        search_.followLoudspeaker(echo_canceller_.firstPaths(), echo_canceller_.unknownShare());
+    }
     search_.update(spectra_, residual_echo_.power(), meanEnergyOf(block), g_settings.search_gate_energy);
     look_.update(search_, g_settings);
 }

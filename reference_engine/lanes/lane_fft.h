@@ -11,9 +11,7 @@ class LaneFft {
     void init(int size);  // needs: a power of two, 32 to LaneFftTables::kLargest
 
     // `signals`: `size` samples, at an address for a LaneBin; `spectra`: size / 2 + 1 bins.
-    void forward(const Lanes* signals, LaneBin* spectra) {
-        laneKernels().forward(tables_, signals, spectra);
-    }
+    void forward(const Lanes* signals, LaneBin* spectra) { laneKernels().forward(tables_, signals, spectra); }
 
     // The first and the last bin are taken as real.
     void backward(const LaneBin* spectra, Lanes* signals) {

@@ -63,8 +63,8 @@ inline Turns turnsOf(const LaneFftTables& tables, int index) {
 
 // Of four values at a distance of `span`.
 inline FourBins butterfly(const Turns& turns, const LaneBin* at, int span) {
-    return transformFour(load(at[0]), turned(load(at[span]), turns.one), turned(load(at[2 * span]), turns.two),
-                         turned(load(at[3 * span]), turns.three));
+    return transformFour(load(at[0]), turned(load(at[span]), turns.one),
+                         turned(load(at[2 * span]), turns.two), turned(load(at[3 * span]), turns.three));
 }
 
 // The other steps but the last, decimation in time. Returns the span of the last one.
@@ -100,7 +100,8 @@ void forward(const LaneFftTables& tables, const Lanes* signals, LaneBin* spectra
     const int half = tables.size / 2;
     const LaneBin* pairs = reinterpret_cast<const LaneBin*>(signals);
     const uint16_t* source = tables.source;
-    const int first = firstStep(half, [=](int place) { return load(pairs[source[place]]); }, spectra);
+    const int first = firstStep(
+        half, [=](int place) { return load(pairs[source[place]]); }, spectra);
     const int span = middleSteps(tables, first, spectra);
     lastStep(tables, span, spectra, [=](const Bin& value, int place) { store(value, spectra + place); });
     spectra[half] = {spectra[0].re - spectra[0].im, Lanes{}};
@@ -126,9 +127,11 @@ void backward(const LaneFftTables& tables, const LaneBin* spectra, Lanes* signal
         store(conjugate(even - odd), pairs + tables.place[k]);
         store(even + odd, pairs + tables.place[half - k]);
     }
-    const int first = firstStep(half, [=](int place) { return load(pairs[place]); }, pairs);
+    const int first = firstStep(
+        half, [=](int place) { return load(pairs[place]); }, pairs);
     const int span = middleSteps(tables, first, pairs);
-    lastStep(tables, span, pairs, [=](const Bin& value, int place) { store(conjugate(value), pairs + place); });
+    lastStep(tables, span, pairs,
+             [=](const Bin& value, int place) { store(conjugate(value), pairs + place); });
 }
 
 // From its bin k on.
@@ -242,8 +245,8 @@ void kalman(const LaneUncertainty* partitions, int count, const LaneKalman& cons
         Group unknown = {};
         for (int p = 0; p < count; ++p) {
             const LaneUncertainty of = partitions[p];
-            const Group uncertainty = of.uncertainty[g] * (1 - all.forgetting) +
-                                      (of.path_power[g] * all.forgetting + of.appearing);
+            const Group uncertainty =
+                of.uncertainty[g] * (1 - all.forgetting) + (of.path_power[g] * all.forgetting + of.appearing);
             of.uncertainty[g] = uncertainty;
             unknown += uncertainty * (of.re[g] * of.re[g] + of.im[g] * of.im[g]);
         }
@@ -374,9 +377,9 @@ void steer(const LaneBin* spectra, const LaneBin* steering, const float* weight,
     *opposite = behind;
 }
 
-constexpr LaneKernels kLaneKernels = {forward, backward, adapt,      adaptAndPredict, subtract,    powers,
-                                      kalman,  scale,    magnitudes, quantise,        interpolate, correlate,
-                                      steer};
+constexpr LaneKernels kLaneKernels = {forward,     backward,  adapt, adaptAndPredict, subtract,
+                                      powers,      kalman,    scale, magnitudes,      quantise,
+                                      interpolate, correlate, steer};
 
 }  // namespace
 }  // namespace reference_engine

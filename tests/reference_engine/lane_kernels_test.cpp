@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <complex>
 #include <cstring>
@@ -25,6 +26,19 @@ struct Cell {
 };
 struct IntCell {
     LaneInts lanes;
+};
+
+// Samples as the transforms take them, two in a line of the cache.
+struct Signals {
+    explicit Signals(int count) : pairs(static_cast<size_t>(count / 2)) {}
+    Lanes& operator[](int n) {
+        return n % 2 == 0 ? pairs[static_cast<size_t>(n) / 2].re : pairs[static_cast<size_t>(n) / 2].im;
+    }
+    Lanes* data() { return &pairs.data()->re; }
+    std::vector<LaneBin> pairs;
+};
+struct GroupCell {
+    Group lanes;
 };
 
 template <class T>
@@ -70,6 +84,15 @@ class LaneKernelsTest : public testing::TestWithParam<Build> {
         return row;
     }
 
+    std::vector<GroupCell> groups(size_t count, float lowest, float highest) {
+        std::uniform_real_distribution<float> number(lowest, highest);
+        std::vector<GroupCell> row(count);
+        for (GroupCell& cell : row) {
+            for (int i = 0; i < kGroup; ++i) cell.lanes[i] = number(random_);
+        }
+        return row;
+    }
+
     template <class T>
     static bool same(const std::vector<T>& a, const std::vector<T>& b) {
         return std::memcmp(a.data(), b.data(), a.size() * sizeof(T)) == 0;
@@ -89,32 +112,32 @@ INSTANTIATE_TEST_SUITE_P(
 }  // namespace
 
 TEST(LaneFft, IsTheDirectTransformOfEachLane) {
-    for (const int size : {8, 16, 32, 128, 512, 1024}) {
+    for (const int size : {32, 64, 128, 512, 1024}) {
         LaneFft fft;
         fft.init(size);
-        std::vector<Cell> signals(static_cast<size_t>(size));
+        Signals signals(size);
         std::mt19937 random(static_cast<unsigned>(size));
         std::uniform_real_distribution<float> number(-1, 1);
-        for (Cell& cell : signals) {
-            for (int i = 0; i < kLanes; ++i) cell.lanes[i] = number(random);
+        for (int n = 0; n < size; ++n) {
+            for (int i = 0; i < kLanes; ++i) signals[n][i] = number(random);
         }
         std::vector<LaneBin> spectra(static_cast<size_t>(size / 2 + 1));
-        fft.forward(at(signals), spectra.data());
+        fft.forward(signals.data(), spectra.data());
         for (const int k : {0, 1, size / 4, size / 2 - 1, size / 2}) {
             for (int lane = 0; lane < kLanes; lane += 3) {
                 std::complex<double> sum = 0;
                 for (int n = 0; n < size; ++n) {
-                    const double sample = static_cast<double>(signals[static_cast<size_t>(n)].lanes[lane]);
+                    const double sample = static_cast<double>(signals[n][lane]);
                     sum += sample * std::polar(1.0, -2 * M_PI * k * n / size);
                 }
                 EXPECT_NEAR(static_cast<double>(spectra[static_cast<size_t>(k)].re[lane]), sum.real(), 1e-4);
                 EXPECT_NEAR(static_cast<double>(spectra[static_cast<size_t>(k)].im[lane]), sum.imag(), 1e-4);
             }
         }
-        std::vector<Cell> back(static_cast<size_t>(size));
-        fft.backward(spectra.data(), at(back));
-        for (size_t n = 0; n < back.size(); ++n) {
-            EXPECT_NEAR(back[n].lanes[5] / static_cast<float>(size), signals[n].lanes[5], 1e-6F) << size;
+        Signals back(size);
+        fft.backward(spectra.data(), back.data());
+        for (int n = 0; n < size; ++n) {
+            EXPECT_NEAR(back[n][5] / static_cast<float>(size), signals[n][5], 1e-6F) << size;
         }
     }
 }
@@ -126,52 +149,117 @@ TEST_P(LaneKernelsTest, TransformsHaveTheSameBits) {
         tables.cosine[k] = static_cast<float>(std::cos(2 * M_PI * k / kSize));
         tables.sine[k] = static_cast<float>(-std::sin(2 * M_PI * k / kSize));
     }
-    for (int i = 0; i < kSize / 2; ++i) tables.reversed[i] = static_cast<uint16_t>(i);
-    const std::vector<Cell> signals = lanes(kSize);
-    std::vector<LaneBin> pairs(kSize / 2), a(kBins), b(kBins);
-    narrow_.forward(tables, at(signals), pairs.data(), a.data());
-    wide_.forward(tables, at(signals), pairs.data(), b.data());
+    for (int i = 0; i < kSize / 2; ++i) tables.place[i] = tables.source[i] = static_cast<uint16_t>(i);
+    Signals signals(kSize), c(kSize), d(kSize);
+    signals.pairs = bins(kSize / 2);
+    std::vector<LaneBin> a(kBins), b(kBins);
+    narrow_.forward(tables, signals.data(), a.data());
+    wide_.forward(tables, signals.data(), b.data());
     EXPECT_TRUE(same(a, b));
-    std::vector<Cell> c(kSize), d(kSize);
-    narrow_.backward(tables, a.data(), pairs.data(), at(c));
-    wide_.backward(tables, a.data(), pairs.data(), at(d));
-    EXPECT_TRUE(same(c, d));
+    narrow_.backward(tables, a.data(), c.data());
+    wide_.backward(tables, a.data(), d.data());
+    EXPECT_TRUE(same(c.pairs, d.pairs));
 }
 
 TEST_P(LaneKernelsTest, PathsHaveTheSameBits) {
-    const std::vector<LaneBin> path = bins(kBins), errors = bins(kBins);
+    const std::vector<LaneBin> errors = bins(kBins);
     const std::vector<float> re = numbers(kBins), im = numbers(kBins), step = numbers(kBins),
                              last = numbers(kBins);
-    std::vector<LaneBin> a = path, b = path;
-    const std::vector<LaneBin> paths = bins(3 * kBins);
-    const FarBins far_end[] = {{re.data(), im.data()}, {step.data(), last.data()}, {last.data(), re.data()}};
-    narrow_.accumulate(paths.data(), far_end, 3, kBins, a.data());
-    wide_.accumulate(paths.data(), far_end, 3, kBins, b.data());
+    std::vector<LaneBin> a = bins(3 * kBins), b = a, sum_a(kBins), sum_b(kBins);
+    const auto partitions = [&](std::vector<LaneBin>& paths) {
+        return std::array<LanePartition, 3>{
+            {{paths.data(), re.data(), im.data(), last.data(), step.data(), step.data(), last.data()},
+             {paths.data() + kBins, im.data(), re.data(), re.data(), last.data(), last.data(), step.data()},
+             {paths.data() + 2 * kBins, last.data(), step.data(), nullptr, nullptr, nullptr, nullptr}}};
+    };
+    narrow_.adaptAndPredict(partitions(a).data(), 2, 3, errors.data(), 0.25F, kBins, sum_a.data());
+    wide_.adaptAndPredict(partitions(b).data(), 2, 3, errors.data(), 0.25F, kBins, sum_b.data());
+    EXPECT_TRUE(same(a, b));
+    EXPECT_TRUE(same(sum_a, sum_b));
+    narrow_.adapt(partitions(a)[1], errors.data(), kBins);
+    wide_.adapt(partitions(b)[1], errors.data(), kBins);
     EXPECT_TRUE(same(a, b));
 
-    std::vector<float> power_a(kBins), power_b(kBins), last_a(kBins), last_b(kBins);
-    narrow_.adapt(a.data(), re.data(), im.data(), errors.data(), step.data(), last.data(), kBins,
-                  power_a.data(), last_a.data());
-    wide_.adapt(b.data(), re.data(), im.data(), errors.data(), step.data(), last.data(), kBins,
-                power_b.data(), last_b.data());
-    EXPECT_TRUE(same(a, b));
-    EXPECT_TRUE(same(power_a, power_b));
+    std::vector<float> mean_a(kBins), mean_b(kBins), last_a(kBins), last_b(kBins);
+    narrow_.powers(a.data(), kBins, mean_a.data(), last_a.data());
+    wide_.powers(a.data(), kBins, mean_b.data(), last_b.data());
+    EXPECT_TRUE(same(mean_a, mean_b));
     EXPECT_TRUE(same(last_a, last_b));
 }
 
-TEST_P(LaneKernelsTest, UncertaintiesHaveTheSameBits) {
-    const std::vector<Cell> path = lanes(kGroups, 0, 1), far_end = lanes(kGroups, 0, 1e6F);
-    std::vector<Cell> a = lanes(kGroups, 0, 1), b = a, residual_a(kGroups), residual_b(kGroups);
-    narrow_.expect(at(a), at(path), at(far_end), 0.99F, 1e-9F, kGroups, at(residual_a));
-    wide_.expect(at(b), at(path), at(far_end), 0.99F, 1e-9F, kGroups, at(residual_b));
-    EXPECT_TRUE(same(a, b));
-    EXPECT_TRUE(same(residual_a, residual_b));
+// One partition that learns and one that does not, against complex numbers.
+TEST_P(LaneKernelsTest, PathsLearnAndPredict) {
+    const std::vector<LaneBin> errors = bins(kBins);
+    const std::vector<float> re = numbers(kBins), im = numbers(kBins), step = numbers(kBins),
+                             last = numbers(kBins);
+    const std::vector<LaneBin> before = bins(2 * kBins);
+    std::vector<LaneBin> paths = before, sum(kBins);
+    const LanePartition partitions[] = {
+        {paths.data(), re.data(), im.data(), last.data(), step.data(), step.data(), last.data()},
+        {paths.data() + kBins, im.data(), re.data(), nullptr, nullptr, nullptr, nullptr}};
+    wide_.adaptAndPredict(partitions, 1, 2, errors.data(), 0.5F, kBins, sum.data());
+    for (size_t k = 0; k < kBins; ++k) {
+        for (int lane = 0; lane < kLanes; ++lane) {
+            const auto at = [&](const std::vector<LaneBin>& row, size_t i) {
+                return std::complex<float>(row[i].re[lane], row[i].im[lane]);
+            };
+            const float of_lane = lane == kLanes - 1 ? last[k] : step[k];
+            const std::complex<float> learnt(last[k], step[k]);
+            const auto first = at(before, k) + of_lane * std::conj(learnt) * at(errors, k);
+            const auto all = 0.5F * (first * std::complex<float>(re[k], im[k]) +
+                                     at(before, kBins + k) * std::complex<float>(im[k], re[k]));
+            EXPECT_NEAR(std::abs(at(paths, k) - first), 0, 1e-5F * std::abs(first) + 1e-2F);
+            EXPECT_EQ(at(paths, kBins + k), at(before, kBins + k));
+            EXPECT_NEAR(std::abs(at(sum, k) - all), 0, 1e-5F * std::abs(all) + 1e-1F);
+        }
+    }
+}
 
-    std::vector<Cell> step_a(kGroups), step_b(kGroups);
-    narrow_.learn(at(a), at(far_end), at(residual_a), 0.3F, kGroups, at(step_a));
-    wide_.learn(at(b), at(far_end), at(residual_a), 0.3F, kGroups, at(step_b));
+TEST_P(LaneKernelsTest, EchoAndErrorsHaveTheSameBits) {
+    const std::vector<Cell> signals = lanes(kSize), later = lanes(kSize);
+    std::vector<Cell> echo_a = lanes(kSize), echo_b = echo_a, errors_a(kSize), errors_b(kSize), sums(2);
+    narrow_.subtract(at(signals), at(later), kSize, at(echo_a), at(errors_a), &sums[0].lanes);
+    wide_.subtract(at(signals), at(later), kSize, at(echo_b), at(errors_b), &sums[1].lanes);
+    EXPECT_TRUE(same(echo_a, echo_b));
+    EXPECT_TRUE(same(errors_a, errors_b));
+    EXPECT_EQ(std::memcmp(&sums[0], &sums[1], sizeof(Cell)), 0);
+}
+
+TEST_P(LaneKernelsTest, UncertaintiesHaveTheSameBits) {
+    const std::vector<float> path_power = {0.5F, 0.25F};
+    const std::vector<GroupCell> re = groups(2, -1000, 1000), im = groups(2, -1000, 1000),
+                                 error_power = groups(2, 0, 1e9F);
+    const std::vector<GroupCell> uncertainty = groups(4, 0, 1);
+    const LaneKalman constants = {0.01F, 0.6F, 0.7F, 0.4F};
+    struct State {
+        std::vector<GroupCell> uncertainty, step, noise, residual;
+    };
+    const auto run = [&](const LaneKernels& kernels) {
+        State state = {uncertainty, groups(4, 0, 0), groups(2, 5, 5), groups(2, 0, 0)};
+        LaneUncertainty partitions[2];
+        for (int p = 0; p < 2; ++p) {
+            partitions[p] = {at(state.uncertainty) + 2 * p, path_power.data(), at(re), at(im), 1e-9F,
+                             at(state.step) + 2 * p};
+        }
+        kernels.kalman(partitions, 2, constants, at(error_power), 2, at(state.noise), at(state.residual));
+        return state;
+    };
+    const State a = run(narrow_), b = run(wide_);
+    EXPECT_TRUE(same(a.uncertainty, b.uncertainty));
+    EXPECT_TRUE(same(a.step, b.step));
+    EXPECT_TRUE(same(a.noise, b.noise));
+    EXPECT_TRUE(same(a.residual, b.residual));
+}
+
+TEST_P(LaneKernelsTest, InterpolationsHaveTheSameBits) {
+    const std::vector<float> samples = numbers(kSize);
+    const std::vector<Cell> taps = lanes(3 * 5, -1, 1);
+    const std::vector<int> place = {0, 1, 7, 200}, phase = {0, 3, 2, 1};
+    const std::vector<float> share = {0, 0.5F, 0.25F, 1};
+    std::vector<float> a(4), b(4);
+    narrow_.interpolate(samples.data(), at(taps), place.data(), phase.data(), share.data(), 4, a.data());
+    wide_.interpolate(samples.data(), at(taps), place.data(), phase.data(), share.data(), 4, b.data());
     EXPECT_TRUE(same(a, b));
-    EXPECT_TRUE(same(step_a, step_b));
 }
 
 TEST_P(LaneKernelsTest, TapsHaveTheSameBits) {

@@ -181,7 +181,8 @@ void EchoCanceller::learn() {
 void EchoCanceller::measureUnknown() {
     float left = 0;
     for (int k = 0; k < kEchoBins; ++k) left += 2 * kalman_.residual().value[k] / kEchoFrame;
-    if (left > kAudibleEnergy) unknown_share_ += kUnknownStep * (left / (left + echo_energy_) - unknown_share_);
+    if (left > kAudibleEnergy)
+        unknown_share_ += kUnknownStep * (left / (left + echo_energy_) - unknown_share_);
 }
 
 // The shadow follows a change of the paths at once, but is disturbed by local speech. Where it becomes better, the paths

@@ -35,6 +35,9 @@ class EchoCanceller {
     // Share of the echo that the filter does not know yet, by its own expectation: 0 to 1.
     float unknownShare() const { return unknown_share_; }
 
+    // The spectra of the first partition of the paths, kEchoBins, a lane a microphone.
+    const LaneBin* firstPaths() const { return filter_.firstPaths(); }
+
     // Expected power of the residual echo in the spectrum of the last kEchoWindow samples of the output.
     const EchoBins& residual() const { return kalman_.residual(); }
 

@@ -41,6 +41,8 @@ class EchoFilter {
     // Sum of squares of each partition's taps as of its last constraint, mean of the microphones.
     const float (&energy() const)[kPartitions] { return energy_; }
 
+    const LaneBin* firstPaths() const { return paths_[0]; }
+
     // Power of the difference between the first microphone's path and its shadow.
     void compareWithShadow(int partition, EchoBins* power) const;
     void restartShadow();

@@ -17,8 +17,8 @@ class EchoKalman {
 
     // A block. in: the mean power of the paths and the power of the errors. out: the steps of the adaptation. The uncertainties are reduced
     // accordingly.
-    void update(const EchoGroups (&path_power)[kPartitions], const FarEnd& far_end, const EchoBins& error_power,
-                EchoBins (&step)[kPartitions]);
+    void update(const EchoGroups (&path_power)[kPartitions], const FarEnd& far_end,
+                const EchoBins& error_power, EchoBins (&step)[kPartitions]);
 
     // Expected power of the residual echo in the errors' spectra.
     const EchoBins& residual() const { return residual_; }

@@ -90,7 +90,8 @@ void FarEnd::interpolate(double position, double step, int16_t* out) const {
         phase[i] = std::min(static_cast<int>(phases), kPhases - 1);
         share[i] = phases - static_cast<float>(phase[i]);
     }
-    laneKernels().interpolate(samples, reinterpret_cast<const Lanes*>(taps_), place, phase, share, kBlock, sums);
+    laneKernels().interpolate(samples, reinterpret_cast<const Lanes*>(taps_), place, phase, share, kBlock,
+                              sums);
     for (int i = 0; i < kBlock; ++i) out[i] = sampleOf(sums[i]);
 }
 

@@ -13,7 +13,8 @@ namespace reference_engine {
 class FarEnd {
   public:
     static constexpr int kLongestDelay = 9600;  // samples: 600 ms
-    static constexpr int kSpectra = (kPartitions - 1) * kPartitionBlocks + 2;  // and those of the block before
+    static constexpr int kSpectra =
+        (kPartitions - 1) * kPartitionBlocks + 2;  // and those of the block before
 
     void init();
 

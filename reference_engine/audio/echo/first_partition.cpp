@@ -54,8 +54,8 @@ FirstPartition::FractionBits FirstPartition::fractionBitsFor(int32_t peak) const
     const float room = kLargestSum / static_cast<float>(peak) - 0.5f * kPartition;
     FractionBits bits;
     for (int m = 0; m < kMicrophones; ++m) {
-        const float most = std::min(room / std::max(sum_[m], kTiny),
-                                    kLargestCoefficient / std::max(largest_[m], kTiny));
+        const float most =
+            std::min(room / std::max(sum_[m], kTiny), kLargestCoefficient / std::max(largest_[m], kTiny));
         bits[static_cast<size_t>(m)] = std::clamp(std::ilogb(most), 0, kMostFractionBits);
     }
     return bits;
