@@ -41,6 +41,7 @@ struct Lanes128 {
     static constexpr size_t kSums = kDotProduct ? 8 : 0;  // as many as hide a multiplication's latency
     static constexpr size_t kSets = 1;
     static constexpr bool kCanBePart = false;
+    static constexpr size_t kLongestWindowStep = 0;  // see pairs_windows.inl.h
 
     // The last thing that a kernel does: SSE code after it would be slow on some processors if it left the upper
     // halves of the registers in use. Compilers do it by themselves only when they optimise as for a release.
@@ -68,6 +69,9 @@ struct Lanes128 {
     static CONVOLVE_INLINE Vector add(Vector a, Vector b) {
         return _mm_add_epi32(a, b);
     }
+    static CONVOLVE_INLINE Vector subtract(Vector a, Vector b) {
+        return _mm_sub_epi32(a, b);
+    }
     static CONVOLVE_INLINE Vector shiftRight(Vector v, __m128i count) {
         return _mm_sra_epi32(v, count);
     }
@@ -80,6 +84,15 @@ struct Lanes128 {
     static CONVOLVE_INLINE void storeWide(int32_t* out, Vector even, Vector odd) {
         store(out, _mm_unpacklo_epi32(even, odd));
         store(out + 4, _mm_unpackhi_epi32(even, odd));
+    }
+    // Half as many outputs, or the first `count` of them.
+    static CONVOLVE_INLINE void storeHalf(int16_t* out, Vector sums) {
+        _mm_storel_epi64(reinterpret_cast<Vector*>(out), _mm_packs_epi32(sums, sums));
+    }
+    static CONVOLVE_INLINE void storeHalf(int16_t* out, Vector sums, size_t count) {
+        int16_t all[kOutputs / 2];
+        storeHalf(all, sums);
+        for (size_t i = 0; i < count; ++i) out[i] = all[i];
     }
     // Collects the pairs for as many outputs as whole vectors of samples are there for. Returns their number.
     static CONVOLVE_INLINE size_t collectPairs(const int16_t* from, size_t step, size_t count, int16_t* to) {

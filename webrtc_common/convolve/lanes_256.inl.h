@@ -14,6 +14,7 @@ struct Lanes256 {
     static constexpr size_t kSums = kDotProduct ? 8 : 0;
     static constexpr size_t kSets = 1;
     static constexpr bool kCanBePart = false;
+    static constexpr size_t kLongestWindowStep = 0;
 
     static CONVOLVE_INLINE void clearUpperHalves() { _mm256_zeroupper(); }
     static CONVOLVE_INLINE Vector zero() { return _mm256_setzero_si256(); }
@@ -33,6 +34,9 @@ struct Lanes256 {
     static CONVOLVE_INLINE Vector add(Vector a, Vector b) {
         return _mm256_add_epi32(a, b);
     }
+    static CONVOLVE_INLINE Vector subtract(Vector a, Vector b) {
+        return _mm256_sub_epi32(a, b);
+    }
     static CONVOLVE_INLINE Vector shiftRight(Vector v, __m128i count) {
         return _mm256_sra_epi32(v, count);
     }
@@ -48,6 +52,15 @@ struct Lanes256 {
         const Vector high = _mm256_unpackhi_epi32(even, odd);
         store(out, _mm256_permute2x128_si256(low, high, 0x20));
         store(out + 8, _mm256_permute2x128_si256(low, high, 0x31));
+    }
+    static CONVOLVE_INLINE void storeHalf(int16_t* out, Vector sums) {
+        const Vector narrowed = _mm256_permute4x64_epi64(_mm256_packs_epi32(sums, sums), 0x08);
+        Lanes128::store(out, _mm256_castsi256_si128(narrowed));
+    }
+    static CONVOLVE_INLINE void storeHalf(int16_t* out, Vector sums, size_t count) {
+        int16_t all[kOutputs / 2];
+        storeHalf(all, sums);
+        for (size_t i = 0; i < count; ++i) out[i] = all[i];
     }
     static CONVOLVE_INLINE size_t collectPairs(const int16_t* from, size_t step, size_t count, int16_t* to) {
         return Lanes128::collectPairs(from, step, count, to);
