@@ -69,6 +69,7 @@ struct Lanes128 {
     static CONVOLVE_INLINE Vector add(Vector a, Vector b) {
         return _mm_add_epi32(a, b);
     }
+    static CONVOLVE_INLINE Vector bits(Vector v, int mask) { return _mm_and_si128(v, all(mask)); }
     static CONVOLVE_INLINE Vector subtract(Vector a, Vector b) {
         return _mm_sub_epi32(a, b);
     }
@@ -94,25 +95,21 @@ struct Lanes128 {
         storeHalf(all, sums);
         for (size_t i = 0; i < count; ++i) out[i] = all[i];
     }
-    // Collects the pairs for as many outputs as whole vectors of samples are there for. Returns their number.
+    // Puts the pairs of two outputs first whose samples stand `step` apart, 1 to 6.
+    static CONVOLVE_INLINE Vector toPairs(size_t step) {
+        const Vector second = _mm_slli_epi64(_mm_set1_epi8(static_cast<char>(2 * step)), 32);
+        return _mm_add_epi8(_mm_set1_epi32(0x03020100), second);
+    }
+    // Collects the pairs for as many outputs as there are whole vectors of samples for. Returns their number.
     static CONVOLVE_INLINE size_t collectPairs(const int16_t* from, size_t step, size_t count, int16_t* to) {
+        if (step > 6) return 0;
+        const Vector to_pairs = toPairs(step);
+        const size_t behind = 3 + (step + 5) / step;
         size_t i = 0;
-        if (step == 1) {
-            for (; i + 8 < count; i += 8) {
-                store(to + 2 * i, _mm_unpacklo_epi16(load(from + i), load(from + i + 1)));
-                store(to + 2 * i + 8, _mm_unpackhi_epi16(load(from + i), load(from + i + 1)));
-            }
-        } else if (step == 2) {
-            for (; i + 4 <= count; i += 4) store(to + 2 * i, load(from + 2 * i));
-        } else if (step == 3) {  // three, and a fourth that the next ones replace
-            const Vector pairs = _mm_setr_epi8(0, 1, 2, 3, 6, 7, 8, 9, 12, 13, 14, 15, -1, -1, -1, -1);
-            for (; i + 3 < count; i += 3) store(to + 2 * i, _mm_shuffle_epi8(load(from + 3 * i), pairs));
-        } else if (step == 4) {
-            const Vector pairs = _mm_setr_epi8(0, 1, 2, 3, 8, 9, 10, 11, -1, -1, -1, -1, -1, -1, -1, -1);
-            for (; i + 4 < count; i += 4) {
-                store(to + 2 * i, _mm_unpacklo_epi64(_mm_shuffle_epi8(load(from + 4 * i), pairs),
-                                                     _mm_shuffle_epi8(load(from + 4 * i + 8), pairs)));
-            }
+        for (; i + behind <= count; i += 4) {
+            const int16_t* const samples = from + i * step;
+            store(to + 2 * i, _mm_unpacklo_epi64(_mm_shuffle_epi8(load(samples), to_pairs),
+                                                 _mm_shuffle_epi8(load(samples + 2 * step), to_pairs)));
         }
         return i;
     }

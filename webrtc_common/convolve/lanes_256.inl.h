@@ -34,6 +34,7 @@ struct Lanes256 {
     static CONVOLVE_INLINE Vector add(Vector a, Vector b) {
         return _mm256_add_epi32(a, b);
     }
+    static CONVOLVE_INLINE Vector bits(Vector v, int mask) { return _mm256_and_si256(v, all(mask)); }
     static CONVOLVE_INLINE Vector subtract(Vector a, Vector b) {
         return _mm256_sub_epi32(a, b);
     }
@@ -63,7 +64,20 @@ struct Lanes256 {
         for (size_t i = 0; i < count; ++i) out[i] = all[i];
     }
     static CONVOLVE_INLINE size_t collectPairs(const int16_t* from, size_t step, size_t count, int16_t* to) {
-        return Lanes128::collectPairs(from, step, count, to);
+        if (step > 6) return 0;
+        const Vector to_pairs = _mm256_broadcastsi128_si256(Lanes128::toPairs(step));
+        const size_t behind = 7 + (step + 5) / step;
+        size_t i = 0;
+        for (; i + behind <= count; i += 8) {
+            const int16_t* const samples = from + i * step;
+            const auto twice = [&](const int16_t* low) CONVOLVE_LAMBDA {
+                const auto* const high = reinterpret_cast<const __m128i*>(low + 4 * step);
+                const Vector both = _mm256_castsi128_si256(Lanes128::load(low));
+                return _mm256_shuffle_epi8(_mm256_inserti128_si256(both, _mm_loadu_si128(high), 1), to_pairs);
+            };
+            store(to + 2 * i, _mm256_unpacklo_epi64(twice(samples), twice(samples + 2 * step)));
+        }
+        return i + Lanes128::collectPairs(from + i * step, step, count - i, to + 2 * i);
     }
     template <class T>
     static CONVOLVE_INLINE void store(T* p, Vector v) {

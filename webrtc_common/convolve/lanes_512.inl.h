@@ -2,7 +2,7 @@
 // too. Nearly every load crosses a cache line and counts twice, so two sets share one, or it is shifted.
 #pragma once
 
-#include "webrtc_common/convolve/lanes_128.inl.h"
+#include "webrtc_common/convolve/lanes_256.inl.h"
 
 // gcc 12 warns of the undefined vectors inside its own header.
 #if defined(__GNUC__) && !defined(__clang__)
@@ -37,12 +37,13 @@ struct Lanes512 {
         sums = _mm512_dpwssd_epi32(sums, samples, taps);
     }
     static CONVOLVE_INLINE Vector add(Vector a, Vector b) { return _mm512_add_epi32(a, b); }
+    static CONVOLVE_INLINE Vector bits(Vector v, int mask) { return _mm512_and_si512(v, all(mask)); }
     static CONVOLVE_INLINE Vector subtract(Vector a, Vector b) { return _mm512_sub_epi32(a, b); }
     static CONVOLVE_INLINE Vector shiftRight(Vector v, __m128i count) { return _mm512_sra_epi32(v, count); }
     static CONVOLVE_INLINE Vector shiftLeft(Vector v, __m128i count) { return _mm512_sll_epi32(v, count); }
     static CONVOLVE_INLINE void store(int32_t* p, Vector v) { _mm512_storeu_si512(p, v); }
     static CONVOLVE_INLINE size_t collectPairs(const int16_t* from, size_t step, size_t count, int16_t* to) {
-        return Lanes128::collectPairs(from, step, count, to);
+        return Lanes256::collectPairs(from, step, count, to);
     }
 
     // 64 samples, in which 16 outputs that are `step` apart find their pairs: the first at the places 0 and 1, step and

@@ -25,14 +25,21 @@ inline constexpr int kMostPairOutputs = 160;
 using FilterPairs = void(const int16_t* signal, std::size_t step, const int16_t* coeffs, int taps, int count,
                          int16_t* out);
 
-// s(i) = 256 high[i] + low[i], with neither beyond 32 bits.
-// writes: up to 16 values in each array beyond `count`, at most kMostPairOutputs altogether.
-using SumPairs = void(const int16_t* signal, std::size_t step, const int16_t* coeffs, int taps, int count,
-                      int32_t* low, int32_t* high);
+// Sums of several parts of a filter: 2^24 upper + 2^8 lower + rest. Of `rest` only what is below 2^8 stays after an addition.
+struct PairTotals {
+    alignas(64) int32_t upper[kMostPairOutputs];
+    alignas(64) int32_t lower[kMostPairOutputs];
+    alignas(64) int32_t rest[kMostPairOutputs];
+};
+
+// Adds s(i) to the i-th total. needs: rest 0 to 2^14 before; at most 2^15 additions.
+// writes: nothing beyond `count` rounded up to a multiple of 16.
+using TotalPairs = void(const int16_t* signal, std::size_t step, const int16_t* coeffs, int taps, int count,
+                        PairTotals* totals);
 
 struct PairKernels {
     FilterPairs* filter;
-    SumPairs* sum;
+    TotalPairs* total;
 };
 
 // The floor's before any code runs, those of the widest build after selectConvolveKernels.

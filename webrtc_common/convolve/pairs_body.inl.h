@@ -9,49 +9,41 @@ namespace {
 
 template <class Lanes, bool kBoth, class Output>
 CONVOLVE_INLINE void sumPairs(const int16_t* signal, size_t step, const PairTaps& split, int taps,
-                              size_t count, const Output& output) {
+                              const Output& output) {
     if constexpr (Lanes::kLongestWindowStep > 0) {
         if (step <= Lanes::kLongestWindowStep) {
-            const size_t samples = (count - 1) * step + static_cast<size_t>(taps);
+            const size_t samples = (output.count - 1) * step + static_cast<size_t>(taps);
             return sumWindowsFrom<Lanes, kBoth, Lanes::kGroups>(
                 0, signal, static_cast<ptrdiff_t>(samples), static_cast<ptrdiff_t>(step), split,
-                (taps + 1) / 2, count, output);
+                (taps + 1) / 2, output);
         }
     }
-    filterByRows<kBoth>(signal, step, split, taps, count, output);
+    filterByRows<kBoth>(signal, step, split, taps, output);
 }
 
+template <class Output>
 CONVOLVE_INLINE void filterPairs(const int16_t* signal, size_t step, const int16_t* coeffs, int taps,
-                                 int count, int16_t* out) {
+                                 const Output& output) {
     PairTaps split;
     splitTaps(coeffs, taps, split);
-    const auto outputs = static_cast<size_t>(count);
-    const NarrowedPairs output{out, outputs};
     if (split.fit) {
-        sumPairs<Widest, false>(signal, step, split, taps, outputs, output);
+        sumPairs<Widest, false>(signal, step, split, taps, output);
     } else {
-        sumPairs<Widest, true>(signal, step, split, taps, outputs, output);
+        sumPairs<Widest, true>(signal, step, split, taps, output);
     }
+    Widest::clearUpperHalves();
 }
 
-CONVOLVE_INLINE void sumBothPairs(const int16_t* signal, size_t step, const int16_t* coeffs, int taps,
-                                  int count, int32_t* low, int32_t* high) {
-    PairTaps split;
-    splitTaps(coeffs, taps, split);
-    sumPairs<Widest, true>(signal, step, split, taps, static_cast<size_t>(count), SplitPairs{low, high, static_cast<size_t>(count)});
-}
 
 }  // namespace
 
 // The kernels of a source file for exact sums. They are declared before.
-#define PAIR_KERNELS(set)                                                                                  \
+#define PAIR_KERNELS(set)                                                                                    \
     void filter_pairs_##set(const int16_t* signal, size_t step, const int16_t* coeffs, int taps, int count, \
                             int16_t* out) {                                                                \
-        filterPairs(signal, step, coeffs, taps, count, out);                                               \
-        Widest::clearUpperHalves();                                                                        \
+        filterPairs(signal, step, coeffs, taps, NarrowedPairs{out, static_cast<size_t>(count)});            \
     }                                                                                                      \
-    void sum_pairs_##set(const int16_t* signal, size_t step, const int16_t* coeffs, int taps, int count,   \
-                         int32_t* low, int32_t* high) {                                                    \
-        sumBothPairs(signal, step, coeffs, taps, count, low, high);                                        \
-        Widest::clearUpperHalves();                                                                        \
+    void total_pairs_##set(const int16_t* signal, size_t step, const int16_t* coeffs, int taps, int count, \
+                           quill::media::se_wrapper::PairTotals* totals) {                                 \
+        filterPairs(signal, step, coeffs, taps, TotalPairs{*totals, static_cast<size_t>(count)});           \
     }

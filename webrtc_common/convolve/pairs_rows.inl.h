@@ -23,20 +23,21 @@ CONVOLVE_INLINE void sumRows(const int16_t* const* rows, const PairTaps& taps, p
 // The outputs from `first` on: kGroups vectors at a time while there are as many, then fewer.
 template <class Lanes, bool kBoth, size_t kGroups, class Output>
 CONVOLVE_INLINE void sumRowsFrom(size_t first, const int16_t* const* rows, const PairTaps& taps,
-                                 ptrdiff_t pairs, size_t count, const Output& output) {
+                                 ptrdiff_t pairs, const Output& output) {
     constexpr size_t kEach = Lanes::kOutputs / 2;
-    for (; first + kEach * (kGroups - 1) < count; first += kEach * kGroups)
+    for (; first + kEach * (kGroups - 1) < output.count; first += kEach * kGroups)
         sumRows<Lanes, kBoth, kGroups>(rows, taps, pairs, first, output);
     constexpr size_t kFewer = kGroups > Lanes::kGroups ? Lanes::kGroups : kGroups - 1;
     if constexpr (kGroups > 1)
-        sumRowsFrom<Lanes, kBoth, kFewer>(first, rows, taps, pairs, count, output);
+        sumRowsFrom<Lanes, kBoth, kFewer>(first, rows, taps, pairs, output);
 }
 
 // to[2 i] = from[i * step], to[2 i + 1] = from[i * step + 1] for i < count. The last value is 0 without being read
 // unless `whole`.
 CONVOLVE_INLINE void copyPairs(const int16_t* from, size_t step, size_t count, bool whole, int16_t* to) {
     const size_t pairs = whole ? count : count - 1;
-    size_t i = Widest::collectPairs(from, step, pairs, to);
+    size_t i = step == 2 ? pairs : Widest::collectPairs(from, step, pairs, to);
+    if (step == 2) __builtin_memcpy(to, from, 2 * pairs * sizeof *to);
     for (; i < pairs; ++i) __builtin_memcpy(to + 2 * i, from + i * step, 2 * sizeof *to);
     if (!whole) to[2 * pairs] = from[pairs * step], to[2 * pairs + 1] = 0;
 }
@@ -45,7 +46,8 @@ CONVOLVE_INLINE void copyPairs(const int16_t* from, size_t step, size_t count, b
 // ones: `period` pairs later they are those of output i + advance. With a step of 2 they are in place.
 template <bool kBoth, class Output>
 CONVOLVE_INLINE void filterByRows(const int16_t* signal, size_t step, const PairTaps& split, int taps,
-                                  size_t count, const Output& output) {
+                                  const Output& output) {
+    const size_t count = output.count;
     constexpr size_t kEach = Widest::kOutputs / 2;
     constexpr size_t kMostPairs = kMostPairTaps / 2;
     const size_t pairs = (static_cast<size_t>(taps) + 1) / 2;
@@ -68,7 +70,7 @@ CONVOLVE_INLINE void filterByRows(const int16_t* signal, size_t step, const Pair
         }
     }
     constexpr size_t kGroups = kBoth ? Widest::kGroups : 2 * Widest::kGroups;
-    sumRowsFrom<Widest, kBoth, kGroups>(0, rows, split, static_cast<ptrdiff_t>(pairs), count, output);
+    sumRowsFrom<Widest, kBoth, kGroups>(0, rows, split, static_cast<ptrdiff_t>(pairs), output);
 }
 
 }  // namespace

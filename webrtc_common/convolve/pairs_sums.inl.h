@@ -10,6 +10,7 @@
 namespace {
 
 using quill::media::se_wrapper::kMostPairTaps;
+using quill::media::se_wrapper::PairTotals;
 
 struct PairTaps {
     alignas(16) int16_t whole[kMostPairTaps + 8];  // zeros follow the last one
@@ -17,18 +18,28 @@ struct PairTaps {
     bool fit;  // 32 bits hold every sum of whole taps, rounding included
 };
 
+// Eight taps from the k-th on, zeros for those that do not exist. They are shifted down from where all eight exist.
+CONVOLVE_INLINE __m128i eightTaps(const int16_t* coeffs, int k, int taps) {
+    alignas(16) static constexpr uint8_t kShifts[32] = {
+        0,    1,    2,    3,    4,    5,    6,    7,    8,    9,    10,   11,   12,   13,   14,   15,
+        0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80};
+    const int missing = k + 8 - taps;
+    if (missing <= 0) return Lanes128::load(coeffs + k);
+    if (taps >= 8) {
+        const auto* const shift = reinterpret_cast<const __m128i*>(kShifts + 2 * missing);
+        return _mm_shuffle_epi8(Lanes128::load(coeffs + taps - 8), _mm_loadu_si128(shift));
+    }
+    int16_t few[8] = {};
+    for (int i = 0; i < taps; ++i) few[i] = coeffs[i];
+    return Lanes128::load(few);
+}
+
 // With taps whose absolute values add up to 65535, a sum and its rounding are at most 65535 * 32768 + 16384 < 2^31.
 CONVOLVE_INLINE void splitTaps(const int16_t* coeffs, int taps, PairTaps& split) {
     const __m128i to_upper = _mm_set1_epi16(128), one = _mm_set1_epi16(1);
     __m128i magnitude = _mm_setzero_si128();
     for (int k = 0; k < taps; k += 8) {
-        int16_t rest[8] = {};
-        const int16_t* from = coeffs + k;
-        if (k + 8 > taps) {
-            for (int i = 0; k + i < taps; ++i) rest[i] = from[i];
-            from = rest;
-        }
-        const __m128i eight = Lanes128::load(from);
+        const __m128i eight = eightTaps(coeffs, k, taps);
         const __m128i sign = _mm_or_si128(_mm_srai_epi16(eight, 15), one);
         magnitude = _mm_add_epi32(magnitude, _mm_madd_epi16(eight, sign));
         Lanes128::store(split.whole + k, eight);
@@ -87,16 +98,31 @@ struct NarrowedPairs {
     }
 };
 
-// Both sums.
-struct SplitPairs {
-    int32_t* low;
-    int32_t* high;
+// Sums of parts of a filter, added up.
+struct TotalPairs {
+    PairTotals& totals;
     size_t count;
 
     template <class Lanes, bool kBoth, class... Count>
     CONVOLVE_INLINE void put(size_t i, const PairSums<Lanes>& sums, Count...) const {
-        Lanes::store(low + i, lowerSums<Lanes>(sums));
-        Lanes::store(high + i, sums.upper);
+        const auto low = Lanes::add(kBoth ? lowerSums<Lanes>(sums) : sums.whole, load<Lanes>(totals.rest + i));
+        const auto carry = Lanes::shiftRight(low, _mm_cvtsi32_si128(8));
+        const auto high = kBoth ? Lanes::add(sums.upper, carry) : carry;
+        store<Lanes>(totals.rest + i, Lanes::bits(low, 0xff));
+        add<Lanes>(totals.lower + i, Lanes::bits(high, 0xffff));
+        add<Lanes>(totals.upper + i, Lanes::shiftRight(high, _mm_cvtsi32_si128(16)));
+    }
+    template <class Lanes>
+    static CONVOLVE_INLINE typename Lanes::Vector load(const int32_t* p) {
+        return Lanes::load(reinterpret_cast<const int16_t*>(p));
+    }
+    template <class Lanes>
+    static CONVOLVE_INLINE void store(int32_t* p, typename Lanes::Vector v) {
+        Lanes::store(p, v);
+    }
+    template <class Lanes>
+    static CONVOLVE_INLINE void add(int32_t* p, typename Lanes::Vector v) {
+        Lanes::store(p, Lanes::add(load<Lanes>(p), v));
     }
 };
 

@@ -25,57 +25,30 @@ Span nonZeroSpan(const int16_t* coeffs, int taps) {
     return {first, end};
 }
 
-constexpr int kMostTaps = kMostPairTaps;
 constexpr int kBlock = kMostPairOutputs;
 
-// Of each output of a block: the exact one is 256 high + low.
-struct Sums {
-    int32_t low[kBlock];
-    int32_t high[kBlock];
-};
-
-// What the sums of several parts of a filter add up to: 2^24 upper + 2^8 lower + rest, rounding included.
-class Totals {
-  public:
-    Totals() { std::fill_n(rest_, kBlock, 1 << 14); }
-
-    void add(const Sums& sums, int count) {
-        for (int i = 0; i < count; ++i) {
-            const int32_t low = sums.low[i] + rest_[i];
-            const int32_t high = sums.high[i] + (low >> 8);
-            rest_[i] = low & 0xff;
-            lower_[i] += high & 0xffff;
-            upper_[i] += high >> 16;
-        }
+// Rounded before.
+void narrow(const PairTotals& totals, int count, int16_t* out) {
+    for (int i = 0; i < count; ++i) {
+        const int32_t upper = std::clamp(totals.upper[i] + (totals.lower[i] >> 16), -65, 64);  // beyond, `out` saturates
+        const int32_t value = 512 * upper + ((totals.lower[i] & 0xffff) >> 7);
+        out[i] = static_cast<int16_t>(std::clamp(value, -32768, 32767));
     }
-
-    void narrow(int count, int16_t* out) const {
-        for (int i = 0; i < count; ++i) {
-            const int32_t upper =
-                std::clamp(upper_[i] + (lower_[i] >> 16), -65, 64);  // beyond, `out` saturates
-            const int32_t value = 512 * upper + ((lower_[i] & 0xffff) >> 7);
-            out[i] = static_cast<int16_t>(std::clamp(value, -32768, 32767));
-        }
-    }
-
-  private:
-    int32_t upper_[kBlock] = {}, lower_[kBlock] = {}, rest_[kBlock];
-};
+}
 
 void filterBlock(const int16_t* signal, const int16_t* coeffs, int taps, int16_t* out, int count,
                  std::size_t step) {
-    if (taps <= kMostTaps) {
+    if (taps <= kMostPairTaps) {
         g_pair_kernels->filter(signal, step, coeffs, taps, count, out);
         return;
     }
-    Totals totals;
-    for (int first = 0; first < taps; first += kMostTaps) {
-        Sums sums;
-        g_pair_kernels->sum(signal + first, step, coeffs + first, std::min(kMostTaps, taps - first), count,
-                            sums.low, sums.high);
-        totals.add(sums, count);
+    PairTotals totals = {};
+    std::fill_n(totals.rest, kBlock, 1 << 14);
+    for (int first = 0; first < taps; first += kMostPairTaps) {
+        const int part = std::min(kMostPairTaps, taps - first);
+        g_pair_kernels->total(signal + first, step, coeffs + first, part, count, &totals);
     }
-    totals.narrow(count, out);
+    narrow(totals, count, out);
 }
 
 void filterDirectly(const int16_t* signal, const int16_t* coeffs, Span span, int16_t* out, int num_out,
