@@ -9,9 +9,9 @@
 extern "C" {
 quill::media::se_wrapper::FilterPairs filter_pairs_ssse3;
 quill::media::se_wrapper::TotalPairs total_pairs_ssse3;
-#define CONVOLVE_AVX_VARIANT(name, set, feature)          \
-    ConvolveI16I16 convolve_body_i16_i16_##set;           \
-    ConvolveI16I32 convolve_body_i16_i32_##set;           \
+#define CONVOLVE_AVX_VARIANT(name, set, feature)              \
+    ConvolveI16I16 convolve_body_i16_i16_##set;               \
+    ConvolveI16I32 convolve_body_i16_i32_##set;               \
     quill::media::se_wrapper::FilterPairs filter_pairs_##set; \
     quill::media::se_wrapper::TotalPairs total_pairs_##set;
 #include "webrtc_common/convolve/convolve_variant_rows.h"

@@ -69,7 +69,9 @@ struct Lanes128 {
     static CONVOLVE_INLINE Vector add(Vector a, Vector b) {
         return _mm_add_epi32(a, b);
     }
-    static CONVOLVE_INLINE Vector bits(Vector v, int mask) { return _mm_and_si128(v, all(mask)); }
+    static CONVOLVE_INLINE Vector bits(Vector v, int mask) {
+        return _mm_and_si128(v, all(mask));
+    }
     static CONVOLVE_INLINE Vector subtract(Vector a, Vector b) {
         return _mm_sub_epi32(a, b);
     }
@@ -86,7 +88,7 @@ struct Lanes128 {
         store(out, _mm_unpacklo_epi32(even, odd));
         store(out + 4, _mm_unpackhi_epi32(even, odd));
     }
-    // Half as many outputs, or the first `count` of them.
+    // A sum for each output: narrows those of half a group, or the first `count` of them.
     static CONVOLVE_INLINE void storeHalf(int16_t* out, Vector sums) {
         _mm_storel_epi64(reinterpret_cast<Vector*>(out), _mm_packs_epi32(sums, sums));
     }
@@ -95,16 +97,21 @@ struct Lanes128 {
         storeHalf(all, sums);
         for (size_t i = 0; i < count; ++i) out[i] = all[i];
     }
-    // Puts the pairs of two outputs first whose samples stand `step` apart, 1 to 6.
+    // The shuffle of eight samples that puts the pairs of two outputs first, step 1 to 6.
     static CONVOLVE_INLINE Vector toPairs(size_t step) {
         const Vector second = _mm_slli_epi64(_mm_set1_epi8(static_cast<char>(2 * step)), 32);
         return _mm_add_epi8(_mm_set1_epi32(0x03020100), second);
+    }
+    // How many outputs there must be behind those of a vector of pairs, so that the eight samples that are loaded for
+    // the last two of these exist.
+    static CONVOLVE_INLINE size_t outputsBehind(size_t step) {
+        return step < 3 ? 5 : 1;
     }
     // Collects the pairs for as many outputs as there are whole vectors of samples for. Returns their number.
     static CONVOLVE_INLINE size_t collectPairs(const int16_t* from, size_t step, size_t count, int16_t* to) {
         if (step > 6) return 0;
         const Vector to_pairs = toPairs(step);
-        const size_t behind = 3 + (step + 5) / step;
+        const size_t behind = 4 + outputsBehind(step);
         size_t i = 0;
         for (; i + behind <= count; i += 4) {
             const int16_t* const samples = from + i * step;

@@ -34,7 +34,9 @@ struct Lanes256 {
     static CONVOLVE_INLINE Vector add(Vector a, Vector b) {
         return _mm256_add_epi32(a, b);
     }
-    static CONVOLVE_INLINE Vector bits(Vector v, int mask) { return _mm256_and_si256(v, all(mask)); }
+    static CONVOLVE_INLINE Vector bits(Vector v, int mask) {
+        return _mm256_and_si256(v, all(mask));
+    }
     static CONVOLVE_INLINE Vector subtract(Vector a, Vector b) {
         return _mm256_sub_epi32(a, b);
     }
@@ -66,7 +68,7 @@ struct Lanes256 {
     static CONVOLVE_INLINE size_t collectPairs(const int16_t* from, size_t step, size_t count, int16_t* to) {
         if (step > 6) return 0;
         const Vector to_pairs = _mm256_broadcastsi128_si256(Lanes128::toPairs(step));
-        const size_t behind = 7 + (step + 5) / step;
+        const size_t behind = 8 + Lanes128::outputsBehind(step);
         size_t i = 0;
         for (; i + behind <= count; i += 8) {
             const int16_t* const samples = from + i * step;

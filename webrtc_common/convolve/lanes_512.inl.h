@@ -53,9 +53,7 @@ struct Lanes512 {
     };
     static constexpr int kWindow = 64;
     static constexpr size_t kLongestWindowStep = 4;
-    static CONVOLVE_INLINE ptrdiff_t pairsInWindow(ptrdiff_t step) {
-        return (kWindow - 15 * step) / 2;
-    }
+    static CONVOLVE_INLINE ptrdiff_t pairsInWindow(ptrdiff_t step) { return (kWindow - 15 * step) / 2; }
     static CONVOLVE_INLINE Window window(const int16_t* p) { return {load(p), load(p + 32)}; }
     // The first `count` samples; nothing else is read.
     static CONVOLVE_INLINE Window window(const int16_t* p, ptrdiff_t count) {
@@ -65,8 +63,9 @@ struct Lanes512 {
         return count >= 32 ? ~Part{0} : count > 0 ? ~Part{0} >> (32 - count) : 0;
     }
     static CONVOLVE_INLINE Vector firstPlaces(ptrdiff_t step) {
-        const Vector outputs = _mm512_setr_epi32(0x00000, 0x10001, 0x20002, 0x30003, 0x40004, 0x50005, 0x60006, 0x70007,
-                                                 0x80008, 0x90009, 0xa000a, 0xb000b, 0xc000c, 0xd000d, 0xe000e, 0xf000f);
+        const Vector outputs =
+            _mm512_setr_epi32(0x00000, 0x10001, 0x20002, 0x30003, 0x40004, 0x50005, 0x60006, 0x70007, 0x80008,
+                              0x90009, 0xa000a, 0xb000b, 0xc000c, 0xd000d, 0xe000e, 0xf000f);
         const Vector first = _mm512_mullo_epi16(outputs, _mm512_set1_epi16(static_cast<int16_t>(step)));
         return _mm512_add_epi16(first, all(1 << 16));
     }

@@ -14,7 +14,7 @@ namespace quill::media::se_wrapper {
 // With s(i) = sum over k < taps of coeffs[k] * signal[i * step + k], for i < count, both kernels
 // needs: step > 0, taps 1 .. kMostPairTaps, count 1 .. kMostPairOutputs. They are not checked.
 // reads: coeffs[0 .. taps - 1], signal[0 .. (count - 1) * step + taps - 1], no more.
-// fails: nothing. They use up to 70 KiB of stack, 24 KiB with a step below 16.
+// fails: nothing. They use up to 170 KiB of stack, 24 KiB with a step below 16.
 // [any] rt-safe
 inline constexpr int kMostPairTaps = 504;
 inline constexpr int kMostPairOutputs = 160;

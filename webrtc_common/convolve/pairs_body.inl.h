@@ -13,9 +13,9 @@ CONVOLVE_INLINE void sumPairs(const int16_t* signal, size_t step, const PairTaps
     if constexpr (Lanes::kLongestWindowStep > 0) {
         if (step <= Lanes::kLongestWindowStep) {
             const size_t samples = (output.count - 1) * step + static_cast<size_t>(taps);
-            return sumWindowsFrom<Lanes, kBoth, Lanes::kGroups>(
-                0, signal, static_cast<ptrdiff_t>(samples), static_cast<ptrdiff_t>(step), split,
-                (taps + 1) / 2, output);
+            return sumWindowsFrom<Lanes, kBoth, Lanes::kGroups>(0, signal, static_cast<ptrdiff_t>(samples),
+                                                                static_cast<ptrdiff_t>(step), split,
+                                                                (taps + 1) / 2, output);
         }
     }
     filterByRows<kBoth>(signal, step, split, taps, output);
@@ -34,16 +34,15 @@ CONVOLVE_INLINE void filterPairs(const int16_t* signal, size_t step, const int16
     Widest::clearUpperHalves();
 }
 
-
 }  // namespace
 
 // The kernels of a source file for exact sums. They are declared before.
-#define PAIR_KERNELS(set)                                                                                    \
+#define PAIR_KERNELS(set)                                                                                   \
     void filter_pairs_##set(const int16_t* signal, size_t step, const int16_t* coeffs, int taps, int count, \
-                            int16_t* out) {                                                                \
-        filterPairs(signal, step, coeffs, taps, NarrowedPairs{out, static_cast<size_t>(count)});            \
-    }                                                                                                      \
-    void total_pairs_##set(const int16_t* signal, size_t step, const int16_t* coeffs, int taps, int count, \
-                           quill::media::se_wrapper::PairTotals* totals) {                                 \
-        filterPairs(signal, step, coeffs, taps, TotalPairs{*totals, static_cast<size_t>(count)});           \
+                            int16_t* out) {                                                                 \
+        filterPairs(signal, step, coeffs, taps, NarrowedSums{out, static_cast<size_t>(count)});             \
+    }                                                                                                       \
+    void total_pairs_##set(const int16_t* signal, size_t step, const int16_t* coeffs, int taps, int count,  \
+                           quill::media::se_wrapper::PairTotals* totals) {                                  \
+        filterPairs(signal, step, coeffs, taps, TotalledSums{*totals, static_cast<size_t>(count)});         \
     }

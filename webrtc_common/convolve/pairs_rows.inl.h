@@ -28,8 +28,7 @@ CONVOLVE_INLINE void sumRowsFrom(size_t first, const int16_t* const* rows, const
     for (; first + kEach * (kGroups - 1) < output.count; first += kEach * kGroups)
         sumRows<Lanes, kBoth, kGroups>(rows, taps, pairs, first, output);
     constexpr size_t kFewer = kGroups > Lanes::kGroups ? Lanes::kGroups : kGroups - 1;
-    if constexpr (kGroups > 1)
-        sumRowsFrom<Lanes, kBoth, kFewer>(first, rows, taps, pairs, output);
+    if constexpr (kGroups > 1) sumRowsFrom<Lanes, kBoth, kFewer>(first, rows, taps, pairs, output);
 }
 
 // to[2 i] = from[i * step], to[2 i + 1] = from[i * step + 1] for i < count. The last value is 0 without being read

@@ -15,7 +15,7 @@ using quill::media::se_wrapper::PairTotals;
 struct PairTaps {
     alignas(16) int16_t whole[kMostPairTaps + 8];  // zeros follow the last one
     alignas(16) int16_t upper[kMostPairTaps + 8];  // (tap + 128) >> 8, -128 to 128
-    bool fit;  // 32 bits hold every sum of whole taps, rounding included
+    bool fit;                                      // 32 bits hold every sum of whole taps, rounding included
 };
 
 // Eight taps from the k-th on, zeros for those that do not exist. They are shifted down from where all eight exist.
@@ -80,15 +80,14 @@ CONVOLVE_INLINE typename Lanes::Vector lowerSums(const PairSums<Lanes>& sums) {
 }
 
 // Rounded Q15 values, narrowed with saturation.
-struct NarrowedPairs {
+struct NarrowedSums {
     int16_t* out;
     size_t count;
 
     template <class Lanes, bool kBoth>
     static CONVOLVE_INLINE typename Lanes::Vector rounded(const PairSums<Lanes>& sums) {
         const typename Lanes::Vector half = Lanes::all(1 << 14);
-        if constexpr (!kBoth)
-            return Lanes::shiftRight(Lanes::add(sums.whole, half), _mm_cvtsi32_si128(15));
+        if constexpr (!kBoth) return Lanes::shiftRight(Lanes::add(sums.whole, half), _mm_cvtsi32_si128(15));
         const auto carry = Lanes::shiftRight(Lanes::add(lowerSums<Lanes>(sums), half), _mm_cvtsi32_si128(8));
         return Lanes::shiftRight(Lanes::add(sums.upper, carry), _mm_cvtsi32_si128(7));
     }
@@ -99,13 +98,14 @@ struct NarrowedPairs {
 };
 
 // Sums of parts of a filter, added up.
-struct TotalPairs {
+struct TotalledSums {
     PairTotals& totals;
     size_t count;
 
     template <class Lanes, bool kBoth, class... Count>
     CONVOLVE_INLINE void put(size_t i, const PairSums<Lanes>& sums, Count...) const {
-        const auto low = Lanes::add(kBoth ? lowerSums<Lanes>(sums) : sums.whole, load<Lanes>(totals.rest + i));
+        const auto low =
+            Lanes::add(kBoth ? lowerSums<Lanes>(sums) : sums.whole, load<Lanes>(totals.rest + i));
         const auto carry = Lanes::shiftRight(low, _mm_cvtsi32_si128(8));
         const auto high = kBoth ? Lanes::add(sums.upper, carry) : carry;
         store<Lanes>(totals.rest + i, Lanes::bits(low, 0xff));

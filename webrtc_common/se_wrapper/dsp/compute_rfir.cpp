@@ -30,7 +30,8 @@ constexpr int kBlock = kMostPairOutputs;
 // Rounded before.
 void narrow(const PairTotals& totals, int count, int16_t* out) {
     for (int i = 0; i < count; ++i) {
-        const int32_t upper = std::clamp(totals.upper[i] + (totals.lower[i] >> 16), -65, 64);  // beyond, `out` saturates
+        const int32_t upper =
+            std::clamp(totals.upper[i] + (totals.lower[i] >> 16), -65, 64);  // beyond, `out` saturates
         const int32_t value = 512 * upper + ((totals.lower[i] & 0xffff) >> 7);
         out[i] = static_cast<int16_t>(std::clamp(value, -32768, 32767));
     }
