@@ -18,6 +18,13 @@
 #endif
 #define CONVOLVE_NEW_ADDRESS(pointer) __asm__("" : "+r"(pointer))
 
+// Adds 32-bit values to sums, in the register of the sums.
+#ifdef __AVX__
+#define CONVOLVE_ADD_IN_PLACE(sums, more) __asm__("vpaddd %1, %0, %0" : "+x"(sums) : "x"(more))
+#else
+#define CONVOLVE_ADD_IN_PLACE(sums, more) __asm__("paddd %1, %0" : "+x"(sums) : "x"(more))
+#endif
+
 namespace {
 
 // Two taps as one 32-bit value, from any address that is aligned for int16_t.
@@ -64,6 +71,15 @@ struct Lanes128 {
         sums = _mm_add_epi32(sums, _mm_madd_epi16(samples, taps));
         // Keeps the order of the additions: rearranged into a tree they need more than the available registers.
         __asm__("" : "+x"(sums));
+#endif
+    }
+    // The same for loops of one multiplication for each sum: there compilers copy all sums in each round.
+    static CONVOLVE_INLINE void multiplyAddInPlace(Vector& sums, Vector samples, Vector taps) {
+#if defined(__AVXVNNI__)
+        multiplyAdd(sums, samples, taps);
+        CONVOLVE_IN_REGISTER(sums);
+#else
+        CONVOLVE_ADD_IN_PLACE(sums, _mm_madd_epi16(samples, taps));
 #endif
     }
     static CONVOLVE_INLINE Vector add(Vector a, Vector b) {

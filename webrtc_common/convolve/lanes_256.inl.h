@@ -31,6 +31,14 @@ struct Lanes256 {
         __asm__("" : "+x"(sums));  // as in 128 bits
 #endif
     }
+    static CONVOLVE_INLINE void multiplyAddInPlace(Vector& sums, Vector samples, Vector taps) {
+#if defined(__AVXVNNI__)
+        multiplyAdd(sums, samples, taps);
+        CONVOLVE_IN_REGISTER(sums);
+#else
+        CONVOLVE_ADD_IN_PLACE(sums, _mm256_madd_epi16(samples, taps));
+#endif
+    }
     static CONVOLVE_INLINE Vector add(Vector a, Vector b) {
         return _mm256_add_epi32(a, b);
     }

@@ -36,6 +36,10 @@ struct Lanes512 {
     static CONVOLVE_INLINE void multiplyAdd(Vector& sums, Vector samples, Vector taps) {
         sums = _mm512_dpwssd_epi32(sums, samples, taps);
     }
+    static CONVOLVE_INLINE void multiplyAddInPlace(Vector& sums, Vector samples, Vector taps) {
+        multiplyAdd(sums, samples, taps);
+        CONVOLVE_IN_REGISTER(sums);
+    }
     static CONVOLVE_INLINE Vector add(Vector a, Vector b) { return _mm512_add_epi32(a, b); }
     static CONVOLVE_INLINE Vector bits(Vector v, int mask) { return _mm512_and_si512(v, all(mask)); }
     static CONVOLVE_INLINE Vector subtract(Vector a, Vector b) { return _mm512_sub_epi32(a, b); }

@@ -66,12 +66,8 @@ template <class Lanes, bool kBoth>
 CONVOLVE_INLINE void addPair(PairSums<Lanes>& sums, typename Lanes::Vector samples,
                              const PairSums<Lanes>& taps) {
     CONVOLVE_IN_REGISTER(samples);
-    Lanes::multiplyAdd(sums.whole, samples, taps.whole);
-    CONVOLVE_IN_REGISTER(sums.whole);
-    if constexpr (kBoth) {
-        Lanes::multiplyAdd(sums.upper, samples, taps.upper);
-        CONVOLVE_IN_REGISTER(sums.upper);
-    }
+    Lanes::multiplyAddInPlace(sums.whole, samples, taps.whole);
+    if constexpr (kBoth) Lanes::multiplyAddInPlace(sums.upper, samples, taps.upper);
 }
 
 template <class Lanes>
