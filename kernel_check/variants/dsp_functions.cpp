@@ -1,5 +1,7 @@
 // The routines that the engine calls through its hooks, and the de-interleaving: problems and variants.
 #include <algorithm>
+#include <cstdlib>
+#include <numeric>
 
 #include "kernel_check/references/dsp.h"
 #include "kernel_check/variants/functions.h"
@@ -66,7 +68,24 @@ void poseInterpolate(Problem& problem, Interpolate* kernel) {
     problem.result(position - signal);
 }
 
-// Multiples of eight outputs, with taps that are a multiple of eight or padded to one, and all others.
+// Scales values so that their absolute values add up to at most `limit`, and to `limit` itself where they can.
+void limitAbsoluteSum(int16_t* values, size_t count, int limit) {
+    const auto larger = [](int64_t sum, int16_t value) { return sum + std::abs(int{value}); };
+    const int64_t sum = std::accumulate(values, values + count, int64_t{0}, larger);
+    if (sum > limit) {
+        for (size_t i = 0; i < count; ++i) values[i] = static_cast<int16_t>(values[i] * int64_t{limit} / sum);
+    }
+    int left = limit - static_cast<int>(std::accumulate(values, values + count, int64_t{0}, larger));
+    for (size_t i = 0; i < count; ++i) {
+        const int sign = values[i] < 0 ? -1 : 1;
+        const int more = std::min(left, 32767 - std::abs(int{values[i]}));
+        values[i] = static_cast<int16_t>(values[i] + sign * more);
+        left -= more;
+    }
+}
+
+// Multiples of eight outputs, with taps that are a multiple of eight or padded to one, and all others. The sums of
+// coefficients whose absolute values add up to 65535 fit into 32 bits.
 void poseRFir(Problem& problem, RFir* kernel) {
     const int order =
         problem.draw("order", {0, 1, 6, 7, 8, 9, 15, 16, 17, 23, 54, 55, 63, 159, 255, 502, 503, 504, 1100});
@@ -84,6 +103,8 @@ void poseRFir(Problem& problem, RFir* kernel) {
               int16_t{0});
     std::fill(coeffs + std::max(0, order + 1 - problem.draw("zeros behind", {0, 0, 5, 8})),
               coeffs + order + 1, int16_t{0});
+    const int limit = problem.draw("sum of coefficients", {0, 0, 65534, 65535, 65536, 65537});
+    if (limit > 0) limitAbsoluteSum(coeffs, static_cast<size_t>(order) + 1, limit);
     int16_t* const out = problem.output<int16_t>("out", static_cast<size_t>(num_out));
     problem.work(num_out, static_cast<double>(num_out) * (order + 1));
     problem.call([=] {
@@ -124,12 +145,26 @@ std::vector<Variant<Routine>> onEachBuild(Routine* reference, Routine* routine) 
     return rows;
 }
 
-Numbers rfirShape(int num_out, int step) {
-    return {{"num_out", num_out}, {"step", step}, {"zeros in front", 0}, {"zeros behind", 0}};
+// `sum`: of the absolute coefficients; 0: as they are drawn.
+Numbers rfirShape(int num_out, int step, int sum) {
+    return {{"num_out", num_out},
+            {"step", step},
+            {"zeros in front", 0},
+            {"zeros behind", 0},
+            {"sum of coefficients", sum}};
 }
 
-Numbers rfirCase(int order, int num_out, int step) {
-    Numbers numbers = rfirShape(num_out, step);
+std::vector<Numbers> rfirShapes() {
+    std::vector<Numbers> shapes = {rfirShape(160, 1, 0)};
+    for (const int sum : {0, 65535}) {
+        shapes.push_back(rfirShape(159, 1, sum));
+        for (const int step : {2, 3, 4}) shapes.push_back(rfirShape(80, step, sum));
+    }
+    return shapes;
+}
+
+Numbers rfirCase(int order, int num_out, int step, int sum = 0) {
+    Numbers numbers = rfirShape(num_out, step, sum);
     numbers.insert(numbers.begin(), {"order", order});
     return numbers;
 }
@@ -148,13 +183,11 @@ std::vector<KernelFunction> dspFunctions() {
                        overEachKernel(referenceInterpolate, se::interp1ToNCore, engineInterpolate),
                        {{{"num_in", 80}, {"factor", 3}, {"num_taps", 24}},
                         {{"num_in", 160}, {"factor", 6}, {"num_taps", 16}}}),
-        kernelFunction(
-            "computeRFir", poseRFir, overEachKernel(referenceRFir, se::computeRFir, engineRFir),
-            {rfirCase(63, 160, 1), rfirCase(54, 160, 1), rfirCase(54, 159, 1), rfirCase(54, 80, 2),
-             rfirCase(54, 80, 3), rfirCase(54, 80, 4)},
-            {"order",
-             0,
-             {rfirShape(160, 1), rfirShape(159, 1), rfirShape(80, 2), rfirShape(80, 3), rfirShape(80, 4)}}),
+        kernelFunction("computeRFir", poseRFir, overEachKernel(referenceRFir, se::computeRFir, engineRFir),
+                       {rfirCase(63, 160, 1), rfirCase(54, 160, 1), rfirCase(54, 159, 1), rfirCase(54, 80, 2),
+                        rfirCase(54, 80, 3), rfirCase(54, 80, 4), rfirCase(54, 80, 2, 65535),
+                        rfirCase(54, 80, 3, 65535)},
+                       {"order", 0, rfirShapes()}),
     };
 }
 

@@ -12,7 +12,7 @@ import sys
 
 # The part of their names before the instruction set. The AVX entry points of the convolution only jump.
 FAMILIES = ["convolve_body_i16_i16", "convolve_body_i16_i32", "fftpack", "multiplyComplex", "deinterleave",
-            "copy_pairs", "sum_pairs"]
+            "filter_pairs", "total_pairs"]
 BUILD = re.compile(rf"({'|'.join(FAMILIES)}).*?[_:](avx[0-9a-z]*)\b")
 
 FUNCTION = re.compile(r"^[0-9a-f]+ <(.+)>:$")

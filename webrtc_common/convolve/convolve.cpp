@@ -13,13 +13,13 @@ constexpr ConvolveVariant kRows[] = {
      "ssse3",
      convolve_i16_i16_SSSE3,
      convolve_i16_i32_SSSE3,
-     {copy_pairs_ssse3, sum_pairs_ssse3}},
+     {filter_pairs_ssse3, total_pairs_ssse3}},
 #define CONVOLVE_AVX_VARIANT(name, set, feature) \
     {{name, &CPUInfo::feature},                  \
      "avx",                                      \
      convolve_body_i16_i16_##set,                \
      convolve_body_i16_i32_##set,                \
-     {copy_pairs_##set, sum_pairs_##set}},
+     {filter_pairs_##set, total_pairs_##set}},
 #include "webrtc_common/convolve/convolve_variant_rows.h"
 };
 constexpr const ConvolveVariant* kSsse3 = &kRows[0];

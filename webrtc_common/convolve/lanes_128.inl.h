@@ -18,6 +18,13 @@
 #endif
 #define CONVOLVE_NEW_ADDRESS(pointer) __asm__("" : "+r"(pointer))
 
+// Adds 32-bit values to sums, in the register of the sums.
+#ifdef __AVX__
+#define CONVOLVE_ADD_IN_PLACE(sums, more) __asm__("vpaddd %1, %0, %0" : "+x"(sums) : "x"(more))
+#else
+#define CONVOLVE_ADD_IN_PLACE(sums, more) __asm__("paddd %1, %0" : "+x"(sums) : "x"(more))
+#endif
+
 namespace {
 
 // Two taps as one 32-bit value, from any address that is aligned for int16_t.
@@ -41,6 +48,7 @@ struct Lanes128 {
     static constexpr size_t kSums = kDotProduct ? 8 : 0;  // as many as hide a multiplication's latency
     static constexpr size_t kSets = 1;
     static constexpr bool kCanBePart = false;
+    static constexpr size_t kLongestWindowStep = 0;  // see pairs_windows.inl.h
 
     // The last thing that a kernel does: SSE code after it would be slow on some processors if it left the upper
     // halves of the registers in use. Compilers do it by themselves only when they optimise as for a release.
@@ -65,8 +73,23 @@ struct Lanes128 {
         __asm__("" : "+x"(sums));
 #endif
     }
+    // The same for loops of one multiplication for each sum: there compilers copy all sums in each round.
+    static CONVOLVE_INLINE void multiplyAddInPlace(Vector& sums, Vector samples, Vector taps) {
+#if defined(__AVXVNNI__)
+        multiplyAdd(sums, samples, taps);
+        CONVOLVE_IN_REGISTER(sums);
+#else
+        CONVOLVE_ADD_IN_PLACE(sums, _mm_madd_epi16(samples, taps));
+#endif
+    }
     static CONVOLVE_INLINE Vector add(Vector a, Vector b) {
         return _mm_add_epi32(a, b);
+    }
+    static CONVOLVE_INLINE Vector bits(Vector v, int mask) {
+        return _mm_and_si128(v, all(mask));
+    }
+    static CONVOLVE_INLINE Vector subtract(Vector a, Vector b) {
+        return _mm_sub_epi32(a, b);
     }
     static CONVOLVE_INLINE Vector shiftRight(Vector v, __m128i count) {
         return _mm_sra_epi32(v, count);
@@ -81,25 +104,35 @@ struct Lanes128 {
         store(out, _mm_unpacklo_epi32(even, odd));
         store(out + 4, _mm_unpackhi_epi32(even, odd));
     }
-    // Collects the pairs for as many outputs as whole vectors of samples are there for. Returns their number.
+    // A sum for each output: narrows those of half a group, or the first `count` of them.
+    static CONVOLVE_INLINE void storeHalf(int16_t* out, Vector sums) {
+        _mm_storel_epi64(reinterpret_cast<Vector*>(out), _mm_packs_epi32(sums, sums));
+    }
+    static CONVOLVE_INLINE void storeHalf(int16_t* out, Vector sums, size_t count) {
+        int16_t all[kOutputs / 2];
+        storeHalf(all, sums);
+        for (size_t i = 0; i < count; ++i) out[i] = all[i];
+    }
+    // The shuffle of eight samples that puts the pairs of two outputs first, step 1 to 6.
+    static CONVOLVE_INLINE Vector toPairs(size_t step) {
+        const Vector second = _mm_slli_epi64(_mm_set1_epi8(static_cast<char>(2 * step)), 32);
+        return _mm_add_epi8(_mm_set1_epi32(0x03020100), second);
+    }
+    // How many outputs there must be behind those of a vector of pairs, so that the eight samples that are loaded for
+    // the last two of these exist.
+    static CONVOLVE_INLINE size_t outputsBehind(size_t step) {
+        return step < 3 ? 5 : 1;
+    }
+    // Collects the pairs for as many outputs as there are whole vectors of samples for. Returns their number.
     static CONVOLVE_INLINE size_t collectPairs(const int16_t* from, size_t step, size_t count, int16_t* to) {
+        if (step > 6) return 0;
+        const Vector to_pairs = toPairs(step);
+        const size_t behind = 4 + outputsBehind(step);
         size_t i = 0;
-        if (step == 1) {
-            for (; i + 8 < count; i += 8) {
-                store(to + 2 * i, _mm_unpacklo_epi16(load(from + i), load(from + i + 1)));
-                store(to + 2 * i + 8, _mm_unpackhi_epi16(load(from + i), load(from + i + 1)));
-            }
-        } else if (step == 2) {
-            for (; i + 4 <= count; i += 4) store(to + 2 * i, load(from + 2 * i));
-        } else if (step == 3) {  // three, and a fourth that the next ones replace
-            const Vector pairs = _mm_setr_epi8(0, 1, 2, 3, 6, 7, 8, 9, 12, 13, 14, 15, -1, -1, -1, -1);
-            for (; i + 3 < count; i += 3) store(to + 2 * i, _mm_shuffle_epi8(load(from + 3 * i), pairs));
-        } else if (step == 4) {
-            const Vector pairs = _mm_setr_epi8(0, 1, 2, 3, 8, 9, 10, 11, -1, -1, -1, -1, -1, -1, -1, -1);
-            for (; i + 4 < count; i += 4) {
-                store(to + 2 * i, _mm_unpacklo_epi64(_mm_shuffle_epi8(load(from + 4 * i), pairs),
-                                                     _mm_shuffle_epi8(load(from + 4 * i + 8), pairs)));
-            }
+        for (; i + behind <= count; i += 4) {
+            const int16_t* const samples = from + i * step;
+            store(to + 2 * i, _mm_unpacklo_epi64(_mm_shuffle_epi8(load(samples), to_pairs),
+                                                 _mm_shuffle_epi8(load(samples + 2 * step), to_pairs)));
         }
         return i;
     }

@@ -14,6 +14,7 @@ struct Lanes256 {
     static constexpr size_t kSums = kDotProduct ? 8 : 0;
     static constexpr size_t kSets = 1;
     static constexpr bool kCanBePart = false;
+    static constexpr size_t kLongestWindowStep = 0;
 
     static CONVOLVE_INLINE void clearUpperHalves() { _mm256_zeroupper(); }
     static CONVOLVE_INLINE Vector zero() { return _mm256_setzero_si256(); }
@@ -30,8 +31,22 @@ struct Lanes256 {
         __asm__("" : "+x"(sums));  // as in 128 bits
 #endif
     }
+    static CONVOLVE_INLINE void multiplyAddInPlace(Vector& sums, Vector samples, Vector taps) {
+#if defined(__AVXVNNI__)
+        multiplyAdd(sums, samples, taps);
+        CONVOLVE_IN_REGISTER(sums);
+#else
+        CONVOLVE_ADD_IN_PLACE(sums, _mm256_madd_epi16(samples, taps));
+#endif
+    }
     static CONVOLVE_INLINE Vector add(Vector a, Vector b) {
         return _mm256_add_epi32(a, b);
+    }
+    static CONVOLVE_INLINE Vector bits(Vector v, int mask) {
+        return _mm256_and_si256(v, all(mask));
+    }
+    static CONVOLVE_INLINE Vector subtract(Vector a, Vector b) {
+        return _mm256_sub_epi32(a, b);
     }
     static CONVOLVE_INLINE Vector shiftRight(Vector v, __m128i count) {
         return _mm256_sra_epi32(v, count);
@@ -49,8 +64,30 @@ struct Lanes256 {
         store(out, _mm256_permute2x128_si256(low, high, 0x20));
         store(out + 8, _mm256_permute2x128_si256(low, high, 0x31));
     }
+    static CONVOLVE_INLINE void storeHalf(int16_t* out, Vector sums) {
+        const Vector narrowed = _mm256_permute4x64_epi64(_mm256_packs_epi32(sums, sums), 0x08);
+        Lanes128::store(out, _mm256_castsi256_si128(narrowed));
+    }
+    static CONVOLVE_INLINE void storeHalf(int16_t* out, Vector sums, size_t count) {
+        int16_t all[kOutputs / 2];
+        storeHalf(all, sums);
+        for (size_t i = 0; i < count; ++i) out[i] = all[i];
+    }
     static CONVOLVE_INLINE size_t collectPairs(const int16_t* from, size_t step, size_t count, int16_t* to) {
-        return Lanes128::collectPairs(from, step, count, to);
+        if (step > 6) return 0;
+        const Vector to_pairs = _mm256_broadcastsi128_si256(Lanes128::toPairs(step));
+        const size_t behind = 8 + Lanes128::outputsBehind(step);
+        size_t i = 0;
+        for (; i + behind <= count; i += 8) {
+            const int16_t* const samples = from + i * step;
+            const auto twice = [&](const int16_t* low) CONVOLVE_LAMBDA {
+                const auto* const high = reinterpret_cast<const __m128i*>(low + 4 * step);
+                const Vector both = _mm256_castsi128_si256(Lanes128::load(low));
+                return _mm256_shuffle_epi8(_mm256_inserti128_si256(both, _mm_loadu_si128(high), 1), to_pairs);
+            };
+            store(to + 2 * i, _mm256_unpacklo_epi64(twice(samples), twice(samples + 2 * step)));
+        }
+        return i + Lanes128::collectPairs(from + i * step, step, count - i, to + 2 * i);
     }
     template <class T>
     static CONVOLVE_INLINE void store(T* p, Vector v) {

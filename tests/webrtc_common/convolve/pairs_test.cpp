@@ -1,8 +1,9 @@
-// The kernels for exact sums in every build: what they compute, and that they touch nothing else.
+// The exact filters in every build: what they compute, and that they touch nothing else.
 #include "webrtc_common/convolve/pairs.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <initializer_list>
 #include <random>
 #include <vector>
@@ -15,81 +16,141 @@
 namespace quill::test {
 namespace {
 
+using media::se_wrapper::kMostPairOutputs;
+using media::se_wrapper::kMostPairTaps;
+using media::se_wrapper::PairTotals;
 using Samples = std::vector<int16_t>;
-using Edge = GuardedBytes::Edge;
+
+// On buffers that end where the filter has to stop.
+struct Problem {
+    Problem(int taps_, int count_, int step_, const Filler& samples = kUniform)
+        : taps(taps_),
+          count(count_),
+          step(static_cast<size_t>(step_)),
+          signal(static_cast<size_t>(count - 1) * step + static_cast<size_t>(taps)),
+          coeffs(static_cast<size_t>(taps)) {
+        std::mt19937 random(5);
+        samples.fill(signal.data(), signal.size(), random);
+        kUniform.fill(coeffs.data(), coeffs.size(), random);
+    }
+    int64_t sum(int i) const {
+        int64_t total = 0;
+        const int16_t* const from = signal.data() + static_cast<size_t>(i) * step;
+        for (int k = 0; k < taps; ++k) total += int64_t{coeffs[static_cast<size_t>(k)]} * from[k];
+        return total;
+    }
+    int16_t output(int i) const {
+        return static_cast<int16_t>(std::clamp<int64_t>((sum(i) + 16384) >> 15, -32768, 32767));
+    }
+
+    int taps, count;
+    size_t step;
+    GuardedBuffer<int16_t> signal, coeffs;
+};
 
 class Pairs : public EachBuild {
   protected:
     const media::se_wrapper::PairKernels& kernels() const { return GetParam().pairs; }
-    static void fill(int16_t* data, size_t count) {
-        std::mt19937 random(5);
-        kUniform.fill(data, count, random);
+    void expectExact(const Problem& p) const {
+        const GuardedBuffer<int16_t> out(static_cast<size_t>(p.count));
+        kernels().filter(p.signal.data(), p.step, p.coeffs.data(), p.taps, p.count, out.data());
+        for (int i = 0; i < p.count; ++i) {
+            ASSERT_EQ(out[static_cast<size_t>(i)], p.output(i))
+                << i << " of " << p.count << ", " << p.taps << " taps, step " << p.step;
+        }
     }
 };
 INSTANTIATE_FOR_EACH_BUILD(Pairs);
 
-TEST_P(Pairs, AreCopiedFromAnyStepWithoutReadingOrWritingFurther) {
-    for (const size_t step : std::initializer_list<size_t>{0, 1, 2, 3, 4, 5, 17}) {
-        for (size_t count = 1; count <= 70; ++count) {
-            const GuardedBuffer<int16_t> from((count - 1) * step + 2), to(2 * count);
-            fill(from.data(), from.size());
-            kernels().copy(from.data(), step, count, to.data());
-            for (size_t i = 0; i < count; ++i) {
-                ASSERT_EQ(to[2 * i], from[i * step]) << "step " << step << ", pair " << i << " of " << count;
-                ASSERT_EQ(to[2 * i + 1], from[i * step + 1])
-                    << "step " << step << ", pair " << i << " of " << count;
+TEST_P(Pairs, AreFilteredExactlyForEveryNumberOfTaps) {
+    for (int taps = 1; taps <= 60; ++taps) {
+        for (const int step : {1, 2, 3, 4, 5, 6, 7, 17, 600}) expectExact({taps, 37, step});
+    }
+}
+
+TEST_P(Pairs, AreFilteredExactlyForEveryNumberOfOutputs) {
+    for (int count = 1; count <= kMostPairOutputs; ++count) {
+        for (const int step : {1, 2, 3, 4, 5, 6, 7}) {
+            expectExact({8, count, step});
+            expectExact({11, count, step});
+        }
+    }
+}
+
+TEST_P(Pairs, AreFilteredExactlyWithTheMostTaps) {
+    for (const int taps : {kMostPairTaps - 1, kMostPairTaps}) {
+        for (const int step : {1, 2, 3, 4, 6, 251, 252, 253, 504, 65535}) {
+            for (const Filler& filler : kFillers) expectExact({taps, 18, step, filler});
+        }
+    }
+}
+
+// Up to 65535, the sum of the taps' absolute values, 32 bits hold every sum. With 65536 those of samples of -32768 by
+// negative taps do not.
+TEST_P(Pairs, AreFilteredExactlyOnBothSidesOfTheLimitOf32Bits) {
+    for (const int sum : {65534, 65535, 65536, 65537}) {
+        for (const int sign : {-1, 1}) {
+            for (const int step : {1, 2, 3, 4, 5}) {
+                for (const Filler& filler : kFillers) {
+                    Problem p(19, 37, step, filler);
+                    for (int k = 0; k < p.taps; ++k)
+                        p.coeffs[static_cast<size_t>(k)] = static_cast<int16_t>(sign * (sum / p.taps));
+                    p.coeffs[static_cast<size_t>(sum % p.taps)] +=
+                        static_cast<int16_t>(sign * (sum % p.taps));
+                    expectExact(p);
+                }
             }
         }
     }
 }
 
-TEST_P(Pairs, OfNoOutputsAreNotTouched) {
-    const GuardedBuffer<int16_t> nothing(0);
-    for (const size_t step : std::initializer_list<size_t>{1, 2, 3, 4, 5})
-        kernels().copy(nothing.data(), step, 0, nothing.data());
+TEST_P(Pairs, AddUpToTotals) {
+    for (const int divisor : {1, 1000}) {  // both ways of adding
+        for (const int step : {1, 2, 3, 4, 5}) {
+            for (const Filler& filler : kFillers) {
+                Problem p(kMostPairTaps, 37, step, filler);
+                for (int16_t& c : p.coeffs) c = static_cast<int16_t>(c / divisor);
+                PairTotals totals = {};
+                std::fill(std::begin(totals.rest), std::end(totals.rest), 1 << 14);
+                for (int part = 0; part < 3; ++part)
+                    kernels().total(p.signal.data(), p.step, p.coeffs.data(), p.taps, p.count, &totals);
+                for (int i = 0; i < p.count; ++i) {
+                    ASSERT_EQ(
+                        (int64_t{totals.upper[i]} << 24) + (int64_t{totals.lower[i]} << 8) + totals.rest[i],
+                        3 * p.sum(i) + (1 << 14))
+                        << i << ", step " << step << ", " << filler.name;
+                    ASSERT_LT(totals.rest[i], 256);
+                }
+            }
+        }
+    }
 }
 
-// Sums modulo 2^32 of one pair of taps after the other; the rows overlap as those of a filter do.
-TEST_P(Pairs, AreMultipliedAndAddedModulo32Bits) {
-    for (const int outputs : {16, 32, 48, 64, 80, 96, 160}) {
-        for (const int pairs : {1, 2, 7, 32}) {
-            const auto count = static_cast<size_t>(outputs);
-            const GuardedBuffer<int16_t> samples(2 * (count + static_cast<size_t>(pairs) - 1));
-            const GuardedBuffer<int16_t> low(2 * static_cast<size_t>(pairs)), high(low.size());
-            const GuardedBuffer<int32_t> low_sums(count), high_sums(count);
-            fill(samples.data(), samples.size());
-            fill(low.data(), low.size());
-            for (size_t k = 0; k < high.size(); ++k) high[k] = -32768;
-            std::vector<const int16_t*> rows;
-            for (int j = 0; j < pairs; ++j) rows.push_back(samples.data() + 2 * j);
-            kernels().sum(rows.data(), low.data(), high.data(), pairs, outputs, low_sums.data(),
-                          high_sums.data());
-            for (size_t i = 0; i < count; ++i) {
-                int64_t expected_low = 0, expected_high = 0;
-                for (size_t k = 0; k < low.size(); ++k) {
-                    expected_low += int64_t{low[k]} * samples[2 * i + k];
-                    expected_high += int64_t{high[k]} * samples[2 * i + k];
-                }
-                const auto wrapped = [](int64_t sum) { return static_cast<int32_t>(sum & 0xffffffff); };
-                ASSERT_EQ(low_sums[i], wrapped(expected_low)) << i << " of " << outputs << ", " << pairs;
-                ASSERT_EQ(high_sums[i], wrapped(expected_high)) << i << " of " << outputs << ", " << pairs;
-            }
+TEST_P(Pairs, MayBeReplacedByWhatTheyAreFilteredTo) {
+    for (const int step : {1, 2, 3, 4, 5}) {
+        for (const int taps : {16, 55}) {
+            Problem p(taps, kMostPairOutputs, step);
+            Samples expected(kMostPairOutputs);
+            for (int i = 0; i < p.count; ++i) expected[static_cast<size_t>(i)] = p.output(i);
+            kernels().filter(p.signal.data(), p.step, p.coeffs.data(), taps, p.count, p.signal.data());
+            ASSERT_TRUE(std::equal(expected.begin(), expected.end(), p.signal.begin())) << step;
         }
     }
 }
 
 TEST_P(Pairs, LeaveNoUpperHalvesOfRegistersInUse) {
     if (!CPUInfo().has_avx) GTEST_SKIP() << "this processor has no avx, so it has no upper halves";
-    const Samples from(400, -1);
-    Samples to(2 * 100);
-    int32_t sums[2][16];
-    for (const size_t step : std::initializer_list<size_t>{1, 2, 3, 4, 5}) {
-        kernels().copy(from.data(), step, 70, to.data());
-        ASSERT_TRUE(upperHalvesAreZero()) << step;
+    PairTotals totals = {};
+    Samples out(70);
+    for (const int step : {1, 2, 3, 4, 5}) {
+        for (const int taps : {2, 16}) {
+            const Problem p(taps, 70, step);
+            kernels().filter(p.signal.data(), p.step, p.coeffs.data(), taps, p.count, out.data());
+            ASSERT_TRUE(upperHalvesAreZero()) << step;
+            kernels().total(p.signal.data(), p.step, p.coeffs.data(), taps, p.count, &totals);
+            ASSERT_TRUE(upperHalvesAreZero()) << step;
+        }
     }
-    const int16_t* const row = from.data();
-    kernels().sum(&row, from.data(), from.data(), 1, 16, sums[0], sums[1]);
-    ASSERT_TRUE(upperHalvesAreZero());
 }
 
 }  // namespace

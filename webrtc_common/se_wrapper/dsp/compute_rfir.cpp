@@ -2,8 +2,6 @@
 // It must not allocate.
 #include "webrtc_common/se_wrapper/dsp/compute_rfir.h"
 
-#include <emmintrin.h>
-
 #include <algorithm>
 #include <cstddef>
 
@@ -27,117 +25,31 @@ Span nonZeroSpan(const int16_t* coeffs, int taps) {
     return {first, end};
 }
 
-// Two sums for each output of a block: the exact one is 256 high + low. Both parts of a coefficient are -128 to 128, so
-// with this number of taps 32 bits hold each of the two, and high + low / 256.
-constexpr int kMostTaps = 504;
-constexpr int kBlock = 160;
-struct Sums {
-    alignas(64) int32_t low[kBlock];
-    alignas(64) int32_t high[kBlock];
-};
+constexpr int kBlock = kMostPairOutputs;
 
-struct SplitTaps {
-    SplitTaps(const int16_t* coeffs, int taps) {
-        for (int k = 0; k < taps; ++k) {
-            high[k] = static_cast<int16_t>((coeffs[k] + 128) >> 8);
-            low[k] = static_cast<int16_t>(coeffs[k] - 256 * high[k]);
-        }
-        if (taps % 2 != 0) low[taps] = high[taps] = 0;
+// Rounded before.
+void narrow(const PairTotals& totals, int count, int16_t* out) {
+    for (int i = 0; i < count; ++i) {
+        const int32_t upper =
+            std::clamp(totals.upper[i] + (totals.lower[i] >> 16), -65, 64);  // beyond, `out` saturates
+        const int32_t value = 512 * upper + ((totals.lower[i] & 0xffff) >> 7);
+        out[i] = static_cast<int16_t>(std::clamp(value, -32768, 32767));
     }
-    int16_t low[kMostTaps];
-    int16_t high[kMostTaps];
-};
-
-// The sums of `count` outputs, step > 0. Pair j of the taps meets the samples at i * step + 2 j. They are copied into as many
-// rows as there are different ones: `period` pairs later they are those of output i + advance.
-void sumBlock(const int16_t* signal, std::size_t step, const int16_t* coeffs, int taps, int count,
-              Sums& sums) {
-    const SplitTaps split(coeffs, taps);
-    const int pairs = (taps + 1) / 2;
-    const int advance = step % 2 == 0 ? 1 : 2;
-    const int period = step >= kMostTaps ? pairs : static_cast<int>(step) * advance / 2;
-    const int outputs = (count + 15) / 16 * 16;
-    const int length = outputs + (pairs - 1) / period * advance;
-    const int different = std::min(period, pairs);
-    int16_t* row = SE_WRAPPER_STACK_ARRAY(int16_t, 2 * different * length);
-    const int16_t* rows[kMostTaps / 2];
-    for (int first = 0; first < different; ++first, row += 2 * length) {
-        int end = count;  // of the outputs and the later ones whose samples are in this row
-        int pair = first;
-        for (; pair < pairs; pair += period, end += advance) rows[pair] = row + 2 * (end - count);
-        const int last = end - advance - 1;
-        const int16_t* const from = signal + 2 * first;
-        // The second sample of the very last pair is not read if there is no tap for it.
-        const bool half = taps % 2 != 0 && pair - period == pairs - 1;
-        const int whole = half ? last : last + 1;
-        g_pair_kernels->copy(from, step, static_cast<std::size_t>(whole), row);
-        if (half) row[2 * last] = from[static_cast<std::size_t>(last) * step], row[2 * last + 1] = 0;
-    }
-    g_pair_kernels->sum(rows, split.low, split.high, pairs, outputs, sums.low, sums.high);
 }
-
-void store(int16_t* to, __m128i x) {
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(to), x);
-}
-
-// (256 high + low + 16384) >> 15, saturated, without more than 32 bits.
-void narrow(const Sums& sums, int count, int16_t* out) {
-    const auto rounded = [&](int i) {
-        const __m128i low = _mm_load_si128(reinterpret_cast<const __m128i*>(sums.low + i));
-        const __m128i high = _mm_load_si128(reinterpret_cast<const __m128i*>(sums.high + i));
-        const __m128i carry = _mm_srai_epi32(_mm_add_epi32(low, _mm_set1_epi32(1 << 14)), 8);
-        return _mm_srai_epi32(_mm_add_epi32(high, carry), 7);
-    };
-    int i = 0;
-    for (; i + 8 <= count; i += 8) store(out + i, _mm_packs_epi32(rounded(i), rounded(i + 4)));
-    if (i == count) return;
-    int16_t last[8];
-    store(last, _mm_packs_epi32(rounded(i), rounded(i + 4)));
-    std::copy_n(last, count - i, out + i);
-}
-
-// What the sums of several parts of a filter add up to: 2^24 upper + 2^8 lower + rest, rounding included.
-class Totals {
-  public:
-    Totals() { std::fill_n(rest_, kBlock, 1 << 14); }
-
-    void add(const Sums& sums, int count) {
-        for (int i = 0; i < count; ++i) {
-            const int32_t low = sums.low[i] + rest_[i];
-            const int32_t high = sums.high[i] + (low >> 8);
-            rest_[i] = low & 0xff;
-            lower_[i] += high & 0xffff;
-            upper_[i] += high >> 16;
-        }
-    }
-
-    void narrow(int count, int16_t* out) const {
-        for (int i = 0; i < count; ++i) {
-            const int32_t upper =
-                std::clamp(upper_[i] + (lower_[i] >> 16), -65, 64);  // beyond, `out` saturates
-            const int32_t value = 512 * upper + ((lower_[i] & 0xffff) >> 7);
-            out[i] = static_cast<int16_t>(std::clamp(value, -32768, 32767));
-        }
-    }
-
-  private:
-    int32_t upper_[kBlock] = {}, lower_[kBlock] = {}, rest_[kBlock];
-};
 
 void filterBlock(const int16_t* signal, const int16_t* coeffs, int taps, int16_t* out, int count,
                  std::size_t step) {
-    Sums sums;
-    if (taps <= kMostTaps) {
-        sumBlock(signal, step, coeffs, taps, count, sums);
-        narrow(sums, count, out);
+    if (taps <= kMostPairTaps) {
+        g_pair_kernels->filter(signal, step, coeffs, taps, count, out);
         return;
     }
-    Totals totals;
-    for (int first = 0; first < taps; first += kMostTaps) {
-        sumBlock(signal + first, step, coeffs + first, std::min(kMostTaps, taps - first), count, sums);
-        totals.add(sums, count);
+    PairTotals totals = {};
+    std::fill_n(totals.rest, kBlock, 1 << 14);
+    for (int first = 0; first < taps; first += kMostPairTaps) {
+        const int part = std::min(kMostPairTaps, taps - first);
+        g_pair_kernels->total(signal + first, step, coeffs + first, part, count, &totals);
     }
-    totals.narrow(count, out);
+    narrow(totals, count, out);
 }
 
 void filterDirectly(const int16_t* signal, const int16_t* coeffs, Span span, int16_t* out, int num_out,
