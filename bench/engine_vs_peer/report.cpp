@@ -39,18 +39,27 @@ void append(const std::vector<double>& from, std::vector<double>& to) {
     to.insert(to.end(), from.begin(), from.end());
 }
 
+LongestBlock longestOf(const std::vector<double>& microseconds, const std::string& scene, uint32_t seed) {
+    const auto longest = std::max_element(microseconds.begin(), microseconds.end());
+    const auto block = static_cast<double>(longest - microseconds.begin());
+    return {scene, seed, block * kBlockSeconds, *longest};
+}
+
 }  // namespace
 
-void add(const Trial& trial, const std::vector<Recording>& recordings, Report& report) {
+void add(const Trial& trial, uint32_t seed, const std::vector<Recording>& recordings, Report& report) {
     for (const Figure& figure : trial.measure(recordings)) {
+        if (std::isnan(figure.values[kEngine])) continue;  // nothing to measure: a talker without a pause
         FigureRow& row = rowOf(trial.title, figure, report.rows);
         for (const System s : {kEngine, kPeer}) row.of_seed[s].push_back(figure.values[s]);
     }
     for (const Recording& recording : recordings) {
         const bool far_end = recording.options.echo_level_dbfs != se_scene::kSilent;
         for (const System s : {kEngine, kPeer}) {
-            append(recording.outputs.microseconds[s], report.microseconds[s]);
-            if (far_end) append(recording.outputs.microseconds[s], report.with_far_end_us[s]);
+            const std::vector<double>& times = recording.outputs.microseconds[s];
+            append(times, report.microseconds[s]);
+            report.longest[s].push_back(longestOf(times, trial.title, seed));
+            if (far_end) append(times, report.with_far_end_us[s]);
         }
     }
 }
