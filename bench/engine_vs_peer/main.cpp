@@ -8,8 +8,8 @@
 #include <string>
 #include <thread>
 
-#include "bench/engine_vs_peer/drawn_speech.h"
 #include "bench/engine_vs_peer/picture.h"
+#include "bench/engine_vs_peer/recordings.h"
 #include "bench/engine_vs_peer/report.h"
 #include "host/output/output_file.h"
 #include "host/output/temporaries.h"
@@ -117,12 +117,6 @@ void addOptions(CLI::App& app, Options& options) {
     app.footer(kExamples);
 }
 
-// The scenes of one trial with one seed.
-struct Job {
-    const Trial* trial;
-    TrialOptions options;
-};
-
 std::vector<Job> jobsOf(const std::vector<Trial>& trials, const Options& options) {
     std::vector<Job> jobs;
     for (int i = 0; i < options.seeds; ++i) {
@@ -133,17 +127,6 @@ std::vector<Job> jobsOf(const std::vector<Trial>& trials, const Options& options
         }
     }
     return jobs;
-}
-
-// Without talkers the voices are synthetic.
-std::vector<Recording> makeRecordings(const Job& job, const RecordedTalkers& talkers) {
-    std::vector<Recording> recordings;
-    for (se_scene::SceneOptions& options : job.trial->scenes(job.options)) {
-        if (!talkers.empty()) giveRecordedSpeech(talkers, options);
-        se_scene::Scene scene = makeScene(options);
-        recordings.push_back({std::move(options), std::move(scene), {}, {}});
-    }
-    return recordings;
 }
 
 // The scenes of several jobs are made at the same time, one on a core. Nothing else runs while the systems are timed.
