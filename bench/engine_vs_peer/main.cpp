@@ -1,16 +1,12 @@
 // engine_vs_peer: the engine compared with a public library, on the same scenes.
 // Exit codes: 0 done, with any result; 1 failure; 2 wrong usage.
-#include <algorithm>
-#include <future>
 #include <iostream>
 #include <optional>
 #include <stdexcept>
 #include <string>
-#include <thread>
 
 #include "bench/engine_vs_peer/picture.h"
-#include "bench/engine_vs_peer/recordings.h"
-#include "bench/engine_vs_peer/report.h"
+#include "bench/engine_vs_peer/run_trials.h"
 #include "host/output/output_file.h"
 #include "host/output/temporaries.h"
 #include "kernel_check/program/engine.h"
@@ -62,7 +58,6 @@ constexpr const char* kExamples =
     "  engine_vs_peer --seed 101 --document docs/benchmarks renew the document";
 
 constexpr int kSeeds = 8;
-constexpr size_t kMostAtOnce = 8;  // jobs whose scenes are kept at the same time
 
 struct Options {
     std::string engine, scene, voices, document;
@@ -127,32 +122,6 @@ std::vector<Job> jobsOf(const std::vector<Trial>& trials, const Options& options
         }
     }
     return jobs;
-}
-
-// The scenes of several jobs are made at the same time, one on a core. Nothing else runs while the systems are timed.
-Report runTrials(const std::vector<Job>& jobs, const RecordedTalkers& talkers, int passes) {
-    Report report;
-    const Lags lags = measureLags(jobs.front().options.array_radius_m);
-    const size_t at_once = std::clamp<size_t>(std::thread::hardware_concurrency(), 1, kMostAtOnce);
-    for (size_t first = 0; first < jobs.size(); first += at_once) {
-        std::vector<std::future<std::vector<Recording>>> made;
-        for (size_t i = first; i < std::min(first + at_once, jobs.size()); ++i) {
-            made.push_back(
-                std::async(std::launch::async, [&, i] { return makeRecordings(jobs[i], talkers); }));
-        }
-        for (const auto& one : made) one.wait();
-        for (size_t i = 0; i < made.size(); ++i) {
-            const Job& job = jobs[first + i];
-            std::vector<Recording> recordings = made[i].get();
-            for (Recording& recording : recordings) {
-                recording.lags = lags;
-                recording.outputs =
-                    runBoth(recording.scene, recording.options, {job.options.tell_engine, passes});
-            }
-            add(*job.trial, job.options.seed, recordings, report);
-        }
-    }
-    return report;
 }
 
 // The table and the picture of a run.
