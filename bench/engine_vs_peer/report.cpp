@@ -6,6 +6,8 @@
 namespace engine_vs_peer {
 namespace {
 
+constexpr size_t kLongestOfScene = 3;
+
 // The higher, the better.
 double scoreOf(const Target& target, double value) {
     switch (target.aim) {
@@ -39,10 +41,15 @@ void append(const std::vector<double>& from, std::vector<double>& to) {
     to.insert(to.end(), from.begin(), from.end());
 }
 
-LongestBlock longestOf(const std::vector<double>& microseconds, const std::string& scene, uint32_t seed) {
-    const auto longest = std::max_element(microseconds.begin(), microseconds.end());
-    const auto block = static_cast<double>(longest - microseconds.begin());
-    return {scene, seed, block * kBlockSeconds, *longest};
+void addLongest(const std::vector<double>& microseconds, const std::string& scene, uint32_t seed,
+                std::vector<LongBlock>& longest) {
+    std::vector<LongBlock> blocks;
+    for (size_t i = 0; i < microseconds.size(); ++i)
+        blocks.push_back({scene, seed, static_cast<double>(i) * kBlockSeconds, microseconds[i]});
+    const auto end = blocks.begin() + static_cast<ptrdiff_t>(std::min(kLongestOfScene, blocks.size()));
+    std::partial_sort(blocks.begin(), end, blocks.end(),
+                      [](const auto& a, const auto& b) { return a.microseconds > b.microseconds; });
+    longest.insert(longest.end(), blocks.begin(), end);
 }
 
 }  // namespace
@@ -58,7 +65,7 @@ void add(const Trial& trial, uint32_t seed, const std::vector<Recording>& record
         for (const System s : {kEngine, kPeer}) {
             const std::vector<double>& times = recording.outputs.microseconds[s];
             append(times, report.microseconds[s]);
-            report.longest[s].push_back(longestOf(times, trial.title, seed));
+            addLongest(times, trial.title, seed, report.longest[s]);
             if (far_end) append(times, report.with_far_end_us[s]);
         }
     }

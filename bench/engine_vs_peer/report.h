@@ -20,8 +20,7 @@ struct FigureRow {
     Estimate of(System system) const { return estimate(of_seed[system]); }
 };
 
-// The longest block of a scene.
-struct LongestBlock {
+struct LongBlock {
     std::string scene;
     uint32_t seed;
     double begin_s;
@@ -30,7 +29,7 @@ struct LongestBlock {
 
 struct Report {
     std::vector<FigureRow> rows;
-    std::vector<LongestBlock> longest[kSystems];    // one of each scene
+    std::vector<LongBlock> longest[kSystems];       // three of each scene
     std::vector<double> microseconds[kSystems];     // all blocks
     std::vector<double> with_far_end_us[kSystems];  // those of scenes in which the far end speaks
 };

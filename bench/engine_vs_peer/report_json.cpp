@@ -17,12 +17,12 @@ Json timesJson(const std::vector<double>& microseconds) {
     return {{"median", times.median}, {"99_percent", times.late}, {"worst", times.worst}};
 }
 
-// The longest block of each scene, the longest first.
-Json longestJson(std::vector<LongestBlock> blocks) {
+// The longest first.
+Json longestJson(std::vector<LongBlock> blocks) {
     std::sort(blocks.begin(), blocks.end(),
               [](const auto& a, const auto& b) { return a.microseconds > b.microseconds; });
     Json list = Json::array();
-    for (const LongestBlock& block : blocks) {
+    for (const LongBlock& block : blocks) {
         list.push_back({{"scene", block.scene},
                         {"seed", block.seed},
                         {"second", block.begin_s},

@@ -44,17 +44,27 @@ void append(const int16_t* block, std::vector<float>& row) {
     for (size_t i = 0; i < kBlock; ++i) row.push_back(static_cast<float>(block[i]) / 32768);
 }
 
-Outputs runOnce(const se_scene::Scene& scene, const se_scene::SceneOptions& options, bool tell_engine) {
+// A scene as the device delivers it.
+struct DeviceSound {
+    explicit DeviceSound(const se_scene::Scene& scene)
+        : frames(scene.frames),
+          far_end(se_scene::toInt16(scene.far_end)),
+          recording(se_scene::interleave(scene.mixture(), scene.far_end)) {}
+
+    size_t frames;
+    std::vector<int16_t> far_end;
+    std::vector<int16_t> recording;
+};
+
+Outputs runOnce(const DeviceSound& sound, const se_scene::SceneOptions& options, bool tell_engine) {
     se::initSignalEssence();
     se::versionSpecificSettings();
     Peer peer(se_scene::microphonePositions(options.array_radius_m), engineTail());
-    const std::vector<int16_t> far_end = se_scene::toInt16(scene.far_end);
-    const std::vector<int16_t> recording = se_scene::interleave(scene.mixture(), scene.far_end);
     Outputs outputs;
     double told_deg = NAN;
-    for (size_t start = 0; start + kBlock <= scene.frames; start += kBlock) {
-        const int16_t* const played = far_end.data() + start;
-        const int16_t* const recorded = recording.data() + start * se_scene::kChannels;
+    for (size_t start = 0; start + kBlock <= sound.frames; start += kBlock) {
+        const int16_t* const played = sound.far_end.data() + start;
+        const int16_t* const recorded = sound.recording.data() + start * se_scene::kChannels;
         const double middle_s = static_cast<double>(start + kBlock / 2) / se_scene::kSampleRate;
         const double azimuth_deg = talkerAzimuthAt(options, middle_s);
         if (azimuth_deg != told_deg) {
@@ -85,9 +95,10 @@ EngineText describeEngine() {
 }
 
 Outputs runBoth(const se_scene::Scene& scene, const se_scene::SceneOptions& options, const RunOptions& run) {
-    Outputs outputs = runOnce(scene, options, run.tell_engine);
+    const DeviceSound sound(scene);
+    Outputs outputs = runOnce(sound, options, run.tell_engine);
     for (int pass = 1; pass < run.passes; ++pass) {
-        const Outputs again = runOnce(scene, options, run.tell_engine);
+        const Outputs again = runOnce(sound, options, run.tell_engine);
         for (const System s : {kEngine, kPeer}) {
             if (again.rows[s] != outputs.rows[s])
                 throw std::runtime_error(
