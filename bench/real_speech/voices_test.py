@@ -78,10 +78,11 @@ class Voices(unittest.TestCase):
         for path in self.folder.glob("*/*.wav"):
             with wave.open(str(path)) as file:
                 samples = array.array("h", file.readframes(file.getnframes()))
-            silence = [0] * RATE
+            silence = [300] * RATE
+            samples = [300 + sample for sample in samples]
             with wave.open(str(path), "wb") as file:
                 file.setparams((1, 2, RATE, 0, "NONE", None))
-                file.writeframes(array.array("h", [*silence, *samples, *silence]).tobytes())
+                file.writeframes(array.array("h", silence + samples + silence).tobytes())
         for mine, its in zip(self.figures_with(self.folder), before):
             self.assertAlmostEqual(mine["engine"]["mean"], its["engine"]["mean"], delta=0.5)
 
