@@ -72,6 +72,7 @@ Spans whereLower(const Row& row, const Row& other, double decibels, const Span& 
 }
 
 double lossDb(const Row& microphone, const Row& out, double lag, const Spans& spans) {
+    if (spans.empty()) return NAN;
     return se_scene::ratioDb(excerpt(microphone, spans), excerpt(out, spans, lag / se_scene::kSampleRate));
 }
 

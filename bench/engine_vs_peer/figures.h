@@ -22,7 +22,7 @@ using Spans = std::vector<Span>;
 Spans whereLower(const Row& row, const Row& other, double decibels, const Span& within);
 
 // Decibels by which the output is lower than the microphone, over all frequencies. `lag`: samples by which the output
-// lags the microphone.
+// lags the microphone. NaN without spans.
 double lossDb(const Row& microphone, const Row& out, double lag, const Spans& spans);
 
 struct TalkerFigures {

@@ -1,13 +1,12 @@
 // engine_vs_peer: the engine compared with a public library, on the same scenes.
 // Exit codes: 0 done, with any result; 1 failure; 2 wrong usage.
-#include <future>
 #include <iostream>
 #include <optional>
 #include <stdexcept>
 #include <string>
 
 #include "bench/engine_vs_peer/picture.h"
-#include "bench/engine_vs_peer/report.h"
+#include "bench/engine_vs_peer/run_trials.h"
 #include "host/output/output_file.h"
 #include "host/output/temporaries.h"
 #include "kernel_check/program/engine.h"
@@ -32,8 +31,9 @@ constexpr const char* kDescription =
     "                 talker is its direct sound; its reflections belong to the rest.\n"
     "talker's level   of that direct sound in the output, against the centre microphone, 300 to 7000 Hz\n"
     "STOI             intelligibility of the output, 0 to 1\n"
-    "time per block   processor time of a block of 10 ms, both in one process; on a busy machine only the\n"
-    "                 ratio is reliable\n"
+    "time per block   processor time of a block of 10 ms, both in one process: the shortest of several "
+    "passes\n"
+    "                 over the same scene, so that what else the machine did is left out\n"
     "ahead            the better one, if the confidence interval of the difference does not contain 0\n"
     "reached          the engine's mean; of a talker's level the mean of its magnitude\n"
     "\n"
@@ -49,6 +49,9 @@ constexpr const char* kExamples =
     "  engine_vs_peer                                       everything, a few minutes\n"
     "  engine_vs_peer --scene two-talkers --seeds 20        one scene, narrower intervals\n"
     "  engine_vs_peer --quick                               everything once, without rooms\n"
+    "  engine_vs_peer --voices build/real_speech/voices     real speech; bench/real_speech/run makes the "
+    "folder\n"
+    "  engine_vs_peer --passes 9                            times on a busy machine\n"
     "  engine_vs_peer --engine se_lib_harborv006 --array-radius 0.035\n"
     "                                                       the build for another array\n"
     "  engine_vs_peer --json > figures.json                 with each seed's figures\n"
@@ -57,9 +60,9 @@ constexpr const char* kExamples =
 constexpr int kSeeds = 8;
 
 struct Options {
-    std::string engine, scene, document;
+    std::string engine, scene, voices, document;
     bool json = false, quick = false;
-    int seeds = kSeeds;
+    int seeds = kSeeds, passes = 3;
     TrialOptions trial;
 };
 
@@ -84,6 +87,15 @@ void addOptions(CLI::App& app, Options& options) {
     seeds->capture_default_str()->check(CLI::Range(1, 1000));
     app.add_flag("--quick", options.quick, "One seed, and no rooms: rough figures in less time")
         ->excludes(seeds);
+    app.add_option(
+           "--voices", options.voices,
+           "Recorded speech: a folder of talkers, at least three, each a folder of WAV files, 16 kHz, mono "
+           "(default: synthetic voices)")
+        ->type_name("DIR");
+    app.add_option("--passes", options.passes,
+                   "Passes over each scene; the shortest time of each block counts")
+        ->capture_default_str()
+        ->check(CLI::Range(1, 1000));
     app.add_option("--snr", options.trial.snr_db, "Talker over noise, dB; not where they are equally loud")
         ->capture_default_str()
         ->check(CLI::Range(-20.0, 60.0));
@@ -100,12 +112,6 @@ void addOptions(CLI::App& app, Options& options) {
     app.footer(kExamples);
 }
 
-// The scenes of one trial with one seed.
-struct Job {
-    const Trial* trial;
-    TrialOptions options;
-};
-
 std::vector<Job> jobsOf(const std::vector<Trial>& trials, const Options& options) {
     std::vector<Job> jobs;
     for (int i = 0; i < options.seeds; ++i) {
@@ -118,53 +124,33 @@ std::vector<Job> jobsOf(const std::vector<Trial>& trials, const Options& options
     return jobs;
 }
 
-std::vector<Recording> makeRecordings(const Job& job) {
-    std::vector<Recording> recordings;
-    for (const se_scene::SceneOptions& options : job.trial->scenes(job.options)) {
-        recordings.push_back({options, makeScene(options), {}, {}});
-    }
-    return recordings;
-}
-
-// While the systems process the scenes of one job, those of the next are made.
-Report runTrials(const std::vector<Job>& jobs) {
-    Report report;
-    const Lags lags = measureLags(jobs.front().options.array_radius_m);
-    const auto made = [](const Job& job) { return std::async(std::launch::async, makeRecordings, job); };
-    std::future<std::vector<Recording>> next = made(jobs.front());
-    for (size_t i = 0; i < jobs.size(); ++i) {
-        std::vector<Recording> recordings = next.get();
-        if (i + 1 < jobs.size()) next = made(jobs[i + 1]);
-        for (Recording& recording : recordings) {
-            recording.lags = lags;
-            recording.outputs = runBoth(recording.scene, recording.options, jobs[i].options.tell_engine);
-        }
-        add(*jobs[i].trial, recordings, report);
-    }
-    return report;
-}
-
 // The table and the picture of a run.
 class Document {
   public:
     // Before the run, so that an unwritable folder is reported early.
-    explicit Document(const std::string& folder)
-        : table_(folder + "/" + kTable), picture_(folder + "/" + kPicture) {}
+    Document(const std::string& folder, const std::string& name)
+        : picture_name_(name + ".svg"),
+          table_(folder + "/" + name + ".md"),
+          picture_(folder + "/" + picture_name_) {}
 
     void write(const Report& report, const RunText& run) {
         draw(report, picture_);
-        table_.write(toMarkdown(report, run, kPicture));
+        table_.write(toMarkdown(report, run, picture_name_));
         table_.commit();
         picture_.commit();
     }
 
   private:
-    static constexpr const char* kTable = "engine_vs_peer.md";
-    static constexpr const char* kPicture = "engine_vs_peer.svg";
-
+    std::string picture_name_;
     se_output::OutputFile table_;
     se_output::Picture picture_;
 };
+
+std::vector<std::string> namesOf(const RecordedTalkers& talkers) {
+    std::vector<std::string> names;
+    for (const RecordedTalker& talker : talkers) names.push_back(talker.name);
+    return names;
+}
 
 void run(Options& options) {
     if (options.quick) {
@@ -172,11 +158,14 @@ void run(Options& options) {
         options.trial.free_field = true;
     }
     std::optional<Document> document;
-    if (!options.document.empty()) document.emplace(options.document);
+    if (!options.document.empty())
+        document.emplace(options.document, options.voices.empty() ? "engine_vs_peer" : "real_speech");
+    RecordedTalkers talkers;
+    if (!options.voices.empty()) talkers = readTalkers(options.voices);
     program::startEngine(kName, options.engine, quill::media::se_wrapper::initSignalEssence);
     const std::vector<Trial> trials = allTrials();
-    const Report report = runTrials(jobsOf(trials, options));
-    const RunText text{describeEngine(), options.trial, options.seeds};
+    const Report report = runTrials(jobsOf(trials, options), talkers, options.passes);
+    const RunText text{describeEngine(), options.trial, options.seeds, options.passes, namesOf(talkers)};
     std::cout << (options.json ? toJson(report, text).dump(2) + "\n" : toText(report, text)) << std::flush;
     if (!std::cout) throw std::runtime_error("cannot write to standard output; is there space left?");
     if (document) document->write(report, text);

@@ -6,6 +6,8 @@
 namespace engine_vs_peer {
 namespace {
 
+constexpr size_t kLongestOfScene = 3;
+
 // The higher, the better.
 double scoreOf(const Target& target, double value) {
     switch (target.aim) {
@@ -39,18 +41,32 @@ void append(const std::vector<double>& from, std::vector<double>& to) {
     to.insert(to.end(), from.begin(), from.end());
 }
 
+void addLongest(const std::vector<double>& microseconds, const std::string& scene, uint32_t seed,
+                std::vector<LongBlock>& longest) {
+    std::vector<LongBlock> blocks;
+    for (size_t i = 0; i < microseconds.size(); ++i)
+        blocks.push_back({scene, seed, static_cast<double>(i) * kBlockSeconds, microseconds[i]});
+    const auto end = blocks.begin() + static_cast<ptrdiff_t>(std::min(kLongestOfScene, blocks.size()));
+    std::partial_sort(blocks.begin(), end, blocks.end(),
+                      [](const auto& a, const auto& b) { return a.microseconds > b.microseconds; });
+    longest.insert(longest.end(), blocks.begin(), end);
+}
+
 }  // namespace
 
-void add(const Trial& trial, const std::vector<Recording>& recordings, Report& report) {
+void add(const Trial& trial, uint32_t seed, const std::vector<Recording>& recordings, Report& report) {
     for (const Figure& figure : trial.measure(recordings)) {
+        if (std::isnan(figure.values[kEngine])) continue;  // nothing to measure: a talker without a pause
         FigureRow& row = rowOf(trial.title, figure, report.rows);
         for (const System s : {kEngine, kPeer}) row.of_seed[s].push_back(figure.values[s]);
     }
     for (const Recording& recording : recordings) {
         const bool far_end = recording.options.echo_level_dbfs != se_scene::kSilent;
         for (const System s : {kEngine, kPeer}) {
-            append(recording.outputs.microseconds[s], report.microseconds[s]);
-            if (far_end) append(recording.outputs.microseconds[s], report.with_far_end_us[s]);
+            const std::vector<double>& times = recording.outputs.microseconds[s];
+            append(times, report.microseconds[s]);
+            addLongest(times, trial.title, seed, report.longest[s]);
+            if (far_end) append(times, report.with_far_end_us[s]);
         }
     }
 }

@@ -20,13 +20,21 @@ struct FigureRow {
     Estimate of(System system) const { return estimate(of_seed[system]); }
 };
 
+struct LongBlock {
+    std::string scene;
+    uint32_t seed;
+    double begin_s;
+    double microseconds;
+};
+
 struct Report {
     std::vector<FigureRow> rows;
+    std::vector<LongBlock> longest[kSystems];       // three of each scene
     std::vector<double> microseconds[kSystems];     // all blocks
     std::vector<double> with_far_end_us[kSystems];  // those of scenes in which the far end speaks
 };
 
-void add(const Trial& trial, const std::vector<Recording>& recordings, Report& report);
+void add(const Trial& trial, uint32_t seed, const std::vector<Recording>& recordings, Report& report);
 
 // "engine" or "peer" when the 95 % confidence interval of their difference does not contain 0.
 const char* aheadIn(const FigureRow& row);
@@ -40,6 +48,8 @@ struct RunText {
     EngineText engine;
     TrialOptions options;
     int seeds;
+    int passes;
+    std::vector<std::string> recorded_talkers;  // empty: the voices are synthetic
 };
 
 // Lines, the last one ended.

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "bench/engine_vs_peer/report_table.h"
 
 namespace engine_vs_peer {
@@ -13,6 +15,20 @@ Json estimateJson(const FigureRow& row, System system) {
 Json timesJson(const std::vector<double>& microseconds) {
     const Times times = timesOf(microseconds);
     return {{"median", times.median}, {"99_percent", times.late}, {"worst", times.worst}};
+}
+
+// The longest first.
+Json longestJson(std::vector<LongBlock> blocks) {
+    std::sort(blocks.begin(), blocks.end(),
+              [](const auto& a, const auto& b) { return a.microseconds > b.microseconds; });
+    Json list = Json::array();
+    for (const LongBlock& block : blocks) {
+        list.push_back({{"scene", block.scene},
+                        {"seed", block.seed},
+                        {"second", block.begin_s},
+                        {"microseconds", block.microseconds}});
+    }
+    return list;
 }
 
 }  // namespace
@@ -38,6 +54,10 @@ Json toJson(const Report& report, const RunText& run) {
             {"engine", timesJson(report.with_far_end_us[kEngine])},
             {"peer", timesJson(report.with_far_end_us[kPeer])}};
     }
+    document["microseconds_per_block"] = {{"engine", timesJson(report.microseconds[kEngine])},
+                                          {"peer", timesJson(report.microseconds[kPeer])}};
+    document["longest_blocks"] = {{"engine", longestJson(report.longest[kEngine])},
+                                  {"peer", longestJson(report.longest[kPeer])}};
     return document;
 }
 

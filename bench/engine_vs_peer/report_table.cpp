@@ -17,6 +17,13 @@ std::string valueText(const Figure& figure, const Estimate& value) {
     return is_share ? text : text + " " + figure.unit;
 }
 
+std::string voicesText(const std::vector<std::string>& recorded_talkers) {
+    if (recorded_talkers.empty()) return "synthetic";
+    std::string names;
+    for (const std::string& name : recorded_talkers) names += (names.empty() ? "" : ", ") + name;
+    return stringPrintf("recordings of %zu people: ", recorded_talkers.size()) + names;
+}
+
 const char* reachedText(bool reached) {
     return reached ? "reached" : "not reached";
 }
@@ -27,6 +34,8 @@ std::vector<Cells> timeRows(const Report& report) {
     const double worst = quantile(report.microseconds[kEngine], 1);
     const double worst_peer = quantile(report.microseconds[kPeer], 1);
     const double median = quantile(report.microseconds[kEngine], 0.5);
+    const double minutes = static_cast<double>(report.microseconds[kEngine].size()) * kBlockSeconds / 60;
+    const std::string worst_name = stringPrintf("worst block of %.0f min", minutes);
     const auto row = [](const char* name, double engine_us, double peer_us, const char* target,
                         const char* reached) -> Cells {
         return {"the far end speaks",
@@ -41,7 +50,7 @@ std::vector<Cells> timeRows(const Report& report) {
         row("time per block, median", engine.median, peer.median, "0.8 times the peer's",
             reachedText(engine.median <= 0.8 * peer.median)),
         row("99 % of the blocks", engine.late, peer.late, "", ""),
-        row("worst block", worst, worst_peer, "3 times the median", reachedText(worst <= 3 * median))};
+        row(worst_name.c_str(), worst, worst_peer, "3 times the median", reachedText(worst <= 3 * median))};
     rows.back()[0] = "all scenes";
     return rows;
 }
@@ -84,6 +93,8 @@ std::vector<Cells> environmentOf(const RunText& run) {
             {"compiler", program::compilerName()},
             {"seeds", stringPrintf("%u to %u", run.options.seed,
                                    run.options.seed + static_cast<uint32_t>(run.seeds) - 1)},
+            {"voices", voicesText(run.recorded_talkers)},
+            {"times", stringPrintf("the shortest of %d passes, for each block", run.passes)},
             {"rooms", run.options.free_field ? "none" : "drawn, 0.2 to 0.5 s"},
             {"look", run.options.tell_engine
                          ? "both are given the position of the talker"

@@ -62,9 +62,11 @@ std::string toText(const Report& report, const RunText& run) {
 std::string toMarkdown(const Report& report, const RunText& run, const std::string& picture) {
     const std::vector<Cells> table = cellsOf(report);
     std::string text =
-        "# The engine beside a peer\n\n"
-        "Written by `engine_vs_peer --document`; how to read it: "
-        "[benchmarks.md](../benchmarks.md#engine_vs_peer).\n\n"
+        std::string(run.recorded_talkers.empty()
+                        ? "# The engine beside a peer\n\nWritten by `engine_vs_peer --document`"
+                        : "# The engine beside a peer, with real speech\n\n"
+                          "Written by `bench/real_speech/run --document`") +
+        "; how to read it: [benchmarks.md](../benchmarks.md#engine_vs_peer).\n\n"
         "![The figures of both systems](" +
         picture + ")\n\n";
     for (const Cells& line : environmentOf(run)) text += "- " + line[0] + ": " + line[1] + "\n";

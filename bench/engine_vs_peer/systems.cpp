@@ -1,7 +1,9 @@
 #include "bench/engine_vs_peer/systems.h"
 
+#include <algorithm>
 #include <cmath>
 #include <ctime>
+#include <stdexcept>
 
 #include "bench/engine_vs_peer/peer.h"
 #include "tools/scene/measure.h"
@@ -42,27 +44,27 @@ void append(const int16_t* block, std::vector<float>& row) {
     for (size_t i = 0; i < kBlock; ++i) row.push_back(static_cast<float>(block[i]) / 32768);
 }
 
-}  // namespace
+// A scene as the device delivers it.
+struct DeviceSound {
+    explicit DeviceSound(const se_scene::Scene& scene)
+        : frames(scene.frames),
+          far_end(se_scene::toInt16(scene.far_end)),
+          recording(se_scene::interleave(scene.mixture(), scene.far_end)) {}
 
-EngineText describeEngine() {
-    std::string kernels;
-    for (const auto& [family, variant] : se::selectedKernels()) {
-        kernels += (kernels.empty() ? "" : ", ") + std::string(family) + " " + variant;
-    }
-    return {se::p_signal_essence_library.get(), se::MMIfGetVersionString(), kernels};
-}
+    size_t frames;
+    std::vector<int16_t> far_end;
+    std::vector<int16_t> recording;
+};
 
-Outputs runBoth(const se_scene::Scene& scene, const se_scene::SceneOptions& options, bool tell_engine) {
+Outputs runOnce(const DeviceSound& sound, const se_scene::SceneOptions& options, bool tell_engine) {
     se::initSignalEssence();
     se::versionSpecificSettings();
     Peer peer(se_scene::microphonePositions(options.array_radius_m), engineTail());
-    const std::vector<int16_t> far_end = se_scene::toInt16(scene.far_end);
-    const std::vector<int16_t> recording = se_scene::interleave(scene.mixture(), scene.far_end);
     Outputs outputs;
     double told_deg = NAN;
-    for (size_t start = 0; start + kBlock <= scene.frames; start += kBlock) {
-        const int16_t* const played = far_end.data() + start;
-        const int16_t* const recorded = recording.data() + start * se_scene::kChannels;
+    for (size_t start = 0; start + kBlock <= sound.frames; start += kBlock) {
+        const int16_t* const played = sound.far_end.data() + start;
+        const int16_t* const recorded = sound.recording.data() + start * se_scene::kChannels;
         const double middle_s = static_cast<double>(start + kBlock / 2) / se_scene::kSampleRate;
         const double azimuth_deg = talkerAzimuthAt(options, middle_s);
         if (azimuth_deg != told_deg) {
@@ -82,13 +84,41 @@ Outputs runBoth(const se_scene::Scene& scene, const se_scene::SceneOptions& opti
     return outputs;
 }
 
+}  // namespace
+
+EngineText describeEngine() {
+    std::string kernels;
+    for (const auto& [family, variant] : se::selectedKernels()) {
+        kernels += (kernels.empty() ? "" : ", ") + std::string(family) + " " + variant;
+    }
+    return {se::p_signal_essence_library.get(), se::MMIfGetVersionString(), kernels};
+}
+
+Outputs runBoth(const se_scene::Scene& scene, const se_scene::SceneOptions& options, const RunOptions& run) {
+    const DeviceSound sound(scene);
+    Outputs outputs = runOnce(sound, options, run.tell_engine);
+    for (int pass = 1; pass < run.passes; ++pass) {
+        const Outputs again = runOnce(sound, options, run.tell_engine);
+        for (const System s : {kEngine, kPeer}) {
+            if (again.rows[s] != outputs.rows[s])
+                throw std::runtime_error(
+                    std::string(s == kEngine ? "the engine" : "the peer") +
+                    " gave another output in a further pass; report it as a defect, and use --passes 1");
+            std::transform(again.microseconds[s].begin(), again.microseconds[s].end(),
+                           outputs.microseconds[s].begin(), outputs.microseconds[s].begin(),
+                           [](double a, double b) { return std::min(a, b); });
+        }
+    }
+    return outputs;
+}
+
 Lags measureLags(double array_radius_m) {
     constexpr int kLongest = 800;  // samples
     se_scene::SceneOptions options;
     options.seconds = 3;
     options.array_radius_m = array_radius_m;
     const se_scene::Scene scene = makeScene(options);
-    const Outputs outputs = runBoth(scene, options, true);
+    const Outputs outputs = runBoth(scene, options, {true, 1});
     const auto lag = [&](System s) {
         return se_scene::delayBetween(scene.talker_direct, outputs.rows[s], kLongest);
     };

@@ -16,6 +16,9 @@ CLANG_PACKAGES=(clang clang-tidy)
 FUZZ_PACKAGES=(clang libclang-rt-14-dev)
 # The build dependencies of debian/control beside those above.
 PACKAGE_PACKAGES=(debhelper dpkg-dev fakeroot lintian xz-utils dh-python pybuild-plugin-pyproject python3 python3-setuptools)
+# Recordings of people, and what decodes them.
+SPEECH_PACKAGES=(asterisk-core-sounds-en-g722 asterisk-core-sounds-es-g722 asterisk-core-sounds-fr-g722
+    asterisk-core-sounds-it-g722 asterisk-core-sounds-ru-g722 pocketsphinx-testdata ffmpeg)
 FRESH_PACKAGES=(debootstrap)
 PEER_PACKAGES=(libavcodec-dev libavutil-dev libswresample-dev libfftw3-dev libkissfft-dev libliquid-dev libvolk2-dev
     libsamplerate0-dev libspeexdsp-dev libboost-dev libcli11-dev nlohmann-json3-dev gnuplot-nox)

@@ -16,7 +16,8 @@ enum class Stream : uint32_t {
     kDiffuseNoise,
     kSecondTalker,
     kSurroundings,
-    kTrial
+    kTrial,
+    kRecordedSpeech
 };
 
 class Random {

@@ -58,7 +58,8 @@ struct SceneOptions {
     double walk_s = 2;        // ... within this time
 
     std::optional<double>
-        second_talker_azimuth_deg;  // another talker, as far and as loud; they speak in turn
+        second_talker_azimuth_deg;            // another talker, as far and as loud; they speak in turn
+    std::vector<float> second_talker_speech;  // as `speech`
     double second_talker_pitch_hz = 170;
     double turn_s = 3;  // each speaks for this long
 
@@ -67,6 +68,7 @@ struct SceneOptions {
     double sensor_noise_dbfs = -65;       // white, independent at each microphone
     double diffuse_noise_dbfs = kSilent;  // from all around
     NoiseColour diffuse_noise_colour = NoiseColour::kPink;
+    std::vector<std::vector<float>> babble_speech;  // as `speech`, of voice after voice; empty: synthesised
 
     double reverberation_s = 0;  // time in which the room's sound falls by 60 dB; 0: free field
     RoomSize room;               // used only with reverberation

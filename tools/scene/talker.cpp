@@ -45,7 +45,8 @@ Row speechOf(int talker, const SceneOptions& options, size_t frames) {
     Random random(options.seed, talker == 0 ? Stream::kTalker : Stream::kSecondTalker);
     const Voice voice =
         withPitch(kTalkerVoice, talker == 0 ? options.talker_pitch_hz : options.second_talker_pitch_hz);
-    Row speech = speechOf(talker == 0 ? options.speech : Row(), voice, frames, random);
+    const Row& given = talker == 0 ? options.speech : options.second_talker_speech;
+    Row speech = speechOf(given, voice, frames, random);
     for (size_t i = 0; i < frames; ++i) {
         const double gate = gateOf(talker, options, static_cast<double>(i) / kSampleRate);
         speech[i] = static_cast<float>(gate * static_cast<double>(speech[i]));

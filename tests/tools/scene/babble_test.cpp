@@ -43,6 +43,22 @@ TEST(SceneBabble, ComesFromAllAround) {
     for (size_t m = 1; m < kMicrophones; ++m) EXPECT_NEAR(levelDbfs(scene.noise[m]), -40, 1) << m;
 }
 
+// Of one tone, the sum is that tone.
+TEST(SceneBabble, HasTheVoicesGiven) {
+    constexpr double kHertz = 50;
+    SceneOptions options = babbleAlone(2);
+    Row tone(kSampleRate);
+    for (size_t i = 0; i < tone.size(); ++i)
+        tone[i] = static_cast<float>(std::sin(2 * M_PI * kHertz * static_cast<double>(i) / kSampleRate));
+    options.babble_speech = {tone, tone};
+    const Row noise = makeScene(options).noise[0];
+    EXPECT_NEAR(levelDbfs(noise), -40, 0.1);
+    Row difference = excerpt(noise, 0.5, 1.5);
+    const Row later = excerpt(noise, 0.5 + 1 / kHertz, 1.5 + 1 / kHertz);
+    for (size_t i = 0; i < difference.size(); ++i) difference[i] -= later[i];
+    EXPECT_LT(levelDbfs(difference), -90);
+}
+
 TEST(SceneBabble, FitsIntoASmallRoom) {
     SceneOptions options = babbleAlone(1);
     options.reverberation_s = 0.2;

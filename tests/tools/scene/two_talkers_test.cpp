@@ -59,6 +59,17 @@ TEST(SceneTwoTalkers, HaveDifferentVoices) {
     EXPECT_NE(excerpt(higher, 3.1, 4.9), excerpt(sound, 3.1, 4.9));
 }
 
+TEST(SceneTwoTalkers, SayWhatIsGiven) {
+    SceneOptions options = twoTalkers();
+    options.speech = Row(160);
+    options.second_talker_speech = Row(160);
+    options.second_talker_speech[80] = 0.1F;  // a click every 10 ms
+    const Row sound = makeScene(options).talker[0];
+    EXPECT_EQ(powerOf(excerpt(sound, 0, 3)), 0);
+    EXPECT_EQ(powerOf(excerpt(sound, 5.1, 7)), 0);
+    EXPECT_NEAR(levelDbfs(excerpt(sound, 3.1, 4.9)), -26, 0.5);
+}
+
 TEST(SceneTwoTalkers, TheirTurnsAreKnown) {
     const SceneOptions options = twoTalkers();
     EXPECT_EQ(talkerAt(options, 0), 0);

@@ -33,6 +33,7 @@ struct SceneCommandOptions {
     se_scene::SceneOptions scene;
     std::string output;
     std::string speech;
+    std::string second_speech;
     std::string far_end_speech;
     std::string far_end_output;
     std::string parts;
@@ -88,6 +89,7 @@ Scene simulate(const SceneCommandOptions& command) {
     if (command.device_model) options.array_radius_m = kDeviceModelRadius;
     if (!command.array.empty()) options.circle = circleOf(command.array);
     options.speech = readSpeech(command.speech);
+    options.second_talker_speech = readSpeech(command.second_speech);
     options.far_end_speech = readSpeech(command.far_end_speech);
     return se_host::simulate(options);
 }
@@ -125,7 +127,8 @@ std::string summaryOf(const SceneCommandOptions& command, const std::vector<Outp
 
 void run(const SceneCommandOptions& command) {
     const std::vector<Output> outputs = outputsOf(command);
-    refuseClashes({command.speech, command.far_end_speech, command.array}, pathsOf(outputs));
+    refuseClashes({command.speech, command.second_speech, command.far_end_speech, command.array},
+                  pathsOf(outputs));
     std::list<se_output::OutputFile> files;  // before the work: reports an unwritable path early
     for (const Output& output : outputs) files.emplace_back(output.path);
 
@@ -157,6 +160,12 @@ void addFiles(CLI::App& command, SceneCommandOptions& options) {
         .add_option("--speech", options.speech,
                     "The talker's speech: a sound file's first channel (default: a synthetic voice)")
         ->type_name("FILE")
+        ->group("Talker");
+    command
+        .add_option("--second-speech", options.second_speech,
+                    "The second talker's speech, likewise; needs --second-azimuth")
+        ->type_name("FILE")
+        ->needs("--second-azimuth")
         ->group("Talker");
     command
         .add_option("--far-end-speech", options.far_end_speech,

@@ -85,6 +85,11 @@ TEST_F(BadScene, ASpeechFileThatIsMissing) {
     expectRefusal({"--speech", path("missing.wav")}, kFailure, "cannot read '" + path("missing.wav") + "'");
 }
 
+TEST_F(BadScene, SpeechOfASecondTalkerThatIsNotThere) {
+    expectRefusal({"--second-speech", path("speech.wav")}, kWrongUsage,
+                  "--second-speech requires --second-azimuth");
+}
+
 TEST_F(BadScene, AnUnwritablePart) {
     expectRefusal({"--parts", path("missing/part")}, kFailure, "missing/part-talker.wav");
 }

@@ -154,6 +154,15 @@ TEST_F(SceneCommand, SpeechAtAnotherRateIsResampled) {
     EXPECT_NEAR(static_cast<double>(loudest), 8000 + 16000 / 343.0, 2);  // one metre later
 }
 
+TEST_F(SceneCommand, TheSecondTalkersSpeechComesFromAFile) {
+    writeSound(path("speech.wav"), Sound{16000, 1, std::vector<int16_t>(160)});
+    expectDone(scene({"--second-azimuth", "180", "--turn", "0.5", "--second-speech", path("speech.wav"),
+                      "--sensor-noise", "none"}));
+    const std::vector<int16_t> centre = channelOf(written("out.wav"), 1);
+    EXPECT_FALSE(isSilent({centre.begin(), centre.begin() + 8000}));
+    EXPECT_TRUE(isSilent({centre.begin() + 8400, centre.end()}));  // the file is silent
+}
+
 TEST_F(SceneCommand, TheFarEndComesFromAFile) {
     writeSound(path("speech.wav"), Sound{16000, 1, std::vector<int16_t>(160, 1000)});
     expectDone(scene({"--echo", "-30", "--far-end-speech", path("speech.wav")}));
