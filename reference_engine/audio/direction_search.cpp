@@ -19,7 +19,7 @@ constexpr int kFloorBlocks = 150;        // after which the older half of the mi
 // A bin counts when its power exceeds these multiples of the noise floor (a minimum, well below the mean), of the expected
 // echo, of the removed echo, which comes back when its path changes, and of its own recent power: the onsets of a sound
 // arrive before its reflections.
-constexpr float kAboveFloor = 6.0f;
+constexpr float kAboveFloor = 3.5f;
 constexpr float kAboveEcho = 40.0f;
 constexpr float kAboveRemoved = 2.0f;
 constexpr float kAboveTail = 1.0f;

@@ -23,9 +23,9 @@ class LoudspeakerDirection {
 
   private:
     bool known_ = false;
-    int age_ = 0;                     // blocks since it was found
-    float powers_[kLocations] = {};   // of the paths, less their mean
-    float variance_ = 0;              // sum of their squares
+    int age_ = 0;                    // blocks since it was found
+    float powers_[kLocations] = {};  // of the paths, less their mean
+    float variance_ = 0;             // sum of their squares
 };
 
 }  // namespace reference_engine
