@@ -4,7 +4,6 @@
 #include "reference_engine/audio/direction_search.h"
 
 #include <algorithm>
-#include <cmath>
 #include <iterator>
 
 #include "reference_engine/routines/flushed.h"

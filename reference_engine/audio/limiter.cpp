@@ -4,7 +4,6 @@
 #include "reference_engine/audio/limiter.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "reference_engine/routines/fixed_point.h"
 

@@ -1,8 +1,6 @@
 #include "reference_engine/audio/microphone_spectra.h"
 
-#include <algorithm>
 #include <cmath>
-#include <iterator>
 
 #include "reference_engine/routines/elementary.h"
 

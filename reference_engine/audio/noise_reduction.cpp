@@ -1,7 +1,6 @@
 #include "reference_engine/audio/noise_reduction.h"
 
 #include <algorithm>
-#include <cmath>
 #include <iterator>
 
 #include "reference_engine/routines/fixed_point.h"

@@ -1,8 +1,6 @@
 #include "reference_engine/audio/echo/echo_canceller.h"
 
 #include <algorithm>
-#include <cmath>
-#include <iterator>
 
 #include "reference_engine/audio/meters.h"
 #include "reference_engine/routines/elementary.h"
