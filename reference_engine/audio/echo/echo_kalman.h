@@ -15,8 +15,8 @@ class EchoKalman {
     // in: the share of a path's power that may be another after a block; the power that may appear in its first partition.
     void init(float forgetting, float appearing);
 
-    // A block. in: the mean power of the paths and the power of the errors. out: the steps of the adaptation. The uncertainties are reduced
-    // accordingly.
+    // A block. in: the mean power of the paths and the power of the errors. out: the steps of the adaptation. The
+    // uncertainties are reduced accordingly.
     void update(const EchoGroups (&path_power)[kPartitions], const FarEnd& far_end,
                 const EchoBins& error_power, EchoBins (&step)[kPartitions]);
 
