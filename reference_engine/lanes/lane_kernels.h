@@ -32,12 +32,11 @@ struct LanePartition {
     const float* last_step;
 };
 
-// Of a partition, and the far end's spectrum that it is multiplied by. The path's power is the mean of each group.
+// Of a partition, and the power of the far end that it is multiplied by. The path's power is the mean of each group.
 struct LaneUncertainty {
     Group* uncertainty;
     const float* path_power;
-    const Group* re;
-    const Group* im;
+    const Group* far_power;
     float appearing;
     Group* step;
 };

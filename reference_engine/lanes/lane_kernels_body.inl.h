@@ -218,52 +218,79 @@ inline void transposePairs(Lanes* rows, int distance) {
     }
 }
 
-// Of eight bins at a time, whose powers are transposed.
-void powers(const LaneBin* spectra, int bins, float* mean, float* last) {
+// Of `count` bins, up to eight, whose powers are transposed.
+inline __attribute__((always_inline)) void powersOf(const LaneBin* spectra, int count, float* mean,
+                                                    float* last) {
     constexpr float kShare = 1.0f / (kLanes - 1);
-    for (int k = 0; k < bins; k += kLanes) {
-        const int count = bins - k < kLanes ? bins - k : kLanes;
-        Lanes rows[std::size_t{kLanes}] = {};
-        for (int i = 0; i < count; ++i) rows[i] = powerOf(spectra[k + i]);
-        transposePairs(rows, 1);
-        transposePairs(rows, 2);
-        transposePairs(rows, 4);
-        Lanes sum = rows[0];
-        for (int m = 1; m < kLanes - 1; ++m) sum += rows[m];
-        sum *= kShare;
-        for (int i = 0; i < count; ++i) mean[k + i] = sum[i];
-        for (int i = 0; i < count; ++i) last[k + i] = rows[kLanes - 1][i];
+    Lanes rows[std::size_t{kLanes}] = {};
+    for (int i = 0; i < count; ++i) rows[i] = powerOf(spectra[i]);
+    transposePairs(rows, 1);
+    transposePairs(rows, 2);
+    transposePairs(rows, 4);
+    Lanes sum = rows[0];
+    for (int m = 1; m < kLanes - 1; ++m) sum += rows[m];
+    sum *= kShare;
+    for (int i = 0; i < count; ++i) mean[i] = sum[i];
+    for (int i = 0; i < count; ++i) last[i] = rows[kLanes - 1][i];
+}
+
+void powers(const LaneBin* spectra, int bins, float* mean, float* last) {
+    int k = 0;
+    for (; k + kLanes <= bins; k += kLanes) powersOf(spectra + k, kLanes, mean + k, last + k);
+    powersOf(spectra + k, bins - k, mean + k, last + k);
+}
+
+// One register of neighbouring bins.
+#ifdef __AVX512F__
+using Wide = Group;
+#elif defined(__AVX__)
+using Wide = Lanes;
+#else
+using Wide = Quad;
+#endif
+constexpr int kWidesOfGroup = sizeof(Group) / sizeof(Wide);
+
+inline const Wide* wides(const Group* groups) {
+    return reinterpret_cast<const Wide*>(groups);
+}
+
+inline Wide* wides(Group* groups) {
+    return reinterpret_cast<Wide*>(groups);
+}
+
+// Of the bins of register `i`, which belong to group `g`.
+inline void kalmanOf(const LaneUncertainty* partitions, int count, const LaneKalman& of, Wide power, int g,
+                     int i, Wide* noise, Wide* residual) {
+    constexpr float kTiny = 1e-3f;  // against division by zero; samples are integers
+    Wide unknown = {};
+    for (int p = 0; p < count; ++p) {
+        const LaneUncertainty& from = partitions[p];
+        const Wide uncertainty = wides(from.uncertainty)[i] * (1 - of.forgetting) +
+                                 (from.path_power[g] * of.forgetting + from.appearing);
+        wides(from.uncertainty)[i] = uncertainty;
+        unknown += uncertainty * wides(from.far_power)[i];
+    }
+    unknown *= of.share_of_frame;
+    const Wide mean = noise[i] * of.noise_memory + power * (1 - of.noise_memory);
+    const Wide to_step = 1 / (unknown + (mean > power ? mean : power) + kTiny);
+    noise[i] = mean;
+    residual[i] = unknown;
+    const float share = of.share_of_sample * of.share_of_frame;
+    for (int p = 0; p < count; ++p) {
+        const LaneUncertainty& from = partitions[p];
+        const Wide uncertainty = wides(from.uncertainty)[i];
+        const Wide step = uncertainty * to_step;
+        wides(from.step)[i] = step;
+        wides(from.uncertainty)[i] = uncertainty / (1 + step * wides(from.far_power)[i] * share);
     }
 }
 
 void kalman(const LaneUncertainty* partitions, int count, const LaneKalman& constants,
             const Group* error_power, int groups, Group* noise, Group* residual) {
-    constexpr float kTiny = 1e-3f;  // against division by zero; samples are integers
     const LaneKalman all = constants;
-    const float share = all.share_of_sample * all.share_of_frame;
-    for (int g = 0; g < groups; ++g) {
-        Group unknown = {};
-        for (int p = 0; p < count; ++p) {
-            const LaneUncertainty of = partitions[p];
-            const Group uncertainty =
-                of.uncertainty[g] * (1 - all.forgetting) + (of.path_power[g] * all.forgetting + of.appearing);
-            of.uncertainty[g] = uncertainty;
-            unknown += uncertainty * (of.re[g] * of.re[g] + of.im[g] * of.im[g]);
-        }
-        unknown *= all.share_of_frame;
-        const Group power = error_power[g];
-        const Group mean = noise[g] * all.noise_memory + power * (1 - all.noise_memory);
-        const Group to_step = 1 / (unknown + (mean > power ? mean : power) + kTiny);
-        noise[g] = mean;
-        residual[g] = unknown;
-        for (int p = 0; p < count; ++p) {
-            const LaneUncertainty of = partitions[p];
-            const Group uncertainty = of.uncertainty[g];
-            const Group step = uncertainty * to_step;
-            of.step[g] = step;
-            of.uncertainty[g] =
-                uncertainty / (1 + step * (of.re[g] * of.re[g] + of.im[g] * of.im[g]) * share);
-        }
+    for (int i = 0; i < groups * kWidesOfGroup; ++i) {
+        kalmanOf(partitions, count, all, wides(error_power)[i], i / kWidesOfGroup, i, wides(noise),
+                 wides(residual));
     }
 }
 

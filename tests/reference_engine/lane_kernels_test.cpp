@@ -227,8 +227,7 @@ TEST_P(LaneKernelsTest, EchoAndErrorsHaveTheSameBits) {
 
 TEST_P(LaneKernelsTest, UncertaintiesHaveTheSameBits) {
     const std::vector<float> path_power = {0.5F, 0.25F};
-    const std::vector<GroupCell> re = groups(2, -1000, 1000), im = groups(2, -1000, 1000),
-                                 error_power = groups(2, 0, 1e9F);
+    const std::vector<GroupCell> far_power = groups(2, 0, 1e6F), error_power = groups(2, 0, 1e9F);
     const std::vector<GroupCell> uncertainty = groups(4, 0, 1);
     const LaneKalman constants = {0.01F, 0.6F, 0.7F, 0.4F};
     struct State {
@@ -238,7 +237,7 @@ TEST_P(LaneKernelsTest, UncertaintiesHaveTheSameBits) {
         State state = {uncertainty, groups(4, 0, 0), groups(2, 5, 5), groups(2, 0, 0)};
         LaneUncertainty partitions[2];
         for (int p = 0; p < 2; ++p) {
-            partitions[p] = {at(state.uncertainty) + 2 * p, path_power.data(), at(re), at(im), 1e-9F,
+            partitions[p] = {at(state.uncertainty) + 2 * p, path_power.data(), at(far_power), 1e-9F,
                              at(state.step) + 2 * p};
         }
         kernels.kalman(partitions, 2, constants, at(error_power), 2, at(state.noise), at(state.residual));

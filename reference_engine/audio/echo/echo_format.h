@@ -35,7 +35,7 @@ using EchoGroups = std::array<float, kEchoGroups>;
 
 // Of the far end.
 struct FarSpectrum {
-    EchoBins re, im;
+    EchoBins re, im, power;
 };
 
 using LaneSignals = Lanes[kEchoFrame];

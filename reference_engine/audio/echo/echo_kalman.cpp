@@ -35,9 +35,8 @@ void EchoKalman::update(const EchoGroups (&path_power)[kPartitions], const FarEn
     LaneUncertainty partitions[kPartitions];
     for (int p = 0; p < kPartitions; ++p) {
         const FarSpectrum& x = far_end.spectrum(p * kPartitionBlocks);
-        partitions[p] = {
-            uncertainty_[p].groups(), path_power[p].data(), x.re.groups(), x.im.groups(), appearing_[p],
-            step[p].groups()};
+        partitions[p] = {uncertainty_[p].groups(), path_power[p].data(), x.power.groups(), appearing_[p],
+                         step[p].groups()};
     }
     const LaneKalman constants = {forgetting_, kNoiseMemory, kShareOfFrame, kShareOfSample};
     laneKernels().kalman(partitions, kPartitions, constants, error_power.groups(), kEchoGroups,

@@ -16,6 +16,10 @@ void readLane(const LaneSpectra& spectra, int lane, FarSpectrum* out) {
         out->re.value[k] = spectra[k].re[lane];
         out->im.value[k] = spectra[k].im[lane];
     }
+    for (int g = 0; g < kEchoGroups; ++g) {
+        const Group re = out->re.groups()[g], im = out->im.groups()[g];
+        out->power.groups()[g] = re * re + im * im;
+    }
 }
 
 }  // namespace
