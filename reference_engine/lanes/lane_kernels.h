@@ -99,6 +99,10 @@ struct LaneKernels {
     // the conjugate of the steering. A lane of the steering is a direction; each bin has one for each of the others.
     void (*steer)(const LaneBin* spectra, const LaneBin* steering, const float* weight, int bins,
                   Lanes* power, Lanes* opposite);
+
+    // The spectrum of one signal of `size` samples, from those of its phases: lane j has the bins of samples j, j + 8 ... and,
+    // in `turns`, the factors exp(-2 pi i j k / size). writes: size / 2 + 1 bins. needs: a size of 128 at least.
+    void (*combine)(const LaneBin* phases, const LaneBin* turns, int size, float* re, float* im);
 };
 
 extern const LaneKernels kLaneKernelsSse2;

@@ -218,15 +218,19 @@ inline void transposePairs(Lanes* rows, int distance) {
     }
 }
 
+inline void transpose(Lanes* rows) {
+    transposePairs(rows, 1);
+    transposePairs(rows, 2);
+    transposePairs(rows, 4);
+}
+
 // Of `count` bins, up to eight, whose powers are transposed.
 inline __attribute__((always_inline)) void powersOf(const LaneBin* spectra, int count, float* mean,
                                                     float* last) {
     constexpr float kShare = 1.0f / (kLanes - 1);
     Lanes rows[std::size_t{kLanes}] = {};
     for (int i = 0; i < count; ++i) rows[i] = powerOf(spectra[i]);
-    transposePairs(rows, 1);
-    transposePairs(rows, 2);
-    transposePairs(rows, 4);
+    transpose(rows);
     Lanes sum = rows[0];
     for (int m = 1; m < kLanes - 1; ++m) sum += rows[m];
     sum *= kShare;
@@ -340,6 +344,71 @@ void quantise(const Lanes* signals, const Lanes* factor, float limit, int count,
     }
 }
 
+// Of eight values, each of which is a Lanes: their transform. out: eight each.
+inline void transformAcross(const Lanes* re, const Lanes* im, Lanes* out_re, Lanes* out_im) {
+    constexpr float kHalfRoot = 0.70710678f;
+    Lanes sum_re[4], sum_im[4], gap_re[4], gap_im[4];
+    for (int i = 0; i < 4; ++i) {
+        sum_re[i] = re[i] + re[i + 4], sum_im[i] = im[i] + im[i + 4];
+        gap_re[i] = re[i] - re[i + 4], gap_im[i] = im[i] - im[i + 4];
+    }
+    // The gaps are turned by an eighth of a circle more each.
+    const Lanes one_re = (gap_re[1] + gap_im[1]) * kHalfRoot, one_im = (gap_im[1] - gap_re[1]) * kHalfRoot;
+    const Lanes two_re = gap_im[2], two_im = -gap_re[2];
+    const Lanes three_re = (gap_im[3] - gap_re[3]) * kHalfRoot;
+    const Lanes three_im = -(gap_re[3] + gap_im[3]) * kHalfRoot;
+    const auto four = [&](int first, const Lanes(&r)[4], const Lanes(&i)[4]) {
+        const Lanes a = r[0] + r[2], b = r[0] - r[2], c = r[1] + r[3], d = r[1] - r[3];
+        const Lanes e = i[0] + i[2], f = i[0] - i[2], g = i[1] + i[3], h = i[1] - i[3];
+        out_re[first] = a + c, out_im[first] = e + g;
+        out_re[first + 2] = b + h, out_im[first + 2] = f - d;
+        out_re[first + 4] = a - c, out_im[first + 4] = e - g;
+        out_re[first + 6] = b - h, out_im[first + 6] = f + d;
+    };
+    four(0, {sum_re[0], sum_re[1], sum_re[2], sum_re[3]}, {sum_im[0], sum_im[1], sum_im[2], sum_im[3]});
+    four(1, {gap_re[0], one_re, two_re, three_re}, {gap_im[0], one_im, two_im, three_im});
+}
+
+// Of `count` bins of the phases, up to eight: those of each eighth of the spectrum.
+inline __attribute__((always_inline)) void combineBins(const LaneBin* phases, const LaneBin* turns, int count,
+                                                       Lanes* re, Lanes* im) {
+    Lanes rows_re[std::size_t{kLanes}] = {}, rows_im[std::size_t{kLanes}] = {};
+    for (int i = 0; i < count; ++i) {
+        rows_re[i] = phases[i].re * turns[i].re - phases[i].im * turns[i].im;
+        rows_im[i] = phases[i].re * turns[i].im + phases[i].im * turns[i].re;
+    }
+    transpose(rows_re);
+    transpose(rows_im);
+    transformAcross(rows_re, rows_im, re, im);
+}
+
+inline void storeReversed(const Lanes& value, float* last) {
+    *reinterpret_cast<LooseLanes*>(last - (kLanes - 1)) =
+        __builtin_shufflevector(value, value, 7, 6, 5, 4, 3, 2, 1, 0);
+}
+
+// The phases' last bin is in the middle of each eighth. The spectrum's second half mirrors the first one.
+void combine(const LaneBin* phases, const LaneBin* turns, int size, float* re, float* im) {
+    const int eighth = size / kLanes;
+    Lanes of_re[std::size_t{kLanes}], of_im[std::size_t{kLanes}];
+    for (int k = 0; k < eighth / 2; k += kLanes) {
+        combineBins(phases + k, turns + k, kLanes, of_re, of_im);
+        for (int q = 0; q < kLanes / 2; ++q) {
+            *reinterpret_cast<LooseLanes*>(re + q * eighth + k) = of_re[q];
+            *reinterpret_cast<LooseLanes*>(im + q * eighth + k) = of_im[q];
+        }
+        for (int q = kLanes / 2; q < kLanes; ++q) {
+            storeReversed(of_re[q], re + (kLanes - q) * eighth - k);
+            storeReversed(-of_im[q], im + (kLanes - q) * eighth - k);
+        }
+    }
+    combineBins(phases + eighth / 2, turns + eighth / 2, 1, of_re, of_im);
+    for (int q = 0; q < kLanes / 2; ++q) {
+        re[q * eighth + eighth / 2] = of_re[q][0];
+        im[q * eighth + eighth / 2] = of_im[q][0];
+    }
+}
+
 float sumOf(const Lanes& a) {
     return ((a[0] + a[4]) + (a[2] + a[6])) + ((a[1] + a[5]) + (a[3] + a[7]));
 }
@@ -406,7 +475,7 @@ void steer(const LaneBin* spectra, const LaneBin* steering, const float* weight,
 
 constexpr LaneKernels kLaneKernels = {forward,     backward,  adapt, adaptAndPredict, subtract,
                                       powers,      kalman,    scale, magnitudes,      quantise,
-                                      interpolate, correlate, steer};
+                                      interpolate, correlate, steer, combine};
 
 }  // namespace
 }  // namespace reference_engine

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "reference_engine/lanes/lane_fft.h"
+#include "reference_engine/lanes/single_fft.h"
 
 using namespace reference_engine;
 
@@ -140,6 +141,44 @@ TEST(LaneFft, IsTheDirectTransformOfEachLane) {
             EXPECT_NEAR(back[n][5] / static_cast<float>(size), signals[n][5], 1e-6F) << size;
         }
     }
+}
+
+TEST(SingleFft, IsTheTransformOfOneLane) {
+    for (const int size : {256, 512, 1024}) {
+        LaneFft lane_fft;
+        SingleFft fft;
+        lane_fft.init(size);
+        fft.init(size);
+        Signals signals(size);
+        alignas(LaneBin) float samples[1024];
+        std::mt19937 random(static_cast<unsigned>(size));
+        std::uniform_real_distribution<float> number(-1, 1);
+        for (int n = 0; n < size; ++n) {
+            signals[n] = Lanes{};
+            signals[n][3] = samples[n] = number(random);
+        }
+        const size_t count = static_cast<size_t>(size) / 2 + 1;
+        std::vector<LaneBin> spectra(count);
+        lane_fft.forward(signals.data(), spectra.data());
+        constexpr float kBehind = 77;
+        std::vector<float> re(count + 1, kBehind), im(count + 1, kBehind);
+        fft.forward(samples, re.data(), im.data());
+        for (size_t k = 0; k < count; ++k) {
+            EXPECT_NEAR(re[k], spectra[k].re[3], 2e-5F) << k;
+            EXPECT_NEAR(im[k], spectra[k].im[3], 2e-5F) << k;
+        }
+        EXPECT_EQ(re[count], kBehind);
+        EXPECT_EQ(im[count], kBehind);
+    }
+}
+
+TEST_P(LaneKernelsTest, SpectraOfPhasesHaveTheSameBits) {
+    const std::vector<LaneBin> phases = bins(kSize / 16 + 1), turns = bins(kSize / 16 + 1);
+    std::vector<float> re_a(kBins), im_a(kBins), re_b(kBins), im_b(kBins);
+    narrow_.combine(phases.data(), turns.data(), kSize, re_a.data(), im_a.data());
+    wide_.combine(phases.data(), turns.data(), kSize, re_b.data(), im_b.data());
+    EXPECT_TRUE(same(re_a, re_b));
+    EXPECT_TRUE(same(im_a, im_b));
 }
 
 TEST_P(LaneKernelsTest, TransformsHaveTheSameBits) {

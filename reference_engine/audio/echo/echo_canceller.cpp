@@ -73,7 +73,8 @@ void EchoCanceller::process(const int16_t* far_end, const MicrophoneBlock& in, M
         std::copy(in[0], in[0] + kMicrophones * kBlock, out[0]);
         return;
     }
-    transformInputs();
+    if (far_end_.transform() && restart_after_move_) restart();
+    found_delay_ = delay_.update(far_end_.played());
     constrain();
     predict();
     subtract(out);
@@ -84,20 +85,13 @@ void EchoCanceller::process(const int16_t* far_end, const MicrophoneBlock& in, M
 
 // The last lane hears what the first microphone does.
 void EchoCanceller::remember(const MicrophoneBlock& in) {
+    delay_.remember(in[0]);
     LaneSample* const newest = microphones_.advance();
     for (int i = 0; i < kBlock; ++i) {
         Lanes& sample = newest[i].lanes;
         for (int m = 0; m < kMicrophones; ++m) sample[m] = in[m][i];
         sample[EchoFilter::kShadowLane] = in[EchoFilter::kMainLane][i];
     }
-}
-
-void EchoCanceller::transformInputs() {
-    far_end_.writeFrames(signals_);
-    delay_.writeFrames(far_end_.played(), microphones(), signals_);
-    fft_.forward(signals_, spectra_);
-    if (far_end_.readSpectra(spectra_) && restart_after_move_) restart();
-    found_delay_ = delay_.update(spectra_);
 }
 
 // One partition a block. The first one every second time, as its taps are used in the time domain.

@@ -45,7 +45,6 @@ class EchoCanceller {
     void remember(const MicrophoneBlock& in);
     const Lanes* microphones() const { return &microphones_.values()->lanes; }  // the last frame
     void subtract(MicrophoneBlock& out);
-    void transformInputs();
     int nextConstrained() const;
     void constrain();
     void predict();

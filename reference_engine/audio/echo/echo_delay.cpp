@@ -20,7 +20,9 @@ constexpr float kTiny = 1e-3f;     // against division by zero; samples are inte
 }  // namespace
 
 void EchoDelay::init() {
-    fft_.init(kPeakFrame);
+    fft_.init(kEchoFrame);
+    peak_fft_.init(kPeakFrame);
+    microphone_.clear();
     for (int i = 0; i < kEchoFrame; ++i) {
         window_[i] = static_cast<float>(0.5 - 0.5 * cosine(2 * M_PI * (i + 0.5) / kEchoFrame));
     }
@@ -30,35 +32,33 @@ void EchoDelay::init() {
     newest_ = best_ = best_blocks_ = 0;
 }
 
-void EchoDelay::writeFrames(const int16_t* far_end, const Lanes* microphones, LaneSignals& signals) const {
-    for (int i = 0; i < kEchoFrame; ++i) {
-        signals[i][kFarLane] = window_[i] * far_end[i];
-        signals[i][kMicrophoneLane] = window_[i] * microphones[i][0];
+void EchoDelay::findPhases(const int16_t* frame, Phases* phases) {
+    constexpr int kBins = kGroups * kLanes;
+    alignas(LaneBin) float samples[kEchoFrame];
+    for (int i = 0; i < kEchoFrame; ++i) samples[i] = window_[i] * frame[i];
+    EchoBins re, im;
+    fft_.forward(samples, re.value, im.value);
+    float* const phase_re = reinterpret_cast<float*>(phases->re);
+    float* const phase_im = reinterpret_cast<float*>(phases->im);
+    float powers[kBins];
+    for (int i = 0; i < kBins; ++i) {
+        const float of_re = re.value[kFirstBin + kBinStep * i];
+        const float of_im = im.value[kFirstBin + kBinStep * i];
+        powers[i] = of_re * of_re + of_im * of_im;
+        const float to_unit = 1 / std::sqrt(powers[i] + kTiny);
+        phase_re[i] = of_re * to_unit;
+        phase_im[i] = of_im * to_unit;
     }
-}
-
-void EchoDelay::readPhases(const LaneSpectra& spectra, int lane, Phases* phases) {
     float total = 0;
-    for (int g = 0; g < kGroups; ++g) {
-        for (int i = 0; i < kLanes; ++i) {
-            const LaneBin& bin = spectra[kFirstBin + kBinStep * (g * kLanes + i)];
-            const float re = bin.re[lane];
-            const float im = bin.im[lane];
-            const float power = re * re + im * im;
-            const float to_unit = 1 / std::sqrt(power + kTiny);
-            phases->re[g][i] = re * to_unit;
-            phases->im[g][i] = im * to_unit;
-            total += power;
-        }
-    }
-    phases->power = total / (kGroups * kLanes);
+    for (const float power : powers) total += power;
+    phases->power = total / kBins;
 }
 
-std::optional<int> EchoDelay::update(const LaneSpectra& spectra) {
+std::optional<int> EchoDelay::update(const int16_t* far_end) {
     newest_ = (newest_ + kFrames - 1) % kFrames;
-    readPhases(spectra, kFarLane, &far_end_[newest_]);
+    findPhases(far_end, &far_end_[newest_]);
     Phases microphone;
-    readPhases(spectra, kMicrophoneLane, &microphone);
+    findPhases(microphone_.values(), &microphone);
 
     if (microphone.power < kAudible) return std::nullopt;
     const int lag = strongestLag(microphone);
@@ -100,7 +100,7 @@ int EchoDelay::peakOf(const Phases& cross) const {
         }
     }
     float correlation[kPeakFrame];
-    fft_.backward(bins, correlation);
+    peak_fft_.backward(bins, correlation);
     const auto quieter = [](float a, float b) { return std::abs(a) < std::abs(b); };
     const auto peak = std::max_element(std::begin(correlation), std::end(correlation), quieter);
     const int place = static_cast<int>(peak - std::begin(correlation));

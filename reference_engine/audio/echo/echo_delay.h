@@ -4,10 +4,13 @@
 // stable phase towards the far end at any lag. Threads: init [setup]; the others [audio] rt-safe.
 #pragma once
 
+#include <algorithm>
+#include <cstdint>
 #include <optional>
 
 #include "reference_engine/audio/echo/far_end.h"
-#include "reference_engine/lanes/lane_kernels.h"
+#include "reference_engine/audio/sliding_window.h"
+#include "reference_engine/lanes/single_fft.h"
 #include "reference_engine/routines/real_fft.h"
 
 namespace reference_engine {
@@ -16,18 +19,13 @@ class EchoDelay {
   public:
     void init();
 
-    // in: the last kEchoFrame samples of the far end as played, and of a microphone. The transform of the frames is
-    // shared with others.
-    void writeFrames(const int16_t* far_end, const Lanes* microphones, LaneSignals& signals) const;
+    // in: a block of a microphone.
+    void remember(const int16_t* microphone) { std::copy_n(microphone, kBlock, microphone_.advance()); }
 
-    // The delay in samples, once it is certain: 0 to kLags * kLag.
-    std::optional<int> update(const LaneSpectra& spectra);
+    // in: the last kEchoFrame samples of the far end as played. The delay in samples, once it is certain: 0 to kLags * kLag.
+    std::optional<int> update(const int16_t* far_end);
 
   private:
-    static constexpr int kFarLane = FarEnd::kLanesUsed;
-    static constexpr int kMicrophoneLane = kFarLane + 1;
-    static_assert(kMicrophoneLane < kLanes);
-
     static constexpr int kLag =
         kPartition;  // samples: a fraction of the frame, so that no delay falls between two
     static constexpr int kLagBlocks = kPartitionBlocks;
@@ -45,13 +43,15 @@ class EchoDelay {
         float power;  // mean of the bins
     };
 
-    static void readPhases(const LaneSpectra& spectra, int lane, Phases* phases);
+    void findPhases(const int16_t* frame, Phases* phases);
     int strongestLag(const Phases& microphone);
     bool isUnique(int best) const;
     int peakOf(const Phases& cross) const;
 
-    RealFft fft_;
-    float window_[kEchoFrame] = {};
+    SingleFft fft_;
+    RealFft peak_fft_;
+    alignas(LaneBin) float window_[kEchoFrame] = {};
+    SlidingWindow<int16_t, kEchoFrame> microphone_;
     Phases far_end_[kFrames] = {};  // in a ring
     int newest_ = 0;
     Phases cross_[kLags] = {};

@@ -9,29 +9,14 @@
 #include "reference_engine/routines/fixed_point.h"
 
 namespace reference_engine {
-namespace {
-
-void readLane(const LaneSpectra& spectra, int lane, FarSpectrum* out) {
-    for (int k = 0; k < kEchoBins; ++k) {
-        out->re.value[k] = spectra[k].re[lane];
-        out->im.value[k] = spectra[k].im[lane];
-    }
-    for (int g = 0; g < kEchoGroups; ++g) {
-        const Group re = out->re.groups()[g], im = out->im.groups()[g];
-        out->power.groups()[g] = re * re + im * im;
-    }
-}
-
-}  // namespace
-
-void FarEnd::Ring::add(const LaneSpectra& from, int lane) {
+FarSpectrum& FarEnd::Ring::newer() {
     newest = (newest + kSpectra - 1) % kSpectra;
-    readLane(from, lane, &spectra[newest]);
     known = std::min(known + 1, kSpectra);
+    return spectra[newest];
 }
 
-void FarEnd::Ring::addOlder(const LaneSpectra& from, int lane) {
-    if (known < kSpectra) readLane(from, lane, &spectra[(newest + known++) % kSpectra]);
+FarSpectrum& FarEnd::Ring::older() {
+    return spectra[(newest + known++) % kSpectra];
 }
 
 void FarEnd::init() {
@@ -42,6 +27,7 @@ void FarEnd::init() {
     for (FarSpectrum& spectrum : rings_[present_].spectra) spectrum = FarSpectrum{};
     rings_[present_].known = kSpectra;
     moving_ = false;
+    fft_.init(kEchoFrame);
     designInterpolation();
 }
 
@@ -105,25 +91,30 @@ void FarEnd::moveTo(int delay) {
     rings_[1 - present_].known = 0;
 }
 
-void FarEnd::writeFrame(int lane, int age, LaneSignals& signals) const {
-    const int16_t* frame = history_.values() + kHistory - kEchoFrame - next_delay_ - age * kBlock;
-    for (int i = 0; i < kEchoFrame; ++i) signals[i][lane] = frame[i];
+// Of the frame that ended `age` blocks before the last one.
+const int16_t* FarEnd::movedFrame(int age) const {
+    return history_.values() + kHistory - kEchoFrame - next_delay_ - age * kBlock;
 }
 
-void FarEnd::writeFrames(LaneSignals& signals) const {
-    for (int i = 0; i < kEchoFrame; ++i) signals[i][kFrameLane] = aligned_[i];
-    if (!moving_) return;
-    writeFrame(kMovedLane, 0, signals);
-    for (int i = 0; i < kOldFrames; ++i)
-        writeFrame(kMovedLane + 1 + i, rings_[1 - present_].known + 1 + i, signals);
+void FarEnd::transform(const int16_t* frame, FarSpectrum& out) {
+    alignas(LaneBin) float samples[kEchoFrame];
+    std::copy_n(frame, kEchoFrame, samples);
+    fft_.forward(samples, out.re.value, out.im.value);
+    for (int g = 0; g < kEchoGroups; ++g) {
+        const Group re = out.re.groups()[g], im = out.im.groups()[g];
+        out.power.groups()[g] = re * re + im * im;
+    }
 }
 
-bool FarEnd::readSpectra(const LaneSpectra& spectra) {
-    rings_[present_].add(spectra, kFrameLane);
+bool FarEnd::transform() {
+    transform(aligned_, rings_[present_].newer());
     if (!moving_) return false;
-    rings_[1 - present_].add(spectra, kMovedLane);
-    for (int i = 0; i < kOldFrames; ++i) rings_[1 - present_].addOlder(spectra, kMovedLane + 1 + i);
-    if (rings_[1 - present_].known < kSpectra) return false;
+    Ring& moved = rings_[1 - present_];
+    transform(movedFrame(0), moved.newer());
+    for (int i = 0; i < kOldFrames && moved.known < kSpectra; ++i) {
+        transform(movedFrame(moved.known), moved.older());
+    }
+    if (moved.known < kSpectra) return false;
     finishMove();
     return true;
 }

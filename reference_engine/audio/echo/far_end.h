@@ -7,6 +7,7 @@
 
 #include "reference_engine/audio/echo/echo_format.h"
 #include "reference_engine/audio/sliding_window.h"
+#include "reference_engine/lanes/single_fft.h"
 
 namespace reference_engine {
 
@@ -30,10 +31,9 @@ class FarEnd {
     // No sound within all that it remembers.
     bool silent() const { return silent_blocks_ == kHistoryBlocks; }
 
-    // The transform of the frames is shared with others: they go into lanes of `signals`, and come back as lanes of
-    // `spectra`. True when a move has come to its end.
-    void writeFrames(LaneSignals& signals) const;
-    bool readSpectra(const LaneSpectra& spectra);
+    // Computes the spectrum of the last frame; while it moves, some of those at the new delay, too. True when a move has come
+    // to its end.
+    bool transform();
 
     // Of the frame that ended `blocks` before the last one.
     const FarSpectrum& spectrum(int blocks) const {
@@ -47,13 +47,8 @@ class FarEnd {
     // As played, the last kEchoFrame samples, oldest first.
     const int16_t* played() const { return history_.values() + kHistory - kEchoFrame; }
 
-    // The lanes that it uses.
-    static constexpr int kOldFrames = 3;  // a block, while it moves
-    static constexpr int kFrameLane = 0;
-    static constexpr int kMovedLane = 1;  // then those of the old frames
-    static constexpr int kLanesUsed = 2 + kOldFrames;
-
   private:
+    static constexpr int kOldFrames = 3;  // a block, while it moves
     static constexpr int kHistoryBlocks = 102;
     static constexpr int kHistory = kHistoryBlocks * kBlock;
     static constexpr int kReach = 12;  // samples on either side of an interpolated one
@@ -66,14 +61,15 @@ class FarEnd {
         int newest = 0;
         int known = 0;
 
-        void add(const LaneSpectra& spectra, int lane);       // a newer one
-        void addOlder(const LaneSpectra& spectra, int lane);  // than all known
+        FarSpectrum& newer();  // than all known
+        FarSpectrum& older();  // needs: not all are known
     };
 
     void designInterpolation();
     void align(double drift);
     void interpolate(double position, double step, int16_t* out) const;
-    void writeFrame(int lane, int age, LaneSignals& signals) const;
+    void transform(const int16_t* frame, FarSpectrum& out);
+    const int16_t* movedFrame(int age) const;
     void finishMove();
 
     SlidingWindow<int16_t, kHistory> history_;
@@ -82,6 +78,7 @@ class FarEnd {
     double delay_ = 0;
     alignas(Lanes) float taps_[kPhases + 1][2 * kReach] = {};  // of the interpolation
 
+    SingleFft fft_;
     Ring rings_[2];
     int present_ = 0;  // of the rings; the other one is filled while it moves
     bool moving_ = false;
