@@ -49,6 +49,11 @@ Bin timesMinusI(Bin a) {
     return conjugate(swapped(a));
 }
 
+// a * conj(re + i im), of a and a times -i.
+Bin timesConjugate(Bin a, Bin times_minus_i, float re, float im) {
+    return a * re + times_minus_i * im;
+}
+
 // A twiddle factor: one cosine; sines with the sign that the real or the imaginary part needs.
 struct Turn {
     Bin cosine, sine;
@@ -65,9 +70,9 @@ Bin turned(Bin a, const Turn& turn) {
 
 #else
 
-constexpr int kTogether = 1;
-
 #ifdef __AVX__
+
+constexpr int kTogether = 2;
 
 using Part = Lanes;
 
@@ -85,6 +90,8 @@ Part partOf(const float& others, const float& last) {
 }
 
 #else
+
+constexpr int kTogether = 1;
 
 typedef float Quad __attribute__((vector_size(16), may_alias));
 
@@ -174,6 +181,10 @@ Bin conjugate(const Bin& a) {
 
 Bin timesMinusI(const Bin& a) {
     return {a.im, -a.re};
+}
+
+Bin timesConjugate(const Bin& a, const Bin&, float re, float im) {
+    return {a.re * re + a.im * im, a.im * re - a.re * im};
 }
 
 // A twiddle factor.

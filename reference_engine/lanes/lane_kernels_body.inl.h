@@ -141,7 +141,7 @@ inline LanePartition partitionFrom(const LanePartition& all, int k) {
 }
 
 inline Bin adapted(const LanePartition& from, int i, const Bin& error, const Bin& turned_error) {
-    const Bin gradient = error * from.learnt_re[i] + turned_error * from.learnt_im[i];
+    const Bin gradient = timesConjugate(error, turned_error, from.learnt_re[i], from.learnt_im[i]);
     return load(from.path[i]) + factors(from.step[i], from.last_step[i]) * gradient;
 }
 
@@ -155,8 +155,9 @@ void adapt(const LanePartition& partition, const LaneBin* errors, int bins) {
 
 // Of `together` bins, so few that they stay in registers. The products with real and imaginary parts are added up apart.
 template <int together>
-inline void adaptAndPredictBins(const LanePartition* partitions, int learning, int count,
-                                const LaneBin* errors, float factor, int k, LaneBin* sum) {
+inline __attribute__((always_inline)) void adaptAndPredictBins(const LanePartition* partitions, int learning,
+                                                               int count, const LaneBin* errors, float factor,
+                                                               int k, LaneBin* sum) {
     Bin error[std::size_t{together}], turned_error[std::size_t{together}];
     Bin by_re[std::size_t{together}], by_im[std::size_t{together}];
     for (int i = 0; i < together; ++i) {
