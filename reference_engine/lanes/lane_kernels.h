@@ -69,12 +69,12 @@ struct LaneKernels {
     // Of each bin: the mean power of all spectra but the last, and the power of the last.
     void (*powers)(const LaneBin* spectra, int bins, float* mean, float* last);
 
-    // A block of the Kalman filter, for each bin:
+    // A block of the Kalman filter, for each bin; of the partitions the first `learning`, but for the sum:
     // uncertainty = (1 - forgetting) * uncertainty + forgetting * path_power + appearing
     // residual = share_of_frame * the sum over the partitions of uncertainty * far end's power
     // noise = the mean of error_power over time, expected = residual + max(noise, error_power)
     // step = uncertainty / expected, then uncertainty /= 1 + share_of_sample * share_of_frame * step * far end's power
-    void (*kalman)(const LaneUncertainty* partitions, int count, const LaneKalman& constants,
+    void (*kalman)(const LaneUncertainty* partitions, int learning, int count, const LaneKalman& constants,
                    const Group* error_power, int groups, Group* noise, Group* residual);
 
     // Of each signal's samples: times `factor`, and 0 below `least`. out: the sum of their squares.

@@ -264,16 +264,19 @@ inline Wide* wides(Group* groups) {
 }
 
 // Of the bins of register `i`, which belong to group `g`.
-inline void kalmanOf(const LaneUncertainty* partitions, int count, const LaneKalman& of, Wide power, int g,
-                     int i, Wide* noise, Wide* residual) {
+inline void kalmanOf(const LaneUncertainty* partitions, int learning, int count, const LaneKalman& of,
+                     Wide power, int g, int i, Wide* noise, Wide* residual) {
     constexpr float kTiny = 1e-3f;  // against division by zero; samples are integers
     Wide unknown = {};
-    for (int p = 0; p < count; ++p) {
+    for (int p = 0; p < learning; ++p) {
         const LaneUncertainty& from = partitions[p];
         const Wide uncertainty = wides(from.uncertainty)[i] * (1 - of.forgetting) +
                                  (from.path_power[g] * of.forgetting + from.appearing);
         wides(from.uncertainty)[i] = uncertainty;
         unknown += uncertainty * wides(from.far_power)[i];
+    }
+    for (int p = learning; p < count; ++p) {
+        unknown += wides(partitions[p].uncertainty)[i] * wides(partitions[p].far_power)[i];
     }
     unknown *= of.share_of_frame;
     const Wide mean = noise[i] * of.noise_memory + power * (1 - of.noise_memory);
@@ -281,7 +284,7 @@ inline void kalmanOf(const LaneUncertainty* partitions, int count, const LaneKal
     noise[i] = mean;
     residual[i] = unknown;
     const float share = of.share_of_sample * of.share_of_frame;
-    for (int p = 0; p < count; ++p) {
+    for (int p = 0; p < learning; ++p) {
         const LaneUncertainty& from = partitions[p];
         const Wide uncertainty = wides(from.uncertainty)[i];
         const Wide step = uncertainty * to_step;
@@ -290,11 +293,11 @@ inline void kalmanOf(const LaneUncertainty* partitions, int count, const LaneKal
     }
 }
 
-void kalman(const LaneUncertainty* partitions, int count, const LaneKalman& constants,
+void kalman(const LaneUncertainty* partitions, int learning, int count, const LaneKalman& constants,
             const Group* error_power, int groups, Group* noise, Group* residual) {
     const LaneKalman all = constants;
     for (int i = 0; i < groups * kWidesOfGroup; ++i) {
-        kalmanOf(partitions, count, all, wides(error_power)[i], i / kWidesOfGroup, i, wides(noise),
+        kalmanOf(partitions, learning, count, all, wides(error_power)[i], i / kWidesOfGroup, i, wides(noise),
                  wides(residual));
     }
 }

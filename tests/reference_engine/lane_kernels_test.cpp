@@ -279,7 +279,7 @@ TEST_P(LaneKernelsTest, UncertaintiesHaveTheSameBits) {
             partitions[p] = {at(state.uncertainty) + 2 * p, path_power.data(), at(far_power), 1e-9F,
                              at(state.step) + 2 * p};
         }
-        kernels.kalman(partitions, 2, constants, at(error_power), 2, at(state.noise), at(state.residual));
+        kernels.kalman(partitions, 1, 2, constants, at(error_power), 2, at(state.noise), at(state.residual));
         return state;
     };
     const State a = run(narrow_), b = run(wide_);

@@ -25,6 +25,7 @@ constexpr float kBetter = 0.5f;        // energy of the shadow's errors over the
 constexpr int kNeighbours = 4;         // bins on either side over which the difference of both is averaged
 
 constexpr float kUnknownStep = 0.1f;  // a block
+constexpr float kKnown = 0.05f;       // of the echo's power: the paths are known
 
 constexpr float kFullScale = 32767;
 constexpr int kLastBlock = kEchoFrame - kBlock;
@@ -53,7 +54,7 @@ void EchoCanceller::init() {
     microphones_.clear();
     found_delay_.reset();
     restart_after_move_ = false;
-    turn_ = 0;
+    turns_.init();
     heard_ = left_ = 0;
 }
 
@@ -94,16 +95,9 @@ void EchoCanceller::remember(const MicrophoneBlock& in) {
     }
 }
 
-// One partition a block. The first one every second time, as its taps are used in the time domain.
-int EchoCanceller::nextConstrained() const {
-    return turn_ % 2 == 0 ? 0 : 1 + turn_ / 2;
-}
-
 void EchoCanceller::constrain() {
-    const int partition = nextConstrained();
-    turn_ = (turn_ + 1) % (2 * (kPartitions - 1));
-    filter_.constrain(partition, fft_, signals_);
-    if (partition == 0) first_partition_.set(signals_);
+    filter_.constrain(turns_.constrained(), fft_, signals_);
+    if (turns_.constrained() == 0) first_partition_.set(signals_);
 }
 
 // later_echo_: through all partitions but the first.
@@ -157,15 +151,15 @@ void EchoCanceller::learn() {
     fft_.forward(errors_, filter_.errors());
     EchoBins error_power, shadow_error_power;
     laneKernels().powers(filter_.errors(), kEchoBins, error_power.value, shadow_error_power.value);
-    kalman_.update(filter_.power(), far_end_, error_power, filter_.steps());
+    turns_.advance(alignment_.learned() && unknown_share_ < kKnown);
+    const PartitionSet& learning = turns_.learning();
+    kalman_.update(filter_.power(), far_end_, error_power, learning, filter_.steps());
     measureUnknown();
-    shadow_kalman_.update(filter_.shadowPower(), far_end_, shadow_error_power, filter_.shadowSteps());
+    shadow_kalman_.update(filter_.shadowPower(), far_end_, shadow_error_power, learning,
+                          filter_.shadowSteps());
     // A move replaces the spectra of the far end.
-    if (far_end_.moving()) {
-        filter_.learnAll(far_end_);
-    } else {
-        filter_.learn(far_end_, nextConstrained());
-    }
+    const PartitionSet now = far_end_.moving() ? PartitionSet().set() : turns_.now();
+    filter_.learn(far_end_, learning, now);
     compareWithShadow();
 }
 

@@ -7,6 +7,7 @@
 #include "reference_engine/audio/echo/echo_drift.h"
 #include "reference_engine/audio/echo/echo_filter.h"
 #include "reference_engine/audio/echo/echo_kalman.h"
+#include "reference_engine/audio/echo/echo_turns.h"
 #include "reference_engine/audio/echo/far_end.h"
 #include "reference_engine/audio/echo/first_partition.h"
 #include "reference_engine/lanes/lane_fft.h"
@@ -45,7 +46,6 @@ class EchoCanceller {
     void remember(const MicrophoneBlock& in);
     const Lanes* microphones() const { return &microphones_.values()->lanes; }  // the last frame
     void subtract(MicrophoneBlock& out);
-    int nextConstrained() const;
     void constrain();
     void predict();
     void findErrors();
@@ -65,11 +65,11 @@ class EchoCanceller {
     FirstPartition first_partition_;
     EchoKalman kalman_;
     EchoKalman shadow_kalman_;
+    EchoTurns turns_;
 
     SlidingWindow<LaneSample, kEchoFrame> microphones_;
     std::optional<int> found_delay_;
     bool restart_after_move_ = false;
-    int turn_ = 0;  // which partition is constrained next
     float unknown_share_ = 1;
     float main_left_ = 0;  // energy of the errors at the first microphone, over a few blocks
     float shadow_left_ = 0;

@@ -30,7 +30,7 @@ void EchoFilter::init() {
     std::fill(std::begin(power_), std::end(power_), EchoGroups{});
     std::fill(std::begin(shadow_power_), std::end(shadow_power_), EchoGroups{});
     std::fill(std::begin(energy_), std::end(energy_), 0.0f);
-    std::fill(std::begin(learns_later_), std::end(learns_later_), false);
+    learns_later_.reset();
 }
 
 LanePartition EchoFilter::partition(int p, const FarSpectrum& now, const FarSpectrum& learnt) {
@@ -51,9 +51,9 @@ void EchoFilter::predictLater(const FarEnd& far_end, LaneSpectra& echo) {
     for (int p = 1; p < kPartitions; ++p) {
         const FarSpectrum& now = far_end.spectrum(p * kPartitionBlocks);
         const FarSpectrum& before = far_end.spectrum(p * kPartitionBlocks + 1);
-        partitions[learns_later_[p] ? learning++ : --end] = partition(p, now, before);
-        learns_later_[p] = false;
+        partitions[learns_later_[static_cast<size_t>(p)] ? learning++ : --end] = partition(p, now, before);
     }
+    learns_later_.reset();
     laneKernels().adaptAndPredict(partitions, learning, kPartitions - 1, errors_, kToSamples, kEchoBins,
                                   echo);
 }
@@ -61,17 +61,13 @@ void EchoFilter::predictLater(const FarEnd& far_end, LaneSpectra& echo) {
 void EchoFilter::adapt(int p, const FarEnd& far_end) {
     const FarSpectrum& x = far_end.spectrum(p * kPartitionBlocks);
     laneKernels().adapt(partition(p, x, x), errors_, kEchoBins);
-    learns_later_[p] = false;
 }
 
-void EchoFilter::learn(const FarEnd& far_end, int partition) {
-    std::fill(std::begin(learns_later_), std::end(learns_later_), true);
-    adapt(0, far_end);
-    if (partition != 0) adapt(partition, far_end);
-}
-
-void EchoFilter::learnAll(const FarEnd& far_end) {
-    for (int p = 0; p < kPartitions; ++p) adapt(p, far_end);
+void EchoFilter::learn(const FarEnd& far_end, const PartitionSet& learning, const PartitionSet& now) {
+    for (int p = 0; p < kPartitions; ++p) {
+        if ((learning & now)[static_cast<size_t>(p)]) adapt(p, far_end);
+    }
+    learns_later_ = learning & ~now;
 }
 
 void EchoFilter::constrain(int partition, LaneFft& fft, LaneSignals& taps) {

@@ -27,9 +27,8 @@ class EchoFilter {
     EchoBins (&steps())[kPartitions] { return step_; }
     EchoBins (&shadowSteps())[kPartitions] { return shadow_step_; }
 
-    // Adapts the first partition and `partition` now, the others when the next block's far end is there.
-    void learn(const FarEnd& far_end, int partition);
-    void learnAll(const FarEnd& far_end);
+    // Adapts the partitions of `learning`: those of `now` at once, the others when the next block's far end is there.
+    void learn(const FarEnd& far_end, const PartitionSet& learning, const PartitionSet& now);
 
     // Limits a partition to its taps. out: `taps`, kPartition of kEchoFrame samples.
     void constrain(int partition, LaneFft& fft, LaneSignals& taps);
@@ -54,7 +53,7 @@ class EchoFilter {
     LaneSpectra errors_ = {};
     EchoBins step_[kPartitions];
     EchoBins shadow_step_[kPartitions];
-    bool learns_later_[kPartitions] = {};
+    PartitionSet learns_later_;
     LaneBin paths_[kPartitions][kEchoBins] = {};
     EchoGroups power_[kPartitions];
     EchoGroups shadow_power_[kPartitions];

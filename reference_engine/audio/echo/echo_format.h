@@ -4,6 +4,7 @@
 #pragma once
 
 #include <array>
+#include <bitset>
 
 #include "reference_engine/format.h"
 #include "reference_engine/lanes/lanes.h"
@@ -32,6 +33,9 @@ struct alignas(Group) EchoBins {
 
 // One value a group.
 using EchoGroups = std::array<float, kEchoGroups>;
+
+// Whether each partition belongs to it.
+using PartitionSet = std::bitset<kPartitions>;
 
 // Of the far end.
 struct FarSpectrum {

@@ -31,15 +31,18 @@ void EchoKalman::init(float forgetting, float appearing) {
 }
 
 void EchoKalman::update(const EchoGroups (&path_power)[kPartitions], const FarEnd& far_end,
-                        const EchoBins& error_power, EchoBins (&step)[kPartitions]) {
+                        const EchoBins& error_power, const PartitionSet& learning,
+                        EchoBins (&step)[kPartitions]) {
     LaneUncertainty partitions[kPartitions];
+    int learn = 0, end = kPartitions;
     for (int p = 0; p < kPartitions; ++p) {
         const FarSpectrum& x = far_end.spectrum(p * kPartitionBlocks);
-        partitions[p] = {uncertainty_[p].groups(), path_power[p].data(), x.power.groups(), appearing_[p],
-                         step[p].groups()};
+        partitions[learning[static_cast<size_t>(p)] ? learn++ : --end] = {
+            uncertainty_[p].groups(), path_power[p].data(), x.power.groups(), appearing_[p],
+            step[p].groups()};
     }
     const LaneKalman constants = {forgetting_, kNoiseMemory, kShareOfFrame, kShareOfSample};
-    laneKernels().kalman(partitions, kPartitions, constants, error_power.groups(), kEchoGroups,
+    laneKernels().kalman(partitions, learn, kPartitions, constants, error_power.groups(), kEchoGroups,
                          noise_.groups(), residual_.groups());
 }
 
