@@ -9,10 +9,10 @@
 namespace reference_engine {
 namespace {
 
-constexpr float kMemory = 0.96f;   // a block: an average over half a second
+constexpr float kMemory = 0.92f;   // an update: an average over half a second
 constexpr float kCertain = 0.12f;  // of the mean coherence; blocks without an echo reach half of it by chance
 constexpr float kOther = 0.6f;     // of it, at most, at any lag that is no neighbour
-constexpr int kCertainBlocks = 4;  // for which a lag must be the best; then it is looked at again as often
+constexpr int kCertainTimes = 2;   // that a lag must be the best; then it is looked at again as often
 constexpr float kLoud = 1e7f;      // mean power of a bin: a far end of -46 dBFS
 constexpr float kAudible = 1e3f;   // the same of the microphone: above the rounding of samples
 constexpr float kTiny = 1e-3f;     // against division by zero; samples are integers
@@ -29,7 +29,7 @@ void EchoDelay::init() {
     std::fill(std::begin(far_end_), std::end(far_end_), Phases{});
     std::fill(std::begin(cross_), std::end(cross_), Phases{});
     std::fill(std::begin(coherence_), std::end(coherence_), 0.0f);
-    newest_ = best_ = best_blocks_ = 0;
+    wait_ = newest_ = best_ = best_times_ = 0;
 }
 
 void EchoDelay::findPhases(const int16_t* frame, Phases* phases) {
@@ -55,22 +55,24 @@ void EchoDelay::findPhases(const int16_t* frame, Phases* phases) {
 }
 
 std::optional<int> EchoDelay::update(const int16_t* far_end) {
-    newest_ = (newest_ + kFrames - 1) % kFrames;
+    wait_ = (wait_ + 1) % kLagBlocks;
+    if (wait_ != 0) return std::nullopt;
+    newest_ = (newest_ + kLags - 1) % kLags;
     findPhases(far_end, &far_end_[newest_]);
     Phases microphone;
     findPhases(microphone_.values(), &microphone);
 
     if (microphone.power < kAudible) return std::nullopt;
     const int lag = strongestLag(microphone);
-    best_blocks_ = lag == best_ && coherence_[lag] > kCertain && isUnique(lag) ? best_blocks_ + 1 : 0;
+    best_times_ = lag == best_ && coherence_[lag] > kCertain && isUnique(lag) ? best_times_ + 1 : 0;
     best_ = lag;
-    if (best_blocks_ == 0 || best_blocks_ % kCertainBlocks != 0) return std::nullopt;
+    if (best_times_ == 0 || best_times_ % kCertainTimes != 0) return std::nullopt;
     return std::max(0, lag * kLag + peakOf(cross_[lag]));
 }
 
 int EchoDelay::strongestLag(const Phases& microphone) {
     for (int lag = 0; lag < kLags; ++lag) {
-        const Phases& far_end = far_end_[(newest_ + lag * kLagBlocks) % kFrames];
+        const Phases& far_end = far_end_[(newest_ + lag) % kLags];
         if (far_end.power < kLoud) continue;
         Phases& cross = cross_[lag];
         Lanes power;

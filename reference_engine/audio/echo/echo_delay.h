@@ -23,6 +23,7 @@ class EchoDelay {
     void remember(const int16_t* microphone) { std::copy_n(microphone, kBlock, microphone_.advance()); }
 
     // in: the last kEchoFrame samples of the far end as played. The delay in samples, once it is certain: 0 to kLags * kLag.
+    // The frames are compared once in the time of a lag.
     std::optional<int> update(const int16_t* far_end);
 
   private:
@@ -30,7 +31,6 @@ class EchoDelay {
         kPartition;  // samples: a fraction of the frame, so that no delay falls between two
     static constexpr int kLagBlocks = kPartitionBlocks;
     static constexpr int kLags = FarEnd::kLongestDelay / kLag;
-    static constexpr int kFrames = kLags * kLagBlocks;
 
     static constexpr int kFirstBin = 20;  // 313 Hz
     static constexpr int kBinStep = 2;
@@ -52,12 +52,13 @@ class EchoDelay {
     RealFft peak_fft_;
     alignas(LaneBin) float window_[kEchoFrame] = {};
     SlidingWindow<int16_t, kEchoFrame> microphone_;
-    Phases far_end_[kFrames] = {};  // in a ring
+    int wait_ = 0;                // blocks since the last update
+    Phases far_end_[kLags] = {};  // in a ring
     int newest_ = 0;
     Phases cross_[kLags] = {};
     float coherence_[kLags] = {};  // at each lag: 0 for none, 1 for an echo without anything else
     int best_ = 0;
-    int best_blocks_ = 0;  // for which it has been the best
+    int best_times_ = 0;  // that it has been the best
 };
 
 }  // namespace reference_engine
