@@ -49,6 +49,7 @@ struct Lanes128 {
     static constexpr size_t kSets = 1;
     static constexpr bool kCanBePart = false;
     static constexpr size_t kLongestWindowStep = 0;  // see pairs_windows.inl.h
+    static constexpr size_t kEveryOtherStep = 0;     // see pairs_in_place.inl.h
 
     // The last thing that a kernel does: SSE code after it would be slow on some processors if it left the upper
     // halves of the registers in use. Compilers do it by themselves only when they optimise as for a release.
@@ -112,6 +113,15 @@ struct Lanes128 {
         int16_t all[kOutputs / 2];
         storeHalf(all, sums);
         for (size_t i = 0; i < count; ++i) out[i] = all[i];
+    }
+    // Four lanes after the other: each four get their pairs of taps out of the eight at `p`, the lanes before them out of
+    // those `kApart` further.
+    template <size_t kApart>
+    static CONVOLVE_INLINE Vector tapsOfFours(const int16_t* p, __m128i to_lanes) {
+        return _mm_shuffle_epi8(load(p), to_lanes);
+    }
+    static CONVOLVE_INLINE Vector upperParts(Vector taps) {
+        return _mm_mulhrs_epi16(taps, _mm_set1_epi16(128));
     }
     // The shuffle of eight samples that puts the pairs of two outputs first, step 1 to 6.
     static CONVOLVE_INLINE Vector toPairs(size_t step) {

@@ -15,6 +15,7 @@ struct Lanes256 {
     static constexpr size_t kSets = 1;
     static constexpr bool kCanBePart = false;
     static constexpr size_t kLongestWindowStep = 0;
+    static constexpr size_t kEveryOtherStep = 4;
 
     static CONVOLVE_INLINE void clearUpperHalves() { _mm256_zeroupper(); }
     static CONVOLVE_INLINE Vector zero() { return _mm256_setzero_si256(); }
@@ -72,6 +73,29 @@ struct Lanes256 {
         int16_t all[kOutputs / 2];
         storeHalf(all, sums);
         for (size_t i = 0; i < count; ++i) out[i] = all[i];
+    }
+    template <size_t kApart>
+    static CONVOLVE_INLINE Vector tapsOfFours(const int16_t* p, __m128i to_lanes) {
+        const auto* const high = reinterpret_cast<const __m128i*>(p);
+        const Vector low = _mm256_castsi128_si256(Lanes128::load(p + kApart));
+        return _mm256_shuffle_epi8(_mm256_inserti128_si256(low, _mm_loadu_si128(high), 1),
+                                   _mm256_broadcastsi128_si256(to_lanes));
+    }
+    // The pairs 0, 2, 8, 10, 4, 6, 12, 14 of `low` and `high`, and those behind each. inOrder() then puts the second and the third two
+    // where they belong.
+    static CONVOLVE_INLINE Vector evenPairs(Vector low, Vector high) {
+        return _mm256_castps_si256(
+            _mm256_shuffle_ps(_mm256_castsi256_ps(low), _mm256_castsi256_ps(high), 0x88));
+    }
+    static CONVOLVE_INLINE Vector oddPairs(Vector low, Vector high) {
+        return _mm256_castps_si256(
+            _mm256_shuffle_ps(_mm256_castsi256_ps(low), _mm256_castsi256_ps(high), 0xdd));
+    }
+    static CONVOLVE_INLINE Vector inOrder(Vector pairs) {
+        return _mm256_permute4x64_epi64(pairs, 0xd8);
+    }
+    static CONVOLVE_INLINE Vector upperParts(Vector taps) {
+        return _mm256_mulhrs_epi16(taps, _mm256_set1_epi16(128));
     }
     static CONVOLVE_INLINE size_t collectPairs(const int16_t* from, size_t step, size_t count, int16_t* to) {
         if (step > 6) return 0;

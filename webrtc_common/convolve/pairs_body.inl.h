@@ -1,6 +1,7 @@
 // The exact filters of a source file, included after convolve_body.inl.h; its rules apply here, too.
 #pragma once
 
+#include "webrtc_common/convolve/pairs_in_place.inl.h"
 #include "webrtc_common/convolve/pairs_rows.inl.h"
 #include "webrtc_common/convolve/pairs_sums.inl.h"
 #include "webrtc_common/convolve/pairs_windows.inl.h"
@@ -17,6 +18,10 @@ CONVOLVE_INLINE void sumPairs(const int16_t* signal, size_t step, const PairTaps
                                                                 static_cast<ptrdiff_t>(step), split,
                                                                 (taps + 1) / 2, output);
         }
+    } else if (taps >= 4) {
+        if (step == 2) return filterInPlace<Lanes, kBoth, 2>(signal, split, taps, output);
+        if (step == 3) return filterInPlace<Lanes, kBoth, 3>(signal, split, taps, output);
+        if (step == 4) return filterInPlace<Lanes, kBoth, 4>(signal, split, taps, output);
     }
     filterByRows<kBoth>(signal, step, split, taps, output);
 }

@@ -35,14 +35,13 @@ CONVOLVE_INLINE void sumRowsFrom(size_t first, const int16_t* const* rows, const
 // unless `whole`.
 CONVOLVE_INLINE void copyPairs(const int16_t* from, size_t step, size_t count, bool whole, int16_t* to) {
     const size_t pairs = whole ? count : count - 1;
-    size_t i = step == 2 ? pairs : Widest::collectPairs(from, step, pairs, to);
-    if (step == 2) __builtin_memcpy(to, from, 2 * pairs * sizeof *to);
+    size_t i = Widest::collectPairs(from, step, pairs, to);
     for (; i < pairs; ++i) __builtin_memcpy(to + 2 * i, from + i * step, 2 * sizeof *to);
     if (!whole) to[2 * pairs] = from[pairs * step], to[2 * pairs + 1] = 0;
 }
 
 // Pair j of the taps meets the samples at i * step + 2 j. They are copied into as many rows as there are different
-// ones: `period` pairs later they are those of output i + advance. With a step of 2 they are in place.
+// ones: `period` pairs later they are those of output i + advance.
 template <bool kBoth, class Output>
 CONVOLVE_INLINE void filterByRows(const int16_t* signal, size_t step, const PairTaps& split, int taps,
                                   const Output& output) {
@@ -51,22 +50,18 @@ CONVOLVE_INLINE void filterByRows(const int16_t* signal, size_t step, const Pair
     constexpr size_t kMostPairs = kMostPairTaps / 2;
     const size_t pairs = (static_cast<size_t>(taps) + 1) / 2;
     const int16_t* rows[kMostPairs];
-    if (step == 2 && taps % 2 == 0 && count % kEach == 0) {
-        for (size_t pair = 0; pair < pairs; ++pair) rows[pair] = signal + 2 * pair;
-    } else {
-        const size_t advance = step % 2 == 0 ? 1 : 2;
-        const size_t period = step >= kMostPairs ? pairs : step * advance / 2;
-        const size_t outputs = (count + kEach - 1) / kEach * kEach;
-        const size_t length = outputs + (pairs - 1) / period * advance;
-        const size_t different = period < pairs ? period : pairs;
-        auto* row = static_cast<int16_t*>(__builtin_alloca(2 * different * length * sizeof(int16_t)));
-        for (size_t first = 0; first < different; ++first, row += 2 * length) {
-            size_t end = count;  // of the outputs and the later ones whose samples are in this row
-            size_t pair = first;
-            for (; pair < pairs; pair += period, end += advance) rows[pair] = row + 2 * (end - count);
-            const bool last = pair - period == pairs - 1;
-            copyPairs(signal + 2 * first, step, end - advance, taps % 2 == 0 || !last, row);
-        }
+    const size_t advance = step % 2 == 0 ? 1 : 2;
+    const size_t period = step >= kMostPairs ? pairs : step * advance / 2;
+    const size_t outputs = (count + kEach - 1) / kEach * kEach;
+    const size_t length = outputs + (pairs - 1) / period * advance;
+    const size_t different = period < pairs ? period : pairs;
+    auto* row = static_cast<int16_t*>(__builtin_alloca(2 * different * length * sizeof(int16_t)));
+    for (size_t first = 0; first < different; ++first, row += 2 * length) {
+        size_t end = count;  // of the outputs and the later ones whose samples are in this row
+        size_t pair = first;
+        for (; pair < pairs; pair += period, end += advance) rows[pair] = row + 2 * (end - count);
+        const bool last = pair - period == pairs - 1;
+        copyPairs(signal + 2 * first, step, end - advance, taps % 2 == 0 || !last, row);
     }
     constexpr size_t kGroups = kBoth ? Widest::kGroups : 2 * Widest::kGroups;
     sumRowsFrom<Widest, kBoth, kGroups>(0, rows, split, static_cast<ptrdiff_t>(pairs), output);

@@ -13,9 +13,13 @@ using quill::media::se_wrapper::kMostPairTaps;
 using quill::media::se_wrapper::PairTotals;
 
 struct PairTaps {
-    alignas(16) int16_t whole[kMostPairTaps + 8];  // zeros follow the last one
-    alignas(16) int16_t upper[kMostPairTaps + 8];  // (tap + 128) >> 8, -128 to 128
+    static constexpr int kZeros = 16;  // before the first and after the last tap
+    alignas(16) int16_t padded[kZeros + kMostPairTaps + kZeros];
+    alignas(16) int16_t upper[kMostPairTaps + 8];  // (tap + 128) >> 8, -128 to 128; zeros follow the last one
     bool fit;                                      // 32 bits hold every sum of whole taps, rounding included
+
+    CONVOLVE_INLINE int16_t* whole() { return padded + kZeros; }
+    CONVOLVE_INLINE const int16_t* whole() const { return padded + kZeros; }
 };
 
 // Eight taps from the k-th on, zeros for those that do not exist. They are shifted down from where all eight exist.
@@ -38,12 +42,17 @@ CONVOLVE_INLINE __m128i eightTaps(const int16_t* coeffs, int k, int taps) {
 CONVOLVE_INLINE void splitTaps(const int16_t* coeffs, int taps, PairTaps& split) {
     const __m128i to_upper = _mm_set1_epi16(128), one = _mm_set1_epi16(1);
     __m128i magnitude = _mm_setzero_si128();
-    for (int k = 0; k < taps; k += 8) {
+    int k = 0;
+    for (; k < taps; k += 8) {
         const __m128i eight = eightTaps(coeffs, k, taps);
         const __m128i sign = _mm_or_si128(_mm_srai_epi16(eight, 15), one);
         magnitude = _mm_add_epi32(magnitude, _mm_madd_epi16(eight, sign));
-        Lanes128::store(split.whole + k, eight);
+        Lanes128::store(split.whole() + k, eight);
         Lanes128::store(split.upper + k, _mm_mulhrs_epi16(eight, to_upper));
+    }
+    for (int zeros = 0; zeros < PairTaps::kZeros; zeros += 8) {
+        Lanes128::store(split.padded + zeros, _mm_setzero_si128());
+        Lanes128::store(split.whole() + k + zeros, _mm_setzero_si128());
     }
     magnitude = _mm_add_epi32(magnitude, _mm_srli_si128(magnitude, 8));
     magnitude = _mm_add_epi32(magnitude, _mm_srli_si128(magnitude, 4));
@@ -57,7 +66,7 @@ struct PairSums {
 
 template <class Lanes, bool kBoth>
 CONVOLVE_INLINE PairSums<Lanes> pairOfTaps(const PairTaps& taps, ptrdiff_t pair) {
-    const typename Lanes::Vector whole = Lanes::pair(taps.whole + 2 * pair);
+    const typename Lanes::Vector whole = Lanes::pair(taps.whole() + 2 * pair);
     if constexpr (kBoth) return {whole, Lanes::pair(taps.upper + 2 * pair)};
     return {whole, whole};
 }
