@@ -81,8 +81,8 @@ struct Lanes256 {
         return _mm256_shuffle_epi8(_mm256_inserti128_si256(low, _mm_loadu_si128(high), 1),
                                    _mm256_broadcastsi128_si256(to_lanes));
     }
-    // The pairs 0, 2, 8, 10, 4, 6, 12, 14 of `low` and `high`, and those behind each. inOrder() then puts the second and the third two
-    // where they belong.
+    // The pairs 0, 2, 8, 10, 4, 6, 12, 14 of `low` and `high`, and those behind each. inOrder() puts them in ascending
+    // order.
     static CONVOLVE_INLINE Vector evenPairs(Vector low, Vector high) {
         return _mm256_castps_si256(
             _mm256_shuffle_ps(_mm256_castsi256_ps(low), _mm256_castsi256_ps(high), 0x88));

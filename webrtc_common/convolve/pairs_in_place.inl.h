@@ -111,8 +111,8 @@ CONVOLVE_INLINE void sumInPlace(const int16_t* signal, const PairTaps& split, in
     });
 }
 
-// The whole vectors of outputs from `first` on: kGroups at a time while there are as many, then half of it and so on. Returns the first
-// output that is left.
+// The whole vectors of outputs from `first` on: kGroups at a time while there are as many, then half as many and so on.
+// Returns the first output that is left.
 template <class Lanes, bool kBoth, size_t kStep, size_t kGroups, class Output>
 CONVOLVE_INLINE size_t sumInPlaceFrom(size_t first, const int16_t* signal, const PairTaps& split, int taps,
                                       const Output& output) {
