@@ -18,13 +18,13 @@ constexpr int kFloorBlocks = 150;        // after which the older half of the mi
 // A bin counts when its power exceeds these multiples of the noise floor (a minimum, well below the mean), of the expected
 // echo, of the removed echo, which comes back when its path changes, and of its own recent power: the onsets of a sound
 // arrive before its reflections.
-constexpr float kAboveFloor = 3.5f;
+constexpr float kAboveFloor = 5.0f;
 constexpr float kAboveEcho = 40.0f;
 constexpr float kAboveRemoved = 2.0f;
 constexpr float kAboveTail = 1.0f;
 
 constexpr float kMostlyEcho = 0.5f;                  // share of the removed echo in a block
-constexpr float kLeastActivity = 0.05f;              // share of such bins from which a block counts
+constexpr float kLeastActivity = 0.01f;              // share of such bins from which a block counts
 constexpr float kAdaptation = 0.12f;                 // of the response, when every bin counts
 constexpr float kMeanStep = 0.01f;                   // of the mean power, a block
 constexpr float kHuge = 1e30f;                       // more than any power

@@ -57,6 +57,15 @@ se_scene::SceneOptions clippingLoudspeaker(Build build, uint32_t seed) {
     return options;
 }
 
+se_scene::SceneOptions talkerInLoudNoise(Build build, uint32_t seed, double seconds) {
+    se_scene::SceneOptions options = room(build, seed, seconds);
+    options.diffuse_noise_dbfs = -32;
+    options.talker_level_dbfs = -32;
+    options.talker_azimuth_deg = 240;
+    options.talker_start_s = 4;
+    return options;
+}
+
 }  // namespace
 
 TEST_P(SearchAmongOthers, FindsTheTalkerBesideALoudspeakerThatClips) {
@@ -76,11 +85,15 @@ TEST_P(SearchAmongOthers, FindsATalkerInTheLoudspeakersDirection) {
 
 TEST_P(SearchAmongOthers, FindsATalkerAsLoudAsTheNoiseAfterTheNoiseIsKnown) {
     for (const uint32_t seed : {1U, 2U, 3U}) {
-        se_scene::SceneOptions options = room(GetParam(), seed, 8);
-        options.diffuse_noise_dbfs = -32;
-        options.talker_level_dbfs = -32;
-        options.talker_azimuth_deg = 240;
-        options.talker_start_s = 4;
-        EXPECT_GT(shareAt(makeScene(options), 8, 5, 8), 0.9) << seed;
+        EXPECT_GT(shareAt(makeScene(talkerInLoudNoise(GetParam(), seed, 8)), 8, 5, 8), 0.9) << seed;
     }
+}
+
+TEST_P(SearchAmongOthers, TurnsWithinTheFirstWordsOfATalkerAsLoudAsTheNoise) {
+    constexpr uint32_t kFirstSeed = 11, kSeeds = 6;
+    double share = 0;
+    for (uint32_t seed = kFirstSeed; seed < kFirstSeed + kSeeds; ++seed) {
+        share += shareAt(makeScene(talkerInLoudNoise(GetParam(), seed, 5)), 8, 4.1, 4.7);
+    }
+    EXPECT_GT(share / kSeeds, 0.7);
 }
