@@ -3,8 +3,8 @@
 // Malah: Speech enhancement using a minimum mean-square error short-time spectral amplitude estimator, IEEE Transactions on
 // Acoustics, Speech and Signal Processing 32(6), 1984). Where the bins around one are no louder than their noise, the rule
 // becomes a Wiener gain for a lower SNR: this keeps pauses free of musical noise. Two bins on either side are enough
-// for a partial of a vowel; a weak consonant takes twelve. Echo is not as well known as noise: against it the rule is a Wiener
-// gain, and it takes the whole band to tell speech.
+// for a partial of a vowel; a weak consonant takes twelve. Echo and late reverberation are not as well
+// known as noise: against them the rule is a Wiener gain, and it takes the whole band to tell speech.
 #include "reference_engine/audio/spectral_gain.h"
 
 #include <algorithm>
@@ -59,15 +59,16 @@ float presenceAround(const float* sums, const Neighbourhood& around, float weigh
 
 void SpectralGain::update(const float (&power)[kSpectralBins], const NoiseFloor& noise,
                           const float (&echo)[kSpectralBins], const Settings& settings) {
-    followRatios(power, noise.power(), echo, settings);
-    findPresence(noise.diffuse(), std::max(weightOf(settings.nf_fullband_weight_factor_q10), kLeastWeight));
     const float safety = weightOf(settings.echo_safety_factor_q10);
+    float residue[kSpectralBins];  // of echo and reverberation
+    for (int k = 0; k < kSpectralBins; ++k) residue[k] = safety * echo[k] + reverberation_.power()[k];
+    followRatios(power, noise.power(), residue);
+    findPresence(noise.diffuse(), std::max(weightOf(settings.nf_fullband_weight_factor_q10), kLeastWeight));
     const float weight = weightOf(settings.nf_weight_factor_q10);
     for (int k = 0; k < kSpectralBins; ++k) {
         const float of_noise = weight * noise.power()[k];
-        const float of_echo = safety * echo[k];
-        const float floor = std::max(of_noise + of_echo, kTiny);
-        const float presence = presence_[k] * (1 - (1 - activity_) * of_echo / floor);
+        const float floor = std::max(of_noise + residue[k], kTiny);
+        const float presence = presence_[k] * (1 - (1 - activity_) * residue[k] / floor);
         const float trust = kPauseTrust + (1 - kPauseTrust) * presence;
         const float excess = std::max(power[k] / floor - 1, 0.0f);
         const float snr =
@@ -79,13 +80,13 @@ void SpectralGain::update(const float (&power)[kSpectralBins], const NoiseFloor&
         const float least = std::max(square(kLeastGain) * of_noise / floor, square(kLeastEchoGain));
         gain_[k] = std::sqrt(std::max(squared, least));
     }
+    reverberation_.update(speech_);
 }
 
 void SpectralGain::followRatios(const float (&power)[kSpectralBins], const float (&noise)[kSpectralBins],
-                                const float (&echo)[kSpectralBins], const Settings& settings) {
-    const float safety = weightOf(settings.echo_safety_factor_q10);
+                                const float (&residue)[kSpectralBins]) {
     for (int k = 0; k < kSpectralBins; ++k) {
-        const float ratio = std::min(power[k] / std::max(noise[k] + safety * echo[k], kTiny), kLoudBin);
+        const float ratio = std::min(power[k] / std::max(noise[k] + residue[k], kTiny), kLoudBin);
         ratio_[k] = flushed(kRatioMemory * ratio_[k] + (1 - kRatioMemory) * ratio);
     }
 }

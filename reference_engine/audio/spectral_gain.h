@@ -1,6 +1,7 @@
 // Gain of each bin, from its power and that of the noise in it. Threads: update [audio] rt-safe.
 #pragma once
 
+#include "reference_engine/audio/late_reverberation.h"
 #include "reference_engine/audio/noise_floor.h"
 #include "reference_engine/settings.h"
 
@@ -19,7 +20,7 @@ class SpectralGain {
 
   private:
     void followRatios(const float (&power)[kSpectralBins], const float (&noise)[kSpectralBins],
-                      const float (&echo)[kSpectralBins], const Settings& settings);
+                      const float (&residue)[kSpectralBins]);
     void findPresence(float diffuse, float weight);
 
     float gain_[kSpectralBins] = {};
@@ -27,6 +28,7 @@ class SpectralGain {
     float presence_[kSpectralBins] = {};  // of speech in the neighbourhood of the bin, 0 in a pause
     float activity_ = 0;                  // of the whole band, 0 in a pause
     float speech_[kSpectralBins] = {};    // output power of the last frame
+    LateReverberation reverberation_;
 };
 
 }  // namespace reference_engine

@@ -1,4 +1,8 @@
-// Noise in pauses, speech, and the bypass.
+// Noise in pauses, speech, reverberation, and the bypass.
+#include <cstddef>
+#include <numeric>
+#include <vector>
+
 #include "tests/reference_engine/engine_under_test.h"
 #include "tests/reference_engine/signals.h"
 #include "tools/scene/scene.h"
@@ -27,6 +31,14 @@ class NoiseReduction : public EngineTest {
         engine.MMIfSetManualLocation(2, 0);
         engine.MMIfSetNoiseReductionBypass(bypassed);
         return engine.process(rows);
+    }
+
+    static std::vector<double> blockPowers(const Samples& out) {
+        std::vector<double> powers;
+        for (auto block = out.begin(); block + kBlock <= out.end(); block += kBlock) {
+            powers.push_back(powerOf(Samples(block, block + kBlock)));
+        }
+        return powers;
     }
 
     static double pausePower(const Samples& out) {
@@ -105,4 +117,26 @@ TEST_P(NoiseReduction, KeepsItsEstimateThroughDigitalSilence) {
     engine.processAlike(Samples(300 * kBlock, 0));
     const Samples after = engine.processAlike(noise);
     EXPECT_NEAR(decibels(powerOf(after, 8000) / powerOf(before, 16000)), 0, 1);
+}
+
+// A tail: 15 dB below the sound of 40 to 120 ms before.
+TEST_P(NoiseReduction, LowersTheLateReverberationOfATalker) {
+    for (const double reverberation_s : {0.3, 0.5}) {
+        se_scene::SceneOptions options;
+        options.seconds = 6;
+        options.array_radius_m = arrayRadiusOf(GetParam());
+        options.reverberation_s = reverberation_s;
+        const auto mixture = se_scene::makeScene(options).mixture();
+        const std::vector<double> whole = blockPowers(played(mixture, true));
+        const std::vector<double> reduced = blockPowers(played(mixture, false));
+        double tail = 0, reduced_tail = 0, speech = 0, reduced_speech = 0;
+        for (size_t b = kTalkerStart / kBlock; b < whole.size(); ++b) {
+            const auto here = whole.begin() + static_cast<std::ptrdiff_t>(b);
+            const bool is_tail = *here < std::accumulate(here - 12, here - 4, 0.0) / 8 / 30;
+            (is_tail ? tail : speech) += *here;
+            (is_tail ? reduced_tail : reduced_speech) += reduced[b];
+        }
+        EXPECT_GT(decibels(tail / reduced_tail), 4) << reverberation_s;
+        EXPECT_LT(decibels(speech / reduced_speech), 1.5) << reverberation_s;
+    }
 }
