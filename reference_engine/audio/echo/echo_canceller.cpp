@@ -50,6 +50,8 @@ void EchoCanceller::init() {
     delay_.init();
     alignment_.init();
     drift_.init();
+    starting_echo_.init();
+    expected_ = EchoBins{};
     restart();
     microphones_.clear();
     found_delay_.reset();
@@ -79,8 +81,11 @@ void EchoCanceller::process(const int16_t* far_end, const MicrophoneBlock& in, M
     constrain();
     predict();
     subtract(out);
-    if (energyOf(far_end) > kAudibleEnergy) measure(in, out);
+    const bool audible = energyOf(far_end) > kAudibleEnergy;
+    if (audible) measure(in, out);
     learn();
+    expected_ = kalman_.residual();
+    starting_echo_.raise(far_end_, audible, expected_);
     followDelay();
 }
 

@@ -10,6 +10,7 @@
 #include "reference_engine/audio/echo/echo_turns.h"
 #include "reference_engine/audio/echo/far_end.h"
 #include "reference_engine/audio/echo/first_partition.h"
+#include "reference_engine/audio/echo/starting_echo.h"
 #include "reference_engine/lanes/lane_fft.h"
 
 namespace reference_engine {
@@ -40,7 +41,7 @@ class EchoCanceller {
     const LaneBin* firstPaths() const { return filter_.firstPaths(); }
 
     // Expected power of the residual echo in the spectrum of the last kEchoWindow samples of the output.
-    const EchoBins& residual() const { return kalman_.residual(); }
+    const EchoBins& residual() const { return expected_; }
 
   private:
     void remember(const MicrophoneBlock& in);
@@ -65,6 +66,8 @@ class EchoCanceller {
     FirstPartition first_partition_;
     EchoKalman kalman_;
     EchoKalman shadow_kalman_;
+    StartingEcho starting_echo_;
+    EchoBins expected_;
     EchoTurns turns_;
 
     SlidingWindow<LaneSample, kEchoFrame> microphones_;
