@@ -55,7 +55,7 @@ constexpr const char* kExamples =
     "  engine_vs_peer --engine se_lib_harborv006 --array-radius 0.035\n"
     "                                                       the build for another array\n"
     "  engine_vs_peer --json > figures.json                 with each seed's figures\n"
-    "  engine_vs_peer --seed 101 --document docs/benchmarks renew the document";
+    "  engine_vs_peer --seed 101 --document docs/benchmarks renew the document of this build";
 
 constexpr int kSeeds = 8;
 
@@ -152,14 +152,19 @@ std::vector<std::string> namesOf(const RecordedTalkers& talkers) {
     return names;
 }
 
+// Another build of the engine has documents of its own.
+std::string documentName(const Options& options) {
+    const std::string name = options.voices.empty() ? "engine_vs_peer" : "real_speech";
+    return options.engine.empty() ? name : name + "." + options.engine;
+}
+
 void run(Options& options) {
     if (options.quick) {
         options.seeds = 1;
         options.trial.free_field = true;
     }
     std::optional<Document> document;
-    if (!options.document.empty())
-        document.emplace(options.document, options.voices.empty() ? "engine_vs_peer" : "real_speech");
+    if (!options.document.empty()) document.emplace(options.document, documentName(options));
     RecordedTalkers talkers;
     if (!options.voices.empty()) talkers = readTalkers(options.voices);
     program::startEngine(kName, options.engine, quill::media::se_wrapper::initSignalEssence);
