@@ -112,7 +112,8 @@ bool FarEnd::transform() {
     Ring& moved = rings_[1 - present_];
     transform(movedFrame(0), moved.newer());
     for (int i = 0; i < kOldFrames && moved.known < kSpectra; ++i) {
-        transform(movedFrame(moved.known), moved.older());
+        const int16_t* const frame = movedFrame(moved.known);
+        transform(frame, moved.older());
     }
     if (moved.known < kSpectra) return false;
     finishMove();
