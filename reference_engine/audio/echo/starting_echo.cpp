@@ -6,7 +6,7 @@ namespace reference_engine {
 namespace {
 
 constexpr float kFade = 0.97f;        // a block: 13 dB a second
-constexpr float kNegligible = 1e-3f;  // -30 dB
+constexpr float kNegligible = 0.01f;  // -20 dB
 
 }  // namespace
 
