@@ -25,6 +25,8 @@ constexpr float kAboveTail = 1.0f;
 
 constexpr float kMostlyEcho = 0.5f;                  // share of the removed echo in a block
 constexpr float kLeastActivity = 0.01f;              // share of such bins from which a block counts
+constexpr float kLeastBesideEcho = 0.05f;            // the same, of sound that may be the echo's remains
+constexpr float kSomeEcho = 0.1f;                    // share of the removed echo in a block
 constexpr float kAdaptation = 0.12f;                 // of the response, when every bin counts
 constexpr float kMeanStep = 0.01f;                   // of the mean power, a block
 constexpr float kHuge = 1e30f;                       // more than any power
@@ -55,16 +57,13 @@ void DirectionSearch::update(const MicrophoneSpectra& spectra, const float (&ech
     }
     const float activity = weighBins(spectra, echo + kFirstBin);
     const float loud = loudness(spectra);
-    active_ = activity > kLeastActivity && energy >= gate;
+    const float echo_share = loudspeaker_.known() ? echoShare(spectra) : 0;
+    active_ = activity > (echo_share > kSomeEcho ? kLeastBesideEcho : kLeastActivity) && energy >= gate;
     if (!active_) return;
     float powers[kLocations];
     steering_.powers(spectra.bins() + kFirstBin, weight_, powers);
-    bool at_loudspeaker = false;
-    if (loudspeaker_.known()) {
-        const float echo_share = echoShare(spectra);
-        loudspeaker_.remove(echo_share, powers);
-        at_loudspeaker = echo_share > kMostlyEcho && track_.location() == loudspeaker_.location();
-    }
+    if (loudspeaker_.known()) loudspeaker_.remove(echo_share, powers);
+    const bool at_loudspeaker = echo_share > kMostlyEcho && track_.location() == loudspeaker_.location();
     for (int d = 0; d < kLocations; ++d) response_[d] += kAdaptation * activity * (powers[d] - response_[d]);
     track_.update(powers, activity * loud, at_loudspeaker);
 }

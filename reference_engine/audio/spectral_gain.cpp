@@ -60,11 +60,12 @@ float presenceAround(const float* sums, const Neighbourhood& around, float weigh
 void SpectralGain::update(const float (&power)[kSpectralBins], const NoiseFloor& noise,
                           const float (&echo)[kSpectralBins], const Settings& settings) {
     const float safety = weightOf(settings.echo_safety_factor_q10);
+    const float weight = weightOf(settings.nf_weight_factor_q10);
     float residue[kSpectralBins];  // of echo and reverberation
-    for (int k = 0; k < kSpectralBins; ++k) residue[k] = safety * echo[k] + reverberation_.power()[k];
+    for (int k = 0; k < kSpectralBins; ++k)
+        residue[k] = safety * echo[k] + weight * reverberation_.power()[k];
     followRatios(power, noise.power(), residue);
     findPresence(noise.diffuse(), std::max(weightOf(settings.nf_fullband_weight_factor_q10), kLeastWeight));
-    const float weight = weightOf(settings.nf_weight_factor_q10);
     for (int k = 0; k < kSpectralBins; ++k) {
         const float of_noise = weight * noise.power()[k];
         const float floor = std::max(of_noise + residue[k], kTiny);

@@ -184,7 +184,7 @@ SEDiag_t g_rows[] = {
     setting("senr_echo_safety_factor_q10", kIntermediate, set.echo_safety_factor_q10, kQ10,
             "Weight of the expected residual echo in the noise reduction, 1024 = 1"),
     setting("senr_nf_weight_factor_q10", kAdvanced, set.nf_weight_factor_q10, kQ10,
-            "Weight of the noise floor of each band, 1024 = 1"),
+            "Weight of noise and reverberation in each band, 1024 = 1"),
     setting("senr_nf_fullband_weight_factor_q10", kAdvanced, set.nf_fullband_weight_factor_q10, kQ10,
             "Weight of the noise floor of the whole band, 1024 = 1"),
     setting("senr_comfort_noise_q10", kIntermediate, set.comfort_noise_q10, {0, 1024},

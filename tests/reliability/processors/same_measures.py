@@ -39,7 +39,8 @@ def main(host, qemu, processor, folder):
     order = order_in(folder / "sweep")
     here, seconds_here = row_and_seconds([host], order)
     there, seconds_there = row_and_seconds([qemu, "-cpu", processor, host], order)
-    assert here["processor"] != there["processor"], f"{processor} is as this processor"
+    # A processor may choose the same builds as Haswell; as Penryn, the least that runs, none that runs the tests does.
+    assert here["processor"] != there["processor"] or processor != "Penryn", "the emulated processor chose no other builds"
     empty = [name for name, value in here["measures"].items() if value is None]
     assert not empty, f"without a value: {empty}"
     assert seconds_here.count("\n") == 8, seconds_here
