@@ -9,7 +9,7 @@ TOOL_PACKAGES=(libsndfile1-dev libsamplerate0-dev libcli11-dev nlohmann-json3-de
 TEST_PACKAGES=(libgtest-dev libbenchmark-dev python3 abigail-tools binutils qemu-user libspeexdsp-dev groff-base make git
     python3-pytest python3-pytest-forked python3-numpy python3-matplotlib python3-venv python3-setuptools python3-wheel
     pipewire pipewire-bin wireplumber dbus-daemon parallel)
-# The job scheduler on which `./check services` runs a sweep.
+# The job scheduler on which `./check slurm` runs a sweep.
 SERVICE_PACKAGES=(slurm-wlm munge)
 FORMAT_PACKAGES=(clang-format)
 CLANG_PACKAGES=(clang clang-tidy)
