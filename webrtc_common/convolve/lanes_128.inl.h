@@ -110,7 +110,7 @@ struct Lanes128 {
         _mm_storel_epi64(reinterpret_cast<Vector*>(out), _mm_packs_epi32(sums, sums));
     }
     static CONVOLVE_INLINE void storeHalf(int16_t* out, Vector sums, size_t count) {
-        int16_t all[kOutputs / 2];
+        int16_t all[kOutputs / 2] = {};
         storeHalf(all, sums);
         for (size_t i = 0; i < count; ++i) out[i] = all[i];
     }

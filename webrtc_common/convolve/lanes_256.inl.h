@@ -70,7 +70,7 @@ struct Lanes256 {
         Lanes128::store(out, _mm256_castsi256_si128(narrowed));
     }
     static CONVOLVE_INLINE void storeHalf(int16_t* out, Vector sums, size_t count) {
-        int16_t all[kOutputs / 2];
+        int16_t all[kOutputs / 2] = {};
         storeHalf(all, sums);
         for (size_t i = 0; i < count; ++i) out[i] = all[i];
     }
