@@ -253,7 +253,7 @@ using Wide = Lanes;
 #else
 using Wide = Quad;
 #endif
-constexpr int kWidesOfGroup = sizeof(Group) / sizeof(Wide);
+constexpr int kWidesOfGroup = kGroup * sizeof(float) / sizeof(Wide);
 
 inline const Wide* wides(const Group* groups) {
     return reinterpret_cast<const Wide*>(groups);
