@@ -62,9 +62,8 @@ struct LaneKernels {
     void (*adaptAndPredict)(const LanePartition* partitions, int learning, int count, const LaneBin* errors,
                             float factor, int bins, LaneBin* sum);
 
-    // echo += later_echo, errors = signals - echo. out: the sum of the squares of the echo.
-    void (*subtract)(const Lanes* signals, const Lanes* later_echo, int count, Lanes* echo, Lanes* errors,
-                     Lanes* energy);
+    // errors = signals - echo. out: the sum of the squares of the echo.
+    void (*subtract)(const Lanes* signals, const Lanes* echo, int count, Lanes* errors, Lanes* energy);
 
     // Of each bin: the mean power of all spectra but the last, and the power of the last.
     void (*powers)(const LaneBin* spectra, int bins, float* mean, float* last);

@@ -302,14 +302,11 @@ void kalman(const LaneUncertainty* partitions, int learning, int count, const La
     }
 }
 
-void subtract(const Lanes* signals, const Lanes* later_echo, int count, Lanes* echo, Lanes* errors,
-              Lanes* energy) {
+void subtract(const Lanes* signals, const Lanes* echo, int count, Lanes* errors, Lanes* energy) {
     Lanes sum = {};
     for (int n = 0; n < count; ++n) {
-        const Lanes all = later_echo[n] + echo[n];
-        echo[n] = all;
-        errors[n] = signals[n] - all;
-        sum += all * all;
+        errors[n] = signals[n] - echo[n];
+        sum += echo[n] * echo[n];
     }
     *energy = sum;
 }

@@ -254,12 +254,11 @@ TEST_P(LaneKernelsTest, PathsLearnAndPredict) {
     }
 }
 
-TEST_P(LaneKernelsTest, EchoAndErrorsHaveTheSameBits) {
-    const std::vector<Cell> signals = lanes(kSize), later = lanes(kSize);
-    std::vector<Cell> echo_a = lanes(kSize), echo_b = echo_a, errors_a(kSize), errors_b(kSize), sums(2);
-    narrow_.subtract(at(signals), at(later), kSize, at(echo_a), at(errors_a), &sums[0].lanes);
-    wide_.subtract(at(signals), at(later), kSize, at(echo_b), at(errors_b), &sums[1].lanes);
-    EXPECT_TRUE(same(echo_a, echo_b));
+TEST_P(LaneKernelsTest, ErrorsHaveTheSameBits) {
+    const std::vector<Cell> signals = lanes(kSize), echo = lanes(kSize);
+    std::vector<Cell> errors_a(kSize), errors_b(kSize), sums(2);
+    narrow_.subtract(at(signals), at(echo), kSize, at(errors_a), &sums[0].lanes);
+    wide_.subtract(at(signals), at(echo), kSize, at(errors_b), &sums[1].lanes);
     EXPECT_TRUE(same(errors_a, errors_b));
     EXPECT_EQ(std::memcmp(&sums[0], &sums[1], sizeof(Cell)), 0);
 }

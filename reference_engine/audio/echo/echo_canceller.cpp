@@ -62,7 +62,7 @@ void EchoCanceller::init() {
 
 void EchoCanceller::restart() {
     filter_.init();
-    first_partition_.init();
+    first_taps_.init();
     kalman_.init(kForgetting, kAppearing);
     shadow_kalman_.init(kShadowForgetting, kShadowAppearing);
     main_left_ = shadow_left_ = 0;
@@ -80,7 +80,7 @@ void EchoCanceller::process(const int16_t* far_end, const MicrophoneBlock& in, M
     found_delay_ = delay_.update(far_end_.played());
     constrain();
     predict();
-    subtract(out);
+    output(out);
     const bool audible = energyOf(far_end) > kAudibleEnergy;
     if (audible) measure(in, out);
     learn();
@@ -102,36 +102,24 @@ void EchoCanceller::remember(const MicrophoneBlock& in) {
 
 void EchoCanceller::constrain() {
     filter_.constrain(turns_.constrained(), fft_, signals_);
-    if (turns_.constrained() == 0) first_partition_.set(signals_);
+    if (turns_.constrained() == 0) first_taps_.set(signals_);
 }
 
-// later_echo_: through all partitions but the first.
+// echo_ and errors_: of the whole window.
 void EchoCanceller::predict() {
-    filter_.predictLater(far_end_, spectra_);
-    fft_.backward(spectra_, later_echo_);
-}
-
-// echo_: through all partitions. errors_: of the whole window, by the present filter.
-void EchoCanceller::findErrors() {
     constexpr int kBegin = kEchoFrame - kEchoWindow;
-    filter_.predictFirst(far_end_, spectra_);
+    filter_.predict(far_end_, spectra_);
     fft_.backward(spectra_, echo_);
+    first_taps_.addEcho(far_end_.newest(), echo_ + kLastBlock);
     Lanes energy;
-    laneKernels().subtract(microphones() + kBegin, later_echo_ + kBegin, kEchoWindow, echo_ + kBegin,
-                           errors_ + kBegin, &energy);
+    laneKernels().subtract(microphones() + kBegin, echo_ + kBegin, kEchoWindow, errors_ + kBegin, &energy);
     echo_energy_ = energy[EchoFilter::kMainLane];
 }
 
-void EchoCanceller::subtract(MicrophoneBlock& out) {
-    float first[kMicrophones][kBlock];
-    first_partition_.predict(far_end_.aligned(), first);
-    for (int i = 0; i < kBlock; ++i) {
-        signals_[i] = microphones()[kLastBlock + i] - later_echo_[kLastBlock + i];
-        for (int m = 0; m < kMicrophones; ++m) signals_[i][m] -= first[m][i];
-    }
+void EchoCanceller::output(MicrophoneBlock& out) const {
     const Lanes unity = Lanes{} + 1.0f;
     LaneInts rounded[kBlock];
-    laneKernels().quantise(signals_, &unity, kFullScale, kBlock, rounded);
+    laneKernels().quantise(errors_ + kLastBlock, &unity, kFullScale, kBlock, rounded);
     for (int m = 0; m < kMicrophones; ++m) {
         for (int i = 0; i < kBlock; ++i) out[m][i] = static_cast<int16_t>(rounded[i][m]);
     }
@@ -152,7 +140,6 @@ float EchoCanceller::enhancementDb() const {
 }
 
 void EchoCanceller::learn() {
-    findErrors();
     fft_.forward(errors_, filter_.errors());
     EchoBins error_power, shadow_error_power;
     laneKernels().powers(filter_.errors(), kEchoBins, error_power.value, shadow_error_power.value);

@@ -9,7 +9,7 @@
 #include "reference_engine/audio/echo/echo_kalman.h"
 #include "reference_engine/audio/echo/echo_turns.h"
 #include "reference_engine/audio/echo/far_end.h"
-#include "reference_engine/audio/echo/first_partition.h"
+#include "reference_engine/audio/echo/first_taps.h"
 #include "reference_engine/audio/echo/starting_echo.h"
 #include "reference_engine/lanes/lane_fft.h"
 
@@ -46,10 +46,9 @@ class EchoCanceller {
   private:
     void remember(const MicrophoneBlock& in);
     const Lanes* microphones() const { return &microphones_.values()->lanes; }  // the last frame
-    void subtract(MicrophoneBlock& out);
+    void output(MicrophoneBlock& out) const;
     void constrain();
     void predict();
-    void findErrors();
     void followDelay();
     void measure(const MicrophoneBlock& in, const MicrophoneBlock& out);
     void learn();
@@ -63,7 +62,7 @@ class EchoCanceller {
     EchoAlignment alignment_;
     EchoDrift drift_;
     EchoFilter filter_;
-    FirstPartition first_partition_;
+    FirstTaps first_taps_;
     EchoKalman kalman_;
     EchoKalman shadow_kalman_;
     StartingEcho starting_echo_;
@@ -81,7 +80,6 @@ class EchoCanceller {
 
     // Used within a block alone. They are here because an audio thread's stack may be small.
     alignas(LaneBin) LaneSignals signals_ = {};
-    alignas(LaneBin) LaneSignals later_echo_ = {};
     alignas(LaneBin) LaneSignals echo_ = {};
     alignas(LaneBin) LaneSignals errors_ = {};
     float echo_energy_ = 0;  // at the first microphone, of the window

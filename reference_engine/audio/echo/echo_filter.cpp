@@ -38,24 +38,17 @@ LanePartition EchoFilter::partition(int p, const FarSpectrum& now, const FarSpec
             learnt.im.value, step_[p].value, shadow_step_[p].value};
 }
 
-void EchoFilter::predictFirst(const FarEnd& far_end, LaneSpectra& echo) {
-    const FarSpectrum& x = far_end.spectrum(0);
-    const LanePartition first = partition(0, x, x);
-    laneKernels().adaptAndPredict(&first, 0, 1, errors_, kToSamples, kEchoBins, echo);
-}
-
-// Those that learn come first.
-void EchoFilter::predictLater(const FarEnd& far_end, LaneSpectra& echo) {
-    LanePartition partitions[kPartitions - 1];
-    int learning = 0, end = kPartitions - 1;
-    for (int p = 1; p < kPartitions; ++p) {
-        const FarSpectrum& now = far_end.spectrum(p * kPartitionBlocks);
+// Those that learn come first. The newest block is in the frame of the first partition alone.
+void EchoFilter::predict(const FarEnd& far_end, LaneSpectra& echo) {
+    LanePartition partitions[kPartitions];
+    int learning = 0, end = kPartitions;
+    for (int p = 0; p < kPartitions; ++p) {
+        const FarSpectrum& now = p == 0 ? far_end.past() : far_end.spectrum(p * kPartitionBlocks);
         const FarSpectrum& before = far_end.spectrum(p * kPartitionBlocks + 1);
         partitions[learns_later_[static_cast<size_t>(p)] ? learning++ : --end] = partition(p, now, before);
     }
     learns_later_.reset();
-    laneKernels().adaptAndPredict(partitions, learning, kPartitions - 1, errors_, kToSamples, kEchoBins,
-                                  echo);
+    laneKernels().adaptAndPredict(partitions, learning, kPartitions, errors_, kToSamples, kEchoBins, echo);
 }
 
 void EchoFilter::adapt(int p, const FarEnd& far_end) {

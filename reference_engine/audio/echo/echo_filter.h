@@ -17,10 +17,9 @@ class EchoFilter {
 
     void init();
 
-    // out: the spectra of the echo through the first partition, and through all others; over kEchoFrame, so that the transform
-    // returns samples.
-    void predictFirst(const FarEnd& far_end, LaneSpectra& echo);
-    void predictLater(const FarEnd& far_end, LaneSpectra& echo);
+    // out: the spectra of the echo, but for that of the far end's newest block; over kEchoFrame, so that the transform returns
+    // samples.
+    void predict(const FarEnd& far_end, LaneSpectra& echo);
 
     // To be written before `learn`: the errors' spectra; the step of each bin, for all microphones and for the shadow.
     LaneSpectra& errors() { return errors_; }

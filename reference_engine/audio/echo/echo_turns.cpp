@@ -16,7 +16,6 @@ void EchoTurns::advance(bool paths_known) {
 
 PartitionSet EchoTurns::now() const {
     PartitionSet now;
-    now[0] = true;
     now[static_cast<size_t>(constrained())] = true;
     return now;
 }

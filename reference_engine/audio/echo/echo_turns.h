@@ -20,7 +20,7 @@ class EchoTurns {
     // The first one every second time, as its taps are used in the time domain.
     int constrained() const { return turn_ % 2 == 0 ? 0 : 1 + turn_ / 2; }
 
-    // Those that have to learn within the block: of the first one and of the constrained one the paths are used before the next.
+    // Those that have to learn within the block: the paths of the constrained one are used before the next.
     PartitionSet now() const;
 
   private:

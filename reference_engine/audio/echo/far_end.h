@@ -31,7 +31,7 @@ class FarEnd {
     // No sound within all that it remembers.
     bool silent() const { return silent_blocks_ == kHistoryBlocks; }
 
-    // Computes the spectrum of the last frame; while it moves, some of those at the new delay, too. True when a move has come
+    // Computes the spectra of the last frame; while it moves, some of those at the new delay, too. True when a move has come
     // to its end.
     bool transform();
 
@@ -41,8 +41,11 @@ class FarEnd {
         return ring.spectra[(ring.newest + blocks) % kSpectra];
     }
 
-    // Later by the delay, oldest first: a partition less one sample of the past and the last block; then seven of any value.
-    int16_t* aligned() { return aligned_ + kEchoFrame - kBlock - (kPartition - 1); }
+    // Of the last frame with silence instead of its last block. Without the power.
+    const FarSpectrum& past() const { return past_; }
+
+    // The last block, later by the delay.
+    const int16_t* newest() const { return aligned_ + kEchoFrame - kBlock; }
 
     // As played, the last kEchoFrame samples, oldest first.
     const int16_t* played() const { return history_.values() + kHistory - kEchoFrame; }
@@ -69,16 +72,19 @@ class FarEnd {
     void align(double drift);
     void interpolate(double position, double step, int16_t* out) const;
     void transform(const int16_t* frame, FarSpectrum& out);
+    bool transformFrames();
+    void transformPast();
     const int16_t* movedFrame(int age) const;
     void finishMove();
 
     SlidingWindow<int16_t, kHistory> history_;
-    int16_t aligned_[kEchoFrame + 8] = {};
+    int16_t aligned_[kEchoFrame] = {};
     int silent_blocks_ = 0;
     double delay_ = 0;
     alignas(Lanes) float taps_[kPhases + 1][2 * kReach] = {};  // of the interpolation
 
     SingleFft fft_;
+    FarSpectrum past_;
     Ring rings_[2];
     int present_ = 0;  // of the rings; the other one is filled while it moves
     bool moving_ = false;
