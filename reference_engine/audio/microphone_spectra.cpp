@@ -15,12 +15,12 @@ void MicrophoneSpectra::init() {
 }
 
 void MicrophoneSpectra::update(const MicrophoneBlock& in, const MicrophoneBlock& clean) {
+    const int16_t* rows[kLanes];
+    for (int m = 0; m < kMicrophones; ++m) rows[m] = clean[m];
+    rows[kEchoLane] = in[0];
     LaneSample* const newest = samples_.advance();
-    for (int i = 0; i < kBlock; ++i) {
-        Lanes& sample = newest[i].lanes;
-        for (int m = 0; m < kMicrophones; ++m) sample[m] = clean[m][i];
-        sample[kEchoLane] = static_cast<float>(in[0][i] - clean[0][i]);
-    }
+    laneKernels().gather(rows, kBlock, &newest->lanes);
+    for (int i = 0; i < kBlock; ++i) newest[i].lanes[kEchoLane] -= newest[i].lanes[0];
     for (int i = 0; i < kFrame; ++i) windowed_[i] = samples_.values()[i].lanes * window_[i];
     fft_.forward(windowed_, spectra_);
     laneKernels().powers(spectra_, kBins, mean_power_, echo_power_);

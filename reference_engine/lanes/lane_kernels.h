@@ -68,6 +68,9 @@ struct LaneKernels {
     // Of each bin: the mean power of all spectra but the last, and the power of the last.
     void (*powers)(const LaneBin* spectra, int bins, float* mean, float* last);
 
+    // Of each group of bins: the mean power of the first spectrum, and of the last.
+    void (*groupPowers)(const LaneBin* spectra, int bins, float* first, float* last);
+
     // A block of the Kalman filter, for each bin; of the partitions the first `learning`, but for the sum:
     // uncertainty = (1 - forgetting) * uncertainty + forgetting * path_power + appearing
     // residual = share_of_frame * the sum over the partitions of uncertainty * far end's power
@@ -82,8 +85,15 @@ struct LaneKernels {
     // Of each signal: the sum of the magnitudes, and the largest one.
     void (*magnitudes)(const Lanes* signals, int count, Lanes* sum, Lanes* largest);
 
-    // signals * factor, limited to +-limit and rounded to nearest, halves away from 0. needs: limit up to 2^30.
-    void (*quantise)(const Lanes* signals, const Lanes* factor, float limit, int count, LaneInts* out);
+    // signals * factor, limited to +-limit and rounded to nearest, halves away from 0. out: eight rows. needs: limit up to
+    // 32767; a count in eights.
+    void (*quantise)(const Lanes* signals, const Lanes* factor, float limit, int count, int16_t* const* rows);
+
+    // in: eight rows. out: each in a lane. needs: a count in eights.
+    void (*gather)(const int16_t* const* rows, int count, Lanes* signals);
+
+    // Adds eight rows, each times the factor of its lane. needs: a count in eights.
+    void (*addRows)(const int32_t* const* rows, const Lanes* factor, int count, Lanes* signals);
 
     // out[i] = the sum of samples[place[i] + k] * tap k, interpolated between the rows phase[i] and phase[i] + 1 of `taps`
     // by share[i]. Rows of 24.

@@ -245,6 +245,17 @@ void powers(const LaneBin* spectra, int bins, float* mean, float* last) {
     powersOf(spectra + k, bins - k, mean + k, last + k);
 }
 
+void groupPowers(const LaneBin* spectra, int bins, float* first, float* last) {
+    for (int begin = 0; begin < bins; begin += kGroup) {
+        const int count = bins - begin < kGroup ? bins - begin : kGroup;
+        Lanes sum = {};
+        for (int k = begin; k < begin + count; ++k) sum += powerOf(spectra[k]);
+        sum /= static_cast<float>(count);
+        *first++ = sum[0];
+        *last++ = sum[kLanes - 1];
+    }
+}
+
 // One register of neighbouring bins.
 #ifdef __AVX512F__
 using Wide = Group;
@@ -334,14 +345,45 @@ void magnitudes(const Lanes* signals, int count, Lanes* sum, Lanes* largest) {
     }
 }
 
-void quantise(const Lanes* signals, const Lanes* factor, float limit, int count, LaneInts* out) {
+void quantise(const Lanes* signals, const Lanes* factor, float limit, int count, int16_t* const* rows) {
     const Lanes highest = Lanes{} + limit;
     const Lanes half = Lanes{} + 0.5f;
-    for (int n = 0; n < count; ++n) {
-        const Lanes scaled = signals[n] * *factor;
-        const Lanes above = scaled < -highest ? -highest : scaled;
-        const Lanes limited = highest < above ? highest : above;
-        out[n] = __builtin_convertvector(limited + (limited < 0 ? -half : half), LaneInts);
+    for (int n = 0; n < count; n += kLanes) {
+        Lanes rounded[std::size_t{kLanes}];
+        for (int i = 0; i < kLanes; ++i) {
+            const Lanes scaled = signals[n + i] * *factor;
+            const Lanes above = scaled < -highest ? -highest : scaled;
+            const Lanes limited = highest < above ? highest : above;
+            rounded[i] = limited + (limited < 0 ? -half : half);
+        }
+        transpose(rounded);
+        for (int m = 0; m < kLanes; ++m) {
+            const LaneInts whole = __builtin_convertvector(rounded[m], LaneInts);
+            *reinterpret_cast<LooseSamples*>(rows[m] + n) = __builtin_convertvector(whole, LooseSamples);
+        }
+    }
+}
+
+void gather(const int16_t* const* rows, int count, Lanes* signals) {
+    for (int n = 0; n < count; n += kLanes) {
+        Lanes columns[std::size_t{kLanes}];
+        for (int m = 0; m < kLanes; ++m) {
+            const LooseSamples samples = *reinterpret_cast<const LooseSamples*>(rows[m] + n);
+            columns[m] = __builtin_convertvector(__builtin_convertvector(samples, LaneInts), Lanes);
+        }
+        transpose(columns);
+        for (int i = 0; i < kLanes; ++i) signals[n + i] = columns[i];
+    }
+}
+
+void addRows(const int32_t* const* rows, const Lanes* factor, int count, Lanes* signals) {
+    for (int n = 0; n < count; n += kLanes) {
+        Lanes columns[std::size_t{kLanes}];
+        for (int m = 0; m < kLanes; ++m) {
+            columns[m] = __builtin_convertvector(*reinterpret_cast<const LooseInts*>(rows[m] + n), Lanes);
+        }
+        transpose(columns);
+        for (int i = 0; i < kLanes; ++i) signals[n + i] += columns[i] * *factor;
     }
 }
 
@@ -474,9 +516,9 @@ void steer(const LaneBin* spectra, const LaneBin* steering, const float* weight,
     *opposite = behind;
 }
 
-constexpr LaneKernels kLaneKernels = {forward,     backward,  adapt, adaptAndPredict, subtract,
-                                      powers,      kalman,    scale, magnitudes,      quantise,
-                                      interpolate, correlate, steer, combine};
+constexpr LaneKernels kLaneKernels = {forward,     backward,    adapt,     adaptAndPredict, subtract, powers,
+                                      groupPowers, kalman,      scale,     magnitudes,      quantise, gather,
+                                      addRows,     interpolate, correlate, steer,           combine};
 
 }  // namespace
 }  // namespace reference_engine

@@ -2,6 +2,8 @@
 // spectrum. One register of a processor with AVX, two of any other.
 #pragma once
 
+#include <cstdint>
+
 namespace reference_engine {
 
 inline constexpr int kLanes = 8;
@@ -21,6 +23,10 @@ struct LaneSample {
 typedef float LooseLanes __attribute__((vector_size(32), may_alias, aligned(4)));
 
 typedef int LaneInts __attribute__((vector_size(32), may_alias, aligned(32)));
+
+// Samples and sums at any address of theirs.
+typedef int16_t LooseSamples __attribute__((vector_size(16), may_alias, aligned(2)));
+typedef int32_t LooseInts __attribute__((vector_size(32), may_alias, aligned(4)));
 
 // One bin of eight spectra, in one line of the cache.
 struct alignas(64) LaneBin {

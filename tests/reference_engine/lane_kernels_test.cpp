@@ -25,9 +25,6 @@ constexpr int kGroups = 16;
 struct Cell {
     Lanes lanes;
 };
-struct IntCell {
-    LaneInts lanes;
-};
 
 // Samples as the transforms take them, two in a line of the cache.
 struct Signals {
@@ -40,6 +37,17 @@ struct Signals {
 };
 struct GroupCell {
     Group lanes;
+};
+
+// Eight rows of `count` values, one behind the other.
+template <class T>
+struct Rows {
+    explicit Rows(size_t count) : values(kLanes * count) {
+        for (size_t m = 0; m < kLanes; ++m) row[m] = values.data() + m * count;
+    }
+    T* const* begins() { return row; }
+    std::vector<T> values;
+    T* row[kLanes];
 };
 
 template <class T>
@@ -311,10 +319,10 @@ TEST_P(LaneKernelsTest, TapsHaveTheSameBits) {
     narrow_.magnitudes(at(taps), kSize, &sums_a[0].lanes, &sums_a[1].lanes);
     wide_.magnitudes(at(taps), kSize, &sums_b[0].lanes, &sums_b[1].lanes);
     EXPECT_TRUE(same(sums_a, sums_b));
-    std::vector<IntCell> rounded_a(kSize), rounded_b(kSize);
-    narrow_.quantise(at(taps), at(factor), 32766, kSize, at(rounded_a));
-    wide_.quantise(at(taps), at(factor), 32766, kSize, at(rounded_b));
-    EXPECT_TRUE(same(rounded_a, rounded_b));
+    Rows<int16_t> rounded_a(kSize), rounded_b(kSize);
+    narrow_.quantise(at(taps), at(factor), 32766, kSize, rounded_a.begins());
+    wide_.quantise(at(taps), at(factor), 32766, kSize, rounded_b.begins());
+    EXPECT_TRUE(same(rounded_a.values, rounded_b.values));
 }
 
 TEST_P(LaneKernelsTest, CorrelationsHaveTheSameBits) {
@@ -366,10 +374,49 @@ TEST(LaneSteer, FindsTheDirectionWhoseSteeringAlignsTheSignals) {
 }
 
 TEST(LaneQuantise, RoundsHalvesAwayFromZeroWithinTheLimit) {
-    const Lanes values = {0.5F, -0.5F, 1.4F, -1.6F, 99.0F, -99.0F, 0, 2.5F};
-    const Lanes unity = Lanes{} + 1;
-    LaneInts out;
-    laneKernels().quantise(&values, &unity, 10, 1, &out);
+    const float values[] = {0.5F, -0.5F, 1.4F, -1.6F, 99.0F, -99.0F, 0, 2.5F};
     const int expected[] = {1, -1, 1, -2, 10, -10, 0, 3};
-    for (int i = 0; i < kLanes; ++i) EXPECT_EQ(out[i], expected[i]) << i;
+    Lanes signals[kLanes];
+    for (int n = 0; n < kLanes; ++n) signals[n] = Lanes{} + values[n];
+    const Lanes factor = {1, 1, 1, 2, 1, 1, 1, 1};
+    Rows<int16_t> out(kLanes);
+    laneKernels().quantise(signals, &factor, 10, kLanes, out.begins());
+    for (int n = 0; n < kLanes; ++n) EXPECT_EQ(out.row[kLanes - 1][n], expected[n]) << n;
+    EXPECT_EQ(out.row[3][2], 3);
+    EXPECT_EQ(out.row[3][7], 5);
+}
+
+TEST_P(LaneKernelsTest, RowsBecomeLanes) {
+    Rows<int16_t> samples(kSize);
+    Rows<int32_t> sums(kSize);
+    for (int16_t& value : samples.values) value = static_cast<int16_t>(random_());
+    for (int32_t& value : sums.values) value = static_cast<int32_t>(random_());
+    std::vector<Cell> signals(kSize), all(kSize);
+    wide_.gather(samples.begins(), kSize, at(signals));
+    all = signals;
+    const Lanes factor = {1, 0.5F, 0.25F, 2, 1, 1, 4, 0.125F};
+    wide_.addRows(sums.begins(), &factor, kSize, at(all));
+    for (size_t n = 0; n < kSize; ++n) {
+        for (int m = 0; m < kLanes; ++m) {
+            const float sample = samples.row[m][n];
+            EXPECT_EQ(signals[n].lanes[m], sample);
+            EXPECT_EQ(all[n].lanes[m], sample + static_cast<float>(sums.row[m][n]) * factor[m]);
+        }
+    }
+}
+
+// The last group is not full.
+TEST_P(LaneKernelsTest, PowersOfGroupsAreThoseOfTheFirstAndTheLastSpectrum) {
+    const std::vector<LaneBin> spectra = bins(kGroup + 1);
+    float first_a[2], first_b[2], last_a[2], last_b[2];
+    narrow_.groupPowers(spectra.data(), kGroup + 1, first_a, last_a);
+    wide_.groupPowers(spectra.data(), kGroup + 1, first_b, last_b);
+    float sum = 0;
+    for (size_t k = 0; k < kGroup; ++k)
+        sum += spectra[k].re[0] * spectra[k].re[0] + spectra[k].im[0] * spectra[k].im[0];
+    const LaneBin& alone = spectra[kGroup];
+    EXPECT_NEAR(first_a[0], sum / kGroup, 1e-5F * sum);
+    EXPECT_EQ(last_a[1], alone.re[7] * alone.re[7] + alone.im[7] * alone.im[7]);
+    EXPECT_EQ(std::memcmp(first_a, first_b, sizeof first_a), 0);
+    EXPECT_EQ(std::memcmp(last_a, last_b, sizeof last_a), 0);
 }

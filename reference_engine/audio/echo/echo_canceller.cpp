@@ -92,12 +92,10 @@ void EchoCanceller::process(const int16_t* far_end, const MicrophoneBlock& in, M
 // The last lane hears what the first microphone does.
 void EchoCanceller::remember(const MicrophoneBlock& in) {
     delay_.remember(in[0]);
-    LaneSample* const newest = microphones_.advance();
-    for (int i = 0; i < kBlock; ++i) {
-        Lanes& sample = newest[i].lanes;
-        for (int m = 0; m < kMicrophones; ++m) sample[m] = in[m][i];
-        sample[EchoFilter::kShadowLane] = in[EchoFilter::kMainLane][i];
-    }
+    const int16_t* rows[kLanes];
+    for (int m = 0; m < kMicrophones; ++m) rows[m] = in[m];
+    rows[EchoFilter::kShadowLane] = in[EchoFilter::kMainLane];
+    laneKernels().gather(rows, kBlock, &microphones_.advance()->lanes);
 }
 
 void EchoCanceller::constrain() {
@@ -118,11 +116,11 @@ void EchoCanceller::predict() {
 
 void EchoCanceller::output(MicrophoneBlock& out) const {
     const Lanes unity = Lanes{} + 1.0f;
-    LaneInts rounded[kBlock];
-    laneKernels().quantise(errors_ + kLastBlock, &unity, kFullScale, kBlock, rounded);
-    for (int m = 0; m < kMicrophones; ++m) {
-        for (int i = 0; i < kBlock; ++i) out[m][i] = static_cast<int16_t>(rounded[i][m]);
-    }
+    int16_t of_shadow[kBlock];
+    int16_t* rows[kLanes];
+    for (int m = 0; m < kMicrophones; ++m) rows[m] = out[m];
+    rows[EchoFilter::kShadowLane] = of_shadow;
+    laneKernels().quantise(errors_ + kLastBlock, &unity, kFullScale, kBlock, rows);
 }
 
 void EchoCanceller::measure(const MicrophoneBlock& in, const MicrophoneBlock& out) {
@@ -157,8 +155,10 @@ void EchoCanceller::learn() {
 
 // Of a few blocks, at the first microphone.
 void EchoCanceller::measureUnknown() {
+    Group sum = {};
+    for (int g = 0; g < kEchoGroups; ++g) sum += kalman_.residual().groups()[g];
     float left = 0;
-    for (int k = 0; k < kEchoBins; ++k) left += 2 * kalman_.residual().value[k] / kEchoFrame;
+    for (int i = 0; i < kGroup; ++i) left += 2 * sum[i] / kEchoFrame;
     if (left > kAudibleEnergy)
         unknown_share_ += kUnknownStep * (left / (left + echo_energy_) - unknown_share_);
 }
@@ -168,11 +168,9 @@ void EchoCanceller::measureUnknown() {
 // the main filter. (Ochiai, Araseki, Ogihara: Echo canceler with two echo path
 // models, IEEE Transactions on Communications 25(6), 1977.)
 void EchoCanceller::compareWithShadow() {
-    float main = 0, shadow = 0;
-    for (int i = kLastBlock; i < kEchoFrame; ++i) {
-        main += errors_[i][EchoFilter::kMainLane] * errors_[i][EchoFilter::kMainLane];
-        shadow += errors_[i][EchoFilter::kShadowLane] * errors_[i][EchoFilter::kShadowLane];
-    }
+    Lanes left = {};
+    for (int i = kLastBlock; i < kEchoFrame; ++i) left += errors_[i] * errors_[i];
+    const float main = left[EchoFilter::kMainLane], shadow = left[EchoFilter::kShadowLane];
     main_left_ = flushed(kShadowMemory * main_left_ + (1 - kShadowMemory) * main);
     shadow_left_ = flushed(kShadowMemory * shadow_left_ + (1 - kShadowMemory) * shadow);
     if (shadow_left_ < kBetter * main_left_ && main_left_ > kAudibleEnergy) {

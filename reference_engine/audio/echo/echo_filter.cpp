@@ -11,17 +11,8 @@ constexpr float kLeastTap = 1e-9f;
 
 constexpr float kToSamples = 1.0f / kEchoFrame;  // of a transform and back
 
-// Mean of each group of bins.
-void measurePowers(const LaneSpectra& path, EchoGroups* main, EchoGroups* shadow) {
-    for (int g = 0; g < kEchoGroups; ++g) {
-        const int begin = g * kGroup, end = std::min(begin + kGroup, kEchoBins);
-        Lanes sum = {};
-        for (int k = begin; k < end; ++k) sum += path[k].re * path[k].re + path[k].im * path[k].im;
-        sum /= static_cast<float>(end - begin);
-        (*main)[static_cast<size_t>(g)] = sum[EchoFilter::kMainLane];
-        (*shadow)[static_cast<size_t>(g)] = sum[EchoFilter::kShadowLane];
-    }
-}
+static_assert(EchoFilter::kMainLane == 0 && EchoFilter::kShadowLane == kLanes - 1,
+              "as groupPowers takes them");
 
 }  // namespace
 
@@ -71,7 +62,8 @@ void EchoFilter::constrain(int partition, LaneFft& fft, LaneSignals& taps) {
     fft.forward(taps, paths_[partition]);
     energy_[partition] = 0;
     for (int m = 0; m < kMicrophones; ++m) energy_[partition] += squares[m] / kMicrophones;
-    measurePowers(paths_[partition], &power_[partition], &shadow_power_[partition]);
+    laneKernels().groupPowers(paths_[partition], kEchoBins, power_[partition].data(),
+                              shadow_power_[partition].data());
 }
 
 void EchoFilter::compareWithShadow(int partition, EchoBins* power) const {

@@ -31,7 +31,7 @@ void FirstTaps::init() {
 }
 
 void FirstTaps::set(const Lanes* taps) {
-    std::copy_n(taps, kBlock, taps_);
+    std::reverse_copy(taps, taps + kBlock, taps_);
     laneKernels().magnitudes(taps_, kBlock, &sum_, &largest_);
     quantised_ = false;
 }
@@ -40,14 +40,16 @@ void FirstTaps::addEcho(const int16_t* far_end, Lanes* echo) {
     int16_t* const newest = std::copy_n(far_end, kBlock, far_end_ + kBlock - 1) - kBlock;
     const FractionBits needed = fractionBitsFor(std::max(peakOf(newest, kBlock), 1));
     if (!quantised_ || needed != fraction_bits_) quantise(needed);
-    for (int m = 0; m < kLanes; ++m) {
-        const size_t path = static_cast<size_t>(m);
-        const int kept = std::min(fraction_bits_[path], kEchoFractionBits);
-        int32_t sums[kBlock];
-        AecConvolution(coeffs_[path], far_end_, sums, fraction_bits_[path] - kept, kBlock, kBlock, 0);
-        const float unit = std::ldexp(1.0f, -kept);
-        for (int i = 0; i < kBlock; ++i) echo[i][m] += static_cast<float>(sums[i]) * unit;
+    int32_t sums[kLanes][kBlock];
+    const int32_t* rows[kLanes];
+    Lanes unit;
+    for (size_t m = 0; m < kLanes; ++m) {
+        const int kept = std::min(fraction_bits_[m], kEchoFractionBits);
+        AecConvolution(coeffs_[m], far_end_, sums[m], fraction_bits_[m] - kept, kBlock, kBlock, 0);
+        rows[m] = sums[m];
+        unit[m] = std::ldexp(1.0f, -kept);
     }
+    laneKernels().addRows(rows, &unit, kBlock, echo);
 }
 
 // The largest numbers of fraction bits at which neither a coefficient nor a sum of products overflows.
@@ -66,13 +68,9 @@ FirstTaps::FractionBits FirstTaps::fractionBitsFor(int32_t peak) const {
 void FirstTaps::quantise(const FractionBits& fraction_bits) {
     Lanes scale = {};
     for (int m = 0; m < kLanes; ++m) scale[m] = std::ldexp(1.0f, fraction_bits[static_cast<size_t>(m)]);
-    LaneInts coeffs[kBlock];
-    laneKernels().quantise(taps_, &scale, kLargestCoefficient, kBlock, coeffs);
-    for (int n = 0; n < kBlock; ++n) {
-        for (int m = 0; m < kLanes; ++m) {
-            coeffs_[m][kBlock - 1 - n] = static_cast<int16_t>(coeffs[n][m]);
-        }
-    }
+    int16_t* rows[kLanes];
+    for (size_t m = 0; m < kLanes; ++m) rows[m] = coeffs_[m];
+    laneKernels().quantise(taps_, &scale, kLargestCoefficient, kBlock, rows);
     fraction_bits_ = fraction_bits;
     quantised_ = true;
 }

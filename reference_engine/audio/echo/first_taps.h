@@ -24,14 +24,14 @@ class FirstTaps {
     FractionBits fractionBitsFor(int32_t peak) const;
     void quantise(const FractionBits& fraction_bits);
 
-    Lanes taps_[kBlock] = {};
-    Lanes sum_ = {};  // of the taps' magnitudes
+    Lanes taps_[kBlock] = {};  // the last one first
+    Lanes sum_ = {};           // of the taps' magnitudes
     Lanes largest_ = {};
 
     // Silence, the newest block, and what the routine reads beyond it.
     int16_t far_end_[kBlock - 1 + kBlock + 7] = {};
 
-    // The taps in 16 bits, the last one first.
+    // The taps in 16 bits.
     bool quantised_ = false;
     FractionBits fraction_bits_ = {};
     int16_t coeffs_[kLanes][kBlock] = {};
