@@ -13,7 +13,7 @@ constexpr float kFall = 0.7f;              // from one partition to the next: a 
 constexpr float kNoiseMemory = 0.6f;       // a block
 
 // Of a sample's information that each of the frames which contain it may use: the frames count a sample once.
-constexpr float kShareOfSample = 0.4f;
+constexpr float kShareOfSample = 0.3f;
 
 }  // namespace
 
