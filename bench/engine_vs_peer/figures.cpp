@@ -81,8 +81,7 @@ TalkerFigures talkerFigures(const Row& talker, const Row& out, double lag, const
     const Row output = excerpt(inBand(out, lag), spans);
     const double scale = dot(output, reference) / dot(reference, reference);
     const double kept = scale * scale * dot(reference, reference);
-    return {se_scene::decibelsOfPower(scale * scale),
-            se_scene::decibelsOfPower(kept / (dot(output, output) - kept))};
+    return {scale, se_scene::decibelsOfPower(kept / (dot(output, output) - kept))};
 }
 
 double intelligibility(const Row& talker, const Row& out, double lag, const Span& span) {

@@ -26,8 +26,8 @@ Spans whereLower(const Row& row, const Row& other, double decibels, const Span& 
 double lossDb(const Row& microphone, const Row& out, double lag, const Spans& spans);
 
 struct TalkerFigures {
-    double level_db;  // of the part of the row that is a multiple of the talker, against the talker
-    double sdr_db;    // that part over the rest: scale-invariant signal-to-distortion ratio
+    double share;   // of the talker's amplitude, in the part of the row that is a multiple of the talker
+    double sdr_db;  // that part over the rest: scale-invariant signal-to-distortion ratio
 };
 
 // (Le Roux, Wisdom, Erdogan, Hershey: "SDR - half-baked or well done?", ICASSP 2019.)

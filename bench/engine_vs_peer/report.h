@@ -2,6 +2,7 @@
 // has to.
 #pragma once
 
+#include <map>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
@@ -20,6 +21,11 @@ struct FigureRow {
     Estimate of(System system) const { return estimate(of_seed[system]); }
 };
 
+// Microseconds of each block.
+struct Blocks {
+    std::vector<double> of[kSystems];
+};
+
 struct LongBlock {
     std::string scene;
     uint32_t seed;
@@ -29,12 +35,15 @@ struct LongBlock {
 
 struct Report {
     std::vector<FigureRow> rows;
-    std::vector<LongBlock> longest[kSystems];       // three of each scene
-    std::vector<double> microseconds[kSystems];     // all blocks
-    std::vector<double> with_far_end_us[kSystems];  // those of scenes in which the far end speaks
+    std::vector<LongBlock> longest[kSystems];    // three of each scene
+    std::vector<double> microseconds[kSystems];  // all blocks
+    std::map<uint32_t, Blocks> with_far_end;     // those of scenes in which the far end speaks, by seed
 };
 
 void add(const Trial& trial, uint32_t seed, const std::vector<Recording>& recordings, Report& report);
+
+// The times of the blocks in which the far end speaks, each seed's. None without such a scene.
+std::vector<FigureRow> timesWithFarEnd(const Report& report);
 
 // "engine" or "peer" when the 95 % confidence interval of their difference does not contain 0.
 const char* aheadIn(const FigureRow& row);

@@ -34,8 +34,10 @@ Json longestJson(std::vector<LongBlock> blocks) {
 }  // namespace
 
 Json toJson(const Report& report, const RunText& run) {
+    std::vector<FigureRow> rows = report.rows;
+    for (FigureRow& row : timesWithFarEnd(report)) rows.push_back(std::move(row));
     Json figures = Json::array();
-    for (const FigureRow& row : report.rows) {
+    for (const FigureRow& row : rows) {
         Json figure = {{"scene", row.scene},
                        {"figure", row.figure.name},
                        {"unit", row.figure.unit},
@@ -49,11 +51,6 @@ Json toJson(const Report& report, const RunText& run) {
     Json document;
     for (const Cells& line : environmentOf(run)) document[line[0]] = line[1];
     document["figures"] = std::move(figures);
-    if (!report.with_far_end_us[kEngine].empty()) {
-        document["microseconds_per_block_with_far_end"] = {
-            {"engine", timesJson(report.with_far_end_us[kEngine])},
-            {"peer", timesJson(report.with_far_end_us[kPeer])}};
-    }
     document["microseconds_per_block"] = {{"engine", timesJson(report.microseconds[kEngine])},
                                           {"peer", timesJson(report.microseconds[kPeer])}};
     document["longest_blocks"] = {{"engine", longestJson(report.longest[kEngine])},

@@ -28,31 +28,28 @@ const char* reachedText(bool reached) {
     return reached ? "reached" : "not reached";
 }
 
-std::vector<Cells> timeRows(const Report& report) {
-    const Times engine = timesOf(report.with_far_end_us[kEngine]);
-    const Times peer = timesOf(report.with_far_end_us[kPeer]);
-    const double worst = quantile(report.microseconds[kEngine], 1);
-    const double worst_peer = quantile(report.microseconds[kPeer], 1);
-    const double median = quantile(report.microseconds[kEngine], 0.5);
+Cells cellsOf(const FigureRow& row) {
+    return {row.scene,
+            row.figure.name,
+            valueText(row.figure, row.of(kEngine)),
+            valueText(row.figure, row.of(kPeer)),
+            aheadIn(row),
+            targetText(row.figure.target),
+            hasTarget(row) ? reachedText(isReached(row)) : ""};
+}
+
+// Of the blocks of all seeds.
+Cells worstBlock(const Report& report) {
+    const Times engine = timesOf(report.microseconds[kEngine]);
+    const Times peer = timesOf(report.microseconds[kPeer]);
     const double minutes = static_cast<double>(report.microseconds[kEngine].size()) * kBlockSeconds / 60;
-    const std::string worst_name = stringPrintf("worst block of %.0f min", minutes);
-    const auto row = [](const char* name, double engine_us, double peer_us, const char* target,
-                        const char* reached) -> Cells {
-        return {"the far end speaks",
-                name,
-                stringPrintf("%.0f µs", engine_us),
-                stringPrintf("%.0f µs", peer_us),
-                engine_us < peer_us ? "engine" : "peer",
-                target,
-                reached};
-    };
-    std::vector<Cells> rows = {
-        row("time per block, median", engine.median, peer.median, "0.8 times the peer's",
-            reachedText(engine.median <= 0.8 * peer.median)),
-        row("99 % of the blocks", engine.late, peer.late, "", ""),
-        row(worst_name.c_str(), worst, worst_peer, "3 times the median", reachedText(worst <= 3 * median))};
-    rows.back()[0] = "all scenes";
-    return rows;
+    return {"all scenes",
+            stringPrintf("worst block of %.0f min", minutes),
+            stringPrintf("%.0f µs", engine.worst),
+            stringPrintf("%.0f µs", peer.worst),
+            engine.worst < peer.worst ? "engine" : "peer",
+            "3 times the median",
+            reachedText(engine.worst <= 3 * engine.median)};
 }
 
 }  // namespace
@@ -62,9 +59,10 @@ const Cells kHead = {"scene", "figure", "engine", "peer", "ahead", "to reach", "
 std::string targetText(const Target& target) {
     if (target.aim == Aim::kNotBelowPeer) return "the peer's";
     if (std::isnan(target.bound)) return "";
-    const char* const format = target.aim == Aim::kAtLeast  ? "at least %g"
-                               : target.aim == Aim::kAtMost ? "at most %g"
-                                                            : "within %g";
+    const char* const format = target.aim == Aim::kAtLeast     ? "at least %g"
+                               : target.aim == Aim::kAtMost    ? "at most %g"
+                               : target.aim == Aim::kTimesPeer ? "%g times the peer's"
+                                                               : "within %g";
     return stringPrintf(format, target.bound);
 }
 
@@ -74,14 +72,9 @@ Times timesOf(const std::vector<double>& microseconds) {
 
 std::vector<Cells> cellsOf(const Report& report) {
     std::vector<Cells> table;
-    for (const FigureRow& row : report.rows) {
-        table.push_back({row.scene, row.figure.name, valueText(row.figure, row.of(kEngine)),
-                         valueText(row.figure, row.of(kPeer)), aheadIn(row), targetText(row.figure.target),
-                         hasTarget(row) ? reachedText(isReached(row)) : ""});
-    }
-    if (!report.with_far_end_us[kEngine].empty()) {
-        for (Cells& cells : timeRows(report)) table.push_back(std::move(cells));
-    }
+    for (const FigureRow& row : report.rows) table.push_back(cellsOf(row));
+    for (const FigureRow& row : timesWithFarEnd(report)) table.push_back(cellsOf(row));
+    table.push_back(worstBlock(report));
     return table;
 }
 

@@ -16,10 +16,20 @@ Figure TalkerMeasure::gain(const char* name, const Target& target, const Spans& 
                 [&](System s) { return talkerFigures(direct(), out(s), lag(s), spans).sdr_db - before; });
 }
 
+double TalkerMeasure::shareOf(System system, const Spans& spans) const {
+    return talkerFigures(direct(), out(system), lag(system), spans).share /
+           talkerFigures(direct(), recording_.scene.talker[0], 0, spans).share;
+}
+
 Figure TalkerMeasure::level(const char* name, const Target& target, const Spans& spans) const {
-    const double before = talkerFigures(direct(), recording_.scene.talker[0], 0, spans).level_db;
-    return both(name, "dB", target,
-                [&](System s) { return talkerFigures(direct(), out(s), lag(s), spans).level_db - before; });
+    return both(name, "dB", target, [&](System s) {
+        const double share = shareOf(s, spans);
+        return se_scene::decibelsOfPower(share * share);
+    });
+}
+
+Figure TalkerMeasure::share(const char* name, const Target& target, const Spans& spans) const {
+    return both(name, "", target, [&](System s) { return shareOf(s, spans); });
 }
 
 Figure TalkerMeasure::loss(const char* name, const Target& target, const Spans& spans) const {

@@ -18,6 +18,10 @@ class TalkerMeasure {
 
     Figure gain(const char* name, const Target& target, const Spans& spans) const;
     Figure level(const char* name, const Target& target, const Spans& spans) const;
+
+    // The amplitude instead of the level: where the talker is far below the noise for a moment, chance adds to it and takes
+    // from it alike, which a mean of decibels would not even out.
+    Figure share(const char* name, const Target& target, const Spans& spans) const;
     Figure loss(const char* name, const Target& target, const Spans& spans) const;
     Figure understood() const;  // in the span
     Figure delay() const;
@@ -28,6 +32,7 @@ class TalkerMeasure {
   private:
     const Row& out(System system) const { return recording_.outputs.rows[system]; }
     double lag(System system) const { return recording_.lags.of[system]; }
+    double shareOf(System system, const Spans& spans) const;
 
     const Recording& recording_;
     Span span_;

@@ -11,9 +11,9 @@
 
 namespace engine_vs_peer {
 
-enum class Aim { kAtLeast, kAtMost, kWithin, kNotBelowPeer };
+enum class Aim { kAtLeast, kAtMost, kWithin, kNotBelowPeer, kTimesPeer };
 
-// Without a bound it only says what is better.
+// Without a bound it only says what is better. kTimesPeer: at most the bound times the peer's value.
 struct Target {
     Aim aim;
     double bound = NAN;
@@ -21,7 +21,7 @@ struct Target {
 
 struct Figure {
     std::string name;
-    const char* unit;  // "dB", "ms", or "" of the intelligibility
+    const char* unit;  // "dB", "ms", "µs", or "" of shares and the intelligibility
     Target target;
     double values[kSystems];
 };
