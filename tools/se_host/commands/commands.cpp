@@ -9,6 +9,7 @@ void addCommands(CLI::App& app) {
     addNoiseTest(app);
     addSpectrum(app);
     addHighpass(app);
+    addIntelligibility(app);
     addInfo(app);
     addDiags(app);
     addCheckEngine(app);

@@ -13,6 +13,7 @@ void addScene(CLI::App& app);
 void addNoiseTest(CLI::App& app);
 void addSpectrum(CLI::App& app);
 void addHighpass(CLI::App& app);
+void addIntelligibility(CLI::App& app);
 void addInfo(CLI::App& app);
 void addDiags(CLI::App& app);
 void addCheckEngine(CLI::App& app);

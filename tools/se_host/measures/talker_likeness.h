@@ -6,6 +6,7 @@
 #include <optional>
 #include <vector>
 
+#include "host/engine/sample_rate.h"
 #include "tools/se_host/measures/span.h"
 
 namespace se_host {
@@ -15,6 +16,8 @@ class TalkerLikeness {
     // Nothing when the talker is not found in the output. in: both at 16 kHz, of one length; they have to stay.
     static std::optional<TalkerLikeness> find(const std::vector<int16_t>& talker,
                                               const std::vector<int16_t>& output);
+
+    int lagMs() const { return static_cast<int>(lag_ * 1000 / kEngineSampleRate); }
 
     // Of the talker's blocks in `span`, as far as the output has them.
 

@@ -18,8 +18,8 @@ class Help : public HostTest {
 };
 
 TEST_F(Help, OfTheHost) {
-    expectMentions({"--help"}, {"process", "scene", "noise-test", "spectrum", "highpass", "info", "--version",
-                                "Examples:", "se_host scene meeting.wav"});
+    expectMentions({"--help"}, {"process", "scene", "noise-test", "spectrum", "highpass", "intelligibility",
+                                "info", "--version", "Examples:", "se_host scene meeting.wav"});
 }
 
 TEST_F(Help, OfProcess) {
@@ -46,6 +46,11 @@ TEST_F(Help, OfSpectrum) {
 TEST_F(Help, OfHighpass) {
     expectMentions({"highpass", "--help"},
                    {"IN", "OUT", "--gain G", "--channel N", "--plot FILE", "--quiet", "Examples:"});
+}
+
+TEST_F(Help, OfIntelligibility) {
+    expectMentions({"intelligibility", "--help"},
+                   {"CLEAN", "HEARD", "--clean-channel N", "--channel N", "--json", "Examples:"});
 }
 
 TEST_F(Help, OfInfo) {
