@@ -18,7 +18,7 @@ namespace {
 constexpr float kMemory = 0.85f;         // of the last frame's speech in the present estimate
 constexpr float kLeastSnr = 0.003f;      // -25 dB
 constexpr float kLeastGain = 0.2f;       // -14 dB, of noise: some of it stays, so that pauses are not silent
-constexpr float kLeastEchoGain = 0.05f;  // -26 dB, of echo: it is lowered towards the noise that stays
+constexpr float kLeastEchoGain = 0.01f;  // -40 dB, of echo: it is lowered towards the noise that stays
 constexpr float kTiny = 1e-6f;           // far below the noise of a 16-bit signal
 
 constexpr float kRatioMemory = 0.5f;
