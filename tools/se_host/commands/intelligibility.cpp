@@ -24,7 +24,7 @@ constexpr const char* kChannel = "--channel";
 
 constexpr const char* kExamples =
     "Both sounds begin at the same moment; HEARD may lag by up to a second, which is found and\n"
-    "removed. The shorter one's length counts, at least three seconds; pauses of CLEAN do not.\n"
+    "removed. The shorter one's length counts, at least two seconds; pauses of CLEAN do not.\n"
     "The short-time objective intelligibility is 1 for the same speech, about 0 where nothing of\n"
     "it is left.\n"
     "Examples:\n"
@@ -66,7 +66,7 @@ Likeness likenessOf(const IntelligibilityOptions& options) {
         throw se_output::Failure(
             "nothing of '" + options.clean + "' is found in '" + options.heard +
             "'; give two sounds of the same speech that begin at the same moment and last "
-            "three seconds or more");
+            "two seconds or more");
     }
     const Span all{0, length / kBlock};
     const std::optional<double> intelligibility = likeness->intelligibility(all);
