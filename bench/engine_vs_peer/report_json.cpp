@@ -31,12 +31,8 @@ Json longestJson(std::vector<LongBlock> blocks) {
     return list;
 }
 
-}  // namespace
-
-Json toJson(const Report& report, const RunText& run) {
-    std::vector<FigureRow> rows = report.rows;
-    for (FigureRow& row : timesWithFarEnd(report)) rows.push_back(std::move(row));
-    Json figures = Json::array();
+Json rowsJson(const std::vector<FigureRow>& rows) {
+    Json list = Json::array();
     for (const FigureRow& row : rows) {
         Json figure = {{"scene", row.scene},
                        {"figure", row.figure.name},
@@ -46,11 +42,18 @@ Json toJson(const Report& report, const RunText& run) {
                        {"ahead", aheadIn(row)},
                        {"to_reach", targetText(row.figure.target)}};
         if (hasTarget(row)) figure["reached"] = isReached(row);
-        figures.push_back(std::move(figure));
+        list.push_back(std::move(figure));
     }
+    return list;
+}
+
+}  // namespace
+
+Json toJson(const Report& report, const RunText& run) {
     Json document;
     for (const Cells& line : environmentOf(run)) document[line[0]] = line[1];
-    document["figures"] = std::move(figures);
+    document["figures"] = rowsJson(report.rows);
+    document["times"] = rowsJson(timesWithFarEnd(report));
     document["microseconds_per_block"] = {{"engine", timesJson(report.microseconds[kEngine])},
                                           {"peer", timesJson(report.microseconds[kPeer])}};
     document["longest_blocks"] = {{"engine", longestJson(report.longest[kEngine])},
