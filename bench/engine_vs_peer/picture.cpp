@@ -33,7 +33,7 @@ bool isDecibelsOfTalker(const FigureRow& row) {
 const Panel kPanels[] = {
     {"echo", "Echo: ERLE, dB", isEcho},
     {"talker", "Talker and noise, dB", isDecibelsOfTalker},
-    {"stoi", "Intelligibility: STOI", isShare},
+    {"stoi", "Intelligibility (STOI); share of an amplitude", isShare},
 };
 
 constexpr int kRowPixels = 24;
