@@ -77,13 +77,6 @@ void draw(se_output::Picture& picture, const HighpassOptions& options, const Aud
                         {se_output::fileName(options.output), spectrum(out)}}));
 }
 
-void requireChannel(const HighpassOptions& options, const AudioData& sound) {
-    if (options.channel < sound.channels) return;
-    throw se_output::UsageError("--channel " + std::to_string(options.channel) + " does not exist; '" +
-                                options.input + "' has the channels 0 to " +
-                                std::to_string(sound.channels - 1));
-}
-
 void requireEnoughForPicture(const HighpassOptions& options, const AudioData& sound) {
     if (options.picture.empty() || sound.frames() >= static_cast<size_t>(kPictureSize)) return;
     throw se_output::UsageError("'" + options.input + "' is too short for --plot, which needs " +
@@ -109,7 +102,7 @@ void run(const HighpassOptions& options) {
     if (!options.picture.empty()) picture.emplace(options.picture);
 
     const AudioData file = readAudioFile(options.input);
-    requireChannel(options, file);
+    requireChannel("--channel " + std::to_string(options.channel), file, options.input, options.channel);
     const AudioData sound = resample(file, kEngineSampleRate);
     requireEnoughForPicture(options, sound);
     const AudioData result = filtered(sound, options.gain);

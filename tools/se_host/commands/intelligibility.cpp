@@ -48,10 +48,7 @@ struct Likeness {
 
 std::vector<int16_t> samplesOf(const std::string& path, const char* option, int channel) {
     const AudioData sound = readAudioFile(path);
-    if (channel >= sound.channels) {
-        throw se_output::UsageError(option + (" " + std::to_string(channel)) + " does not exist; '" + path +
-                                    "' has the channels 0 to " + std::to_string(sound.channels - 1));
-    }
+    requireChannel(option + (" " + std::to_string(channel)), sound, path, channel);
     return channelOf(resample(sound, kEngineSampleRate), channel);
 }
 

@@ -39,11 +39,7 @@ struct SpectrumOptions {
 };
 
 std::vector<int16_t> samplesOf(const AudioData& sound, const SpectrumOptions& options) {
-    if (options.channel >= sound.channels) {
-        throw se_output::UsageError("--channel " + std::to_string(options.channel) + " does not exist; '" +
-                                    options.input + "' has the channels 0 to " +
-                                    std::to_string(sound.channels - 1));
-    }
+    requireChannel("--channel " + std::to_string(options.channel), sound, options.input, options.channel);
     if (sound.frames() < static_cast<size_t>(options.size)) {
         throw se_output::UsageError("'" + options.input + "' has " + std::to_string(sound.frames()) +
                                     " samples a channel, fewer than the pieces of " +

@@ -134,6 +134,13 @@ void writeWav(const std::string& path, int sample_rate, int channels, const std:
     file.commit();
 }
 
+void requireChannel(const std::string& subject, const AudioData& sound, const std::string& path,
+                    int channel) {
+    if (channel < sound.channels) return;
+    throw se_output::UsageError(subject + " does not exist; '" + path + "' has the channels 0 to " +
+                                std::to_string(sound.channels - 1));
+}
+
 std::vector<int16_t> channelOf(const AudioData& audio, int channel) {
     std::vector<int16_t> samples(audio.frames());
     const auto stride = static_cast<size_t>(audio.channels);

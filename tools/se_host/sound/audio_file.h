@@ -37,6 +37,9 @@ void writeWav(se_output::OutputFile& file, int sample_rate, int channels,
 // Writes a file that is complete or absent. fails: Failure.
 void writeWav(const std::string& path, int sample_rate, int channels, const std::vector<int16_t>& samples);
 
+// `subject` starts the message: the option and the channel that it names. fails: UsageError when the sound has no such channel.
+void requireChannel(const std::string& subject, const AudioData& sound, const std::string& path, int channel);
+
 // One channel of interleaved sound.
 std::vector<int16_t> channelOf(const AudioData& audio, int channel);
 

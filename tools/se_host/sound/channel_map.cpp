@@ -59,11 +59,7 @@ AudioData wiredAsDevice(const AudioData& input, const ChannelMap& map, const std
     wired.samples.resize(input.frames() * kDeviceChannels);
     for (size_t microphone = 0; microphone < map.microphones.size(); ++microphone) {
         const int channel = map.microphones[microphone];
-        if (channel >= input.channels) {
-            throw se_output::UsageError("--channel-map: channel " + std::to_string(channel) +
-                                        " does not exist; '" + path + "' has the channels 0 to " +
-                                        std::to_string(input.channels - 1));
-        }
+        requireChannel("--channel-map: channel " + std::to_string(channel), input, path, channel);
         for (size_t frame = 0; frame < input.frames(); ++frame) {
             wired.samples[frame * kDeviceChannels + microphone + 1] =
                 input.samples[frame * channels + static_cast<size_t>(channel)];
