@@ -4,24 +4,17 @@
 
 #include <cstdint>
 
+#include "common/cpu_leaves.h"
+
 namespace quill {
 namespace {
 
-struct Leaf {
-    uint32_t eax = 0, ebx = 0, ecx = 0, edx = 0;
-};
-
-Leaf cpuid(uint32_t leaf, uint32_t subleaf) {
-    Leaf r;
+CpuLeaf cpuid(uint32_t leaf, uint32_t subleaf) {
+    CpuLeaf r;
     if (!__get_cpuid_count(leaf, subleaf, &r.eax, &r.ebx, &r.ecx, &r.edx)) return {};
     return r;
 }
 
-constexpr bool bit(uint32_t word, int index) {
-    return ((word >> index) & 1u) != 0;
-}
-
-// The register states that the operating system saves (XCR0).
 uint32_t enabledStates() {
     uint32_t low = 0;
     uint32_t high = 0;
@@ -29,28 +22,21 @@ uint32_t enabledStates() {
     return low;
 }
 
+CpuLeaves leavesOfThisProcessor() {
+    CpuLeaves leaves;
+    leaves.basic = cpuid(1, 0);
+    leaves.extended = cpuid(7, 0);
+    if (leaves.extended.eax >= 1) leaves.extended1 = cpuid(7, 1);
+    // Without this bit the instruction that reads the states does not exist.
+    constexpr uint32_t kOsSavesStates = uint32_t{1} << 27;
+    if ((leaves.basic.ecx & kOsSavesStates) != 0) leaves.enabled_states = enabledStates();
+    return leaves;
+}
+
 }  // namespace
 
 CPUInfo::CPUInfo() {
-    const Leaf basic = cpuid(1, 0);
-    has_ssse3 = bit(basic.ecx, 9);
-    has_sse41 = bit(basic.ecx, 19);
-
-    const bool os_saves_states = bit(basic.ecx, 27);
-    if (!os_saves_states) return;
-    constexpr uint32_t kYmm = 0x06;
-    constexpr uint32_t kZmm = 0xe6;
-    const uint32_t states = enabledStates();
-    const bool ymm = (states & kYmm) == kYmm;
-    const bool zmm = (states & kZmm) == kZmm;
-
-    const Leaf extended = cpuid(7, 0);
-    const Leaf extended1 = extended.eax >= 1 ? cpuid(7, 1) : Leaf{};
-    has_avx = ymm && bit(basic.ecx, 28);
-    has_avx2 = has_avx && bit(extended.ebx, 5);
-    has_avx_vnni = has_avx2 && bit(extended1.eax, 4);
-    has_avx512 = zmm && has_avx2 && bit(extended.ebx, 16) && bit(extended.ebx, 30) && bit(extended.ebx, 31);
-    has_avx512_vnni = has_avx512 && bit(extended.ecx, 11);
+    readFeatures(leavesOfThisProcessor(), this);
 }
 
 }  // namespace quill
