@@ -20,6 +20,10 @@ if(SE_WRAPPER_SANITIZE)
   # AddressSanitizer finds the accesses that the first two checks find, and most of those of the third. These
   # checks take a third of the build time.
   add_compile_options(-fno-sanitize=null,object-size,pointer-overflow)
+  # gcc's analysis of what pointers point to takes two thirds of the time in which it compiles a checked kernel.
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    add_compile_options(-fno-tree-pta)
+  endif()
   add_link_options(-fsanitize=${SE_WRAPPER_SANITIZE})
 endif()
 

@@ -10,7 +10,8 @@ A list is a text file of blocks, which empty lines separate; a line that begins 
 
 The text after "- " occurs exactly once in the file; "+ " is the replacement (no such line: nothing). Several lines
 of either kind are one text. `tests` is a regular expression over the names that `ctest -N` prints: at least one of these
-tests has to fail. `explained`, in place of `tests`, says why no test can see the bug.
+tests has to fail. `explained`, in place of `tests`, says why no test can see the bug. `needs` names a flag of /proc/cpuinfo: on
+a processor without it the code with the bug does not run, so the bug is not tried.
 """
 import dataclasses
 import pathlib
@@ -30,6 +31,7 @@ class Mutation:
     replace: str = ""
     tests: str = ""
     explained: str = ""
+    needs: str = ""
 
     def applied_to(self, text):
         """The file's text with the bug in it."""
@@ -68,7 +70,7 @@ def read_list(path, name=None):
             removed.append(line[2:])
         elif line[:2] in ("+ ", "+"):
             added.append(line[2:])
-        elif key in ("file", "tests", "explained"):
+        elif key in ("file", "tests", "explained", "needs"):
             setattr(mutations[-1], key, value.strip())
         else:
             raise ListError(f"{place}: not understood: {line}")

@@ -9,11 +9,12 @@ import subprocess
 import sys
 import tempfile
 import unittest
+import unittest.mock
 
 sys.dont_write_bytecode = True
 HERE = pathlib.Path(__file__).resolve().parent
 sys.path.insert(0, str(HERE))
-from mutation_list import ListError, problems, read_lists
+from mutation_list import ListError, Mutation, problems, read_lists
 from scratch_copy import ScratchCopy
 
 
@@ -70,6 +71,9 @@ class Lists(unittest.TestCase):
         mutation = self.read("mutation: two\nfile: f\n- a\n-     b\n+     c\n+\n+ d\ntests: x\n")[0]
         self.assertEqual((mutation.find, mutation.replace), ("a\n    b", "    c\n\nd"))
 
+    def test_a_bug_may_need_a_feature_of_the_processor(self):
+        self.assertEqual(self.read(CAUGHT + "needs: avx512bw\n")[0].needs, "avx512bw")
+
     def test_a_text_that_stands_once_applies(self):
         self.assertEqual(self.problems(CAUGHT), [])
 
@@ -95,6 +99,18 @@ class Lists(unittest.TestCase):
                 self.read(text)
 
 
+class Order(unittest.TestCase):
+    def names(self, turn):
+        mutations = [Mutation(name, "", file) for name, file in (("1", "b.h"), ("2", "a.cpp"), ("3", "b.h"), ("4", "b.cpp"))]
+        return "".join(m.name for m in SCRIPT.in_order_of_trial(mutations, turn))
+
+    def test_bugs_of_a_file_follow_each_other_and_headers_come_last(self):
+        self.assertEqual(self.names(0), "2413")
+
+    def test_every_turn_begins_at_another_place(self):
+        self.assertEqual([self.names(turn) for turn in (1, 2, 5)], ["4132", "1324", "4132"])
+
+
 @unittest.skipUnless(shutil.which("git") and shutil.which("ninja"), "needs git and ninja")
 class Runs(unittest.TestCase):
     @classmethod
@@ -110,7 +126,7 @@ class Runs(unittest.TestCase):
     def run_list(self, text):
         write(self.root.parent, {"list/a.txt": text})
         said = []
-        survivors = SCRIPT.run_all(read_lists(self.root.parent / "list"), [self.copy], said.append)
+        survivors = SCRIPT.run_all(read_lists(self.root.parent / "list"), [self.copy], said.append).survivors
         self.assertEqual((self.copy.source / "sum.cpp").read_text(), PROJECT["sum.cpp"], "the copy is as it was")
         return survivors, "\n".join(said)
 
@@ -139,6 +155,11 @@ class Runs(unittest.TestCase):
         self.assertEqual(survivors, ["untested"])
         self.assertIn("no test is named ^Product", said)
 
+    def test_without_time_left_none_is_tried_and_each_is_named(self):
+        write(self.root.parent, {"list/a.txt": SURVIVES + "\n" + CAUGHT})
+        result = SCRIPT.run_all(read_lists(self.root.parent / "list"), [self.copy], self.fail, seconds=0)
+        self.assertEqual((result.survivors, result.untried), ([], ["limit", "minus"]))
+
     def test_an_edit_of_the_tree_reaches_the_copy(self):
         write(self.root, {"sum.cpp": PROJECT["sum.cpp"].replace("1000", "1")})
         self.copy.prepare()
@@ -160,6 +181,11 @@ class CommandLine(unittest.TestCase):
         self.assertIn("bypass-row  webrtc_common/se_wrapper/engine/process_block.cpp  ", out)
         halves = [self.say("--list", "--shard", shard)[1].splitlines() for shard in ("1/2", "2/2")]
         self.assertEqual(sorted(sum(halves, [])), sorted(self.say("--list")[1].splitlines()))
+
+    def test_a_bug_in_code_that_this_processor_cannot_run_is_not_tried(self):
+        with unittest.mock.patch.object(SCRIPT, "processor_flags", return_value={"avx2"}):
+            self.assertEqual(self.say("--only", "^pairs-of-wide-lanes-shifted-backwards$"),
+                             (2, "tests/mutations/run: nothing to run; see --list\n"))
 
     def test_refuses_a_selection_of_nothing(self):
         self.assertEqual(self.say("--only", "no-such-mutation")[0], 2)

@@ -14,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kHelp =
+constexpr const char* kCheckEngineHelp =
     "The build is opened and not started.\n"
     "Example:\n"
     "  se_host check-engine selibs/se_lib_beamv1.14\n";
@@ -79,7 +79,7 @@ void addCheckEngine(CLI::App& app) {
         ->type_name("");
     addSupervision(*command, options->supervision);
     command->add_flag("--json", options->json, "The answer as JSON");
-    command->footer(kHelp);
+    command->footer(kCheckEngineHelp);
     command->callback([options] { run(*options); });
 }
 

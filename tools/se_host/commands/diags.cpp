@@ -4,7 +4,7 @@
 namespace se_host {
 namespace {
 
-constexpr const char* kExamples =
+constexpr const char* kDiagsExamples =
     "An engine is loaded anew for each command: a setting is kept in a tuning, a JSON\n"
     "file, which every command with --tuning applies.\n"
     "Examples:\n"
@@ -26,7 +26,7 @@ void addDiags(CLI::App& app) {
     addDiagsRestore(*diags);
     addDiagsDiff(*diags);
     addDiagsWatch(*diags);
-    diags->footer(kExamples);  // last: subcommands inherit what stands when they are added
+    diags->footer(kDiagsExamples);  // last: subcommands inherit what stands when they are added
 }
 
 }  // namespace se_host

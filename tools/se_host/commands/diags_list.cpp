@@ -26,7 +26,7 @@ struct ListOptions : DiagsOptions {
 };
 
 // "basic" of "diags/basic/NAME".
-std::string levelOf(const DiagInfo& diag) {
+std::string diagLevelOf(const DiagInfo& diag) {
     const size_t begin = diag.path.find('/') + 1;
     return diag.path.substr(begin, diag.path.find('/', begin) - begin);
 }
@@ -43,7 +43,7 @@ std::string cut(std::string text) {
 std::vector<DiagInfo> chosen(const ListOptions& options, const DiagTree& tree) {
     std::vector<DiagInfo> diags;
     for (const DiagInfo& diag : tree.matching(options.pattern)) {
-        if (options.level.empty() || levelOf(diag) == options.level) diags.push_back(diag);
+        if (options.level.empty() || diagLevelOf(diag) == options.level) diags.push_back(diag);
     }
     if (diags.empty()) {
         throw se_output::UsageError("no diagnostic of level '" + options.level + "' matches '" +
@@ -59,7 +59,7 @@ void printTable(const std::vector<DiagInfo>& diags, const DiagTree& tree) {
     for (const char* const level : {"basic", "intermediate", "advanced", "debug"}) {
         bool named = false;
         for (const DiagInfo& diag : diags) {
-            if (levelOf(diag) != level) continue;
+            if (diagLevelOf(diag) != level) continue;
             if (!named) std::cout << level << '\n';
             named = true;
             std::cout << stringPrintf("  %-*s  %-12s %s  %-*s  %s\n", static_cast<int>(width),
@@ -75,7 +75,7 @@ Json toJson(const std::vector<DiagInfo>& diags, const DiagTree& tree) {
     Json list = Json::array();
     for (const DiagInfo& diag : diags) {
         list.push_back({{"name", diag.name},
-                        {"level", levelOf(diag)},
+                        {"level", diagLevelOf(diag)},
                         {"path", diag.path},
                         {"type", diag.typeText()},
                         {"writable", diag.writable},

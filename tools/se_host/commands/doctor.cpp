@@ -15,7 +15,7 @@
 namespace se_host {
 namespace {
 
-constexpr const char* kHelp =
+constexpr const char* kDoctorHelp =
     "Looks at the running PipeWire and writes what is wrong and what to do, a sentence a line.\n"
     "Examples:\n"
     "  se_host doctor\n"
@@ -93,7 +93,7 @@ void addDoctor(CLI::App& app) {
     const auto path = std::make_shared<std::string>();
     command->add_option("DUMP", *path, "What pw-dump wrote, to look at instead of the running PipeWire")
         ->type_name("");
-    command->footer(kHelp);
+    command->footer(kDoctorHelp);
     command->callback([path] { run(*path); });
 }
 

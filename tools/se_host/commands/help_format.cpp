@@ -6,7 +6,7 @@
 namespace se_host {
 namespace {
 
-constexpr size_t kColumns = 99;
+constexpr size_t kTerminalColumns = 99;
 
 // The words of `text` in lines of at most `width` columns; a longer word has a line of its own.
 std::string broken(const std::string& text, size_t width) {
@@ -30,13 +30,13 @@ std::string HelpFormat::make_option_opts(const CLI::Option* option) const {
 }
 
 std::string HelpFormat::make_option_desc(const CLI::Option* option) const {
-    return broken(option->get_description(), kColumns - get_column_width());
+    return broken(option->get_description(), kTerminalColumns - get_column_width());
 }
 
 std::string HelpFormat::make_subcommand(const CLI::App* command) const {
     std::ostringstream out;
     CLI::detail::format_help(out, command->get_name(),
-                             broken(command->get_description(), kColumns - get_column_width()),
+                             broken(command->get_description(), kTerminalColumns - get_column_width()),
                              get_column_width());
     return out.str();
 }

@@ -24,7 +24,7 @@ using quill::stringPrintf;
 constexpr int kPictureSize = 1024;  // samples a piece of the spectra
 constexpr int kDelay = 28;          // samples by which the filter delays
 
-constexpr const char* kExamples =
+constexpr const char* kHighpassExamples =
     "The output has the length of the input, and the filter's delay is removed.\n"
     "Examples:\n"
     "  se_host highpass talker.wav bright.wav\n"
@@ -83,7 +83,7 @@ void requireEnoughForPicture(const HighpassOptions& options, const AudioData& so
                                 std::to_string(kPictureSize) + " samples a channel; give a longer sound");
 }
 
-std::string levelText(const AudioData& sound, int channel) {
+std::string channelLevelText(const AudioData& sound, int channel) {
     const double dbfs = levelOf(channelOf(sound, channel)).rms_dbfs;
     return std::isinf(dbfs) ? std::string("silence") : stringPrintf("%.1f dBFS", dbfs);
 }
@@ -115,8 +115,8 @@ void run(const HighpassOptions& options) {
         << options.input << " -> " << options.output << "\n"
         << "  sound     " << soundText(file, sound) << "\n"
         << stringPrintf("  filter    600 Hz high-pass, gain %g\n", options.gain) << "  level     "
-        << levelText(sound, options.channel) << " in channel " << options.channel << ", "
-        << levelText(result, options.channel) << " after the filter\n";
+        << channelLevelText(sound, options.channel) << " in channel " << options.channel << ", "
+        << channelLevelText(result, options.channel) << " after the filter\n";
 }
 
 std::string refuseOtherGains(const std::string& text) {
@@ -148,7 +148,7 @@ void addHighpass(CLI::App& app) {
     command->add_option("--plot", options->picture, "Also draw both spectra, a picture in .png or .svg")
         ->type_name("FILE");
     command->add_flag("--quiet", options->quiet, "No summary");
-    command->footer(kExamples);
+    command->footer(kHighpassExamples);
     command->callback([options] { run(*options); });
 }
 

@@ -22,7 +22,7 @@ using Json = nlohmann::ordered_json;
 constexpr const char* kCleanChannel = "--clean-channel";
 constexpr const char* kChannel = "--channel";
 
-constexpr const char* kExamples =
+constexpr const char* kIntelligibilityExamples =
     "Both sounds begin at the same moment; HEARD may lag by up to a second, which is found and\n"
     "removed. The shorter one's length counts, at least two seconds; pauses of CLEAN do not.\n"
     "The short-time objective intelligibility is 1 for the same speech, about 0 where nothing of\n"
@@ -117,7 +117,7 @@ void addIntelligibility(CLI::App& app) {
         ->check(CLI::NonNegativeNumber.description(""))
         ->capture_default_str();
     command->add_flag("--json", options->json, "The figures as JSON");
-    command->footer(kExamples);
+    command->footer(kIntelligibilityExamples);
     command->callback([options] { run(*options); });
 }
 

@@ -23,7 +23,7 @@ namespace {
 
 namespace se = quill::media::se_wrapper;
 
-constexpr const char* kExamples =
+constexpr const char* kNoiseTestExamples =
     "Without a recording the microphones are simulated, with sensor noise and the parts of the options.\n"
     "OUT is a text: for each microphone a line 'Microphone K', then for each row a line with its number\n"
     "and value. K counts as the engine does: 0 to 5 are the microphones 3, 2, 5, 6, 7 and 4.\n"
@@ -142,7 +142,7 @@ void addNoiseTest(CLI::App& app) {
     addArray(*command, options->engine.array);
     command->add_flag("--quiet", options->quiet, "No table, unless --json asks for it");
     command->add_flag("--json", options->json, "The results as JSON");
-    command->footer(kExamples);
+    command->footer(kNoiseTestExamples);
     command->callback([options] { run(*options); });
 }
 

@@ -25,7 +25,7 @@ namespace {
 
 namespace se = quill::media::se_wrapper;
 
-constexpr const char* kExamples =
+constexpr const char* kProcessExamples =
     "Examples:\n"
     "  se_host process meeting.wav talker.wav\n"
     "  se_host process meeting.wav talker.wav --far-end-channel 0\n"
@@ -251,7 +251,7 @@ void addProcess(CLI::App& app) {
     CLI::App* const command = app.add_subcommand("process", "Send a recording through an engine");
     const auto options = std::make_shared<ProcessOptions>();
     addOptions(*command, *options);
-    command->footer(kExamples);
+    command->footer(kProcessExamples);
     command->callback([options] { run(*options); });
 }
 

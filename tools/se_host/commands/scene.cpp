@@ -11,6 +11,7 @@
 #include "tools/se_host/commands/output_paths.h"
 #include "tools/se_host/commands/print_json.h"
 #include "tools/se_host/commands/scene_options.h"
+#include "tools/se_host/commands/text_lines.h"
 #include "tools/se_host/sound/audio_file.h"
 #include "tools/se_host/sound/resample.h"
 
@@ -20,7 +21,7 @@ namespace {
 using quill::stringPrintf;
 using se_scene::Scene;
 
-constexpr const char* kExamples =
+constexpr const char* kSceneExamples =
     "The recording has 8 channels at 16 kHz: channel 0 is the far end of the loudspeaker, channels\n"
     "1 to 7 are the microphones, channel 1 the centre one. The same options give the same recording.\n"
     "Examples:\n"
@@ -94,24 +95,20 @@ Scene simulate(const SceneCommandOptions& command) {
     return se_host::simulate(options);
 }
 
-std::string levelText(double dbfs) {
+std::string levelOrNone(double dbfs) {
     return dbfs == se_scene::kSilent ? std::string("none") : stringPrintf("%.1f dBFS", dbfs);
 }
 
 std::string talkerText(const se_scene::SceneOptions& options, const Scene& scene) {
     const double level = se_scene::activeLevelDbfs(scene.talker[0]);
-    if (level == se_scene::kSilent) return levelText(level);
+    if (level == se_scene::kSilent) return levelOrNone(level);
     std::string azimuths = stringPrintf("%g", options.talker_azimuth_deg);
     if (options.walk_deg != 0)
         azimuths += stringPrintf(" to %g", options.talker_azimuth_deg + options.walk_deg);
     if (options.second_talker_azimuth_deg)
         azimuths += stringPrintf(" and %g", *options.second_talker_azimuth_deg);
-    return levelText(level) + " while speaking, at " + azimuths +
+    return levelOrNone(level) + " while speaking, at " + azimuths +
            stringPrintf(" degrees, %g m", options.talker_distance_m);
-}
-
-std::string line(const char* label, const std::string& text) {
-    return stringPrintf("  %-10s", label) + text + "\n";
 }
 
 std::string summaryOf(const SceneCommandOptions& command, const std::vector<Output>& outputs,
@@ -119,10 +116,10 @@ std::string summaryOf(const SceneCommandOptions& command, const std::vector<Outp
     std::string text = "wrote";
     for (const Output& output : outputs) text += " " + output.path;
     text += "\n";
-    text += line("sound", stringPrintf("%.2f s, seed %u", command.scene.seconds, command.scene.seed));
-    text += line("talker", talkerText(command.scene, scene));
-    text += line("noise", levelText(se_scene::levelDbfs(scene.noise[0])));
-    return text + line("echo", levelText(se_scene::activeLevelDbfs(scene.echo[0])));
+    text += labelledLine("sound", stringPrintf("%.2f s, seed %u", command.scene.seconds, command.scene.seed));
+    text += labelledLine("talker", talkerText(command.scene, scene));
+    text += labelledLine("noise", levelOrNone(se_scene::levelDbfs(scene.noise[0])));
+    return text + labelledLine("echo", levelOrNone(se_scene::activeLevelDbfs(scene.echo[0])));
 }
 
 void run(const SceneCommandOptions& command) {
@@ -187,7 +184,7 @@ void addScene(CLI::App& app) {
     const auto options = std::make_shared<SceneCommandOptions>();
     addSceneOptions(*command, options->scene);
     addFiles(*command, *options);
-    command->footer(kExamples);
+    command->footer(kSceneExamples);
     command->callback([options] { run(*options); });
 }
 

@@ -27,7 +27,7 @@ constexpr const char* kEchoJump = "--echo-jump";
 constexpr const char* kReverberation = "--reverberation";
 
 // One row an option: its flag, the scene's own name for it, where its number goes.
-struct Row {
+struct OptionRow {
     const char* flag;
     const char* name;
     double SceneOptions::*value;
@@ -40,7 +40,7 @@ struct Row {
 // Levels of this unit may also be "none": the part is silent then.
 constexpr const char* kLevelOrNone = "DBFS";
 
-constexpr Row kRows[] = {
+constexpr OptionRow kOptionRows[] = {
     {"--seconds", "seconds", &SceneOptions::seconds, "S", "Options", nullptr, "Length of the recording"},
     {"--azimuth", "talker_azimuth_deg", &SceneOptions::talker_azimuth_deg, "DEGREES", kTalker, nullptr,
      "Direction, counter-clockwise seen from above; 0 is where channel 3's microphone stands"},
@@ -94,7 +94,7 @@ std::string numberText(double number) {
     return text.str();
 }
 
-CLI::Option* addRow(CLI::App& command, const Row& row, SceneOptions& options) {
+CLI::Option* addRow(CLI::App& command, const OptionRow& row, SceneOptions& options) {
     double& value = options.*row.value;
     auto* const option = command.add_option(row.flag, value, row.help)->type_name(row.unit)->group(row.group);
     if (row.needs != nullptr) option->needs(row.needs);
@@ -139,7 +139,7 @@ std::map<std::string, std::string> flagsByName() {
         {"echo_jump_back_s", kEchoJumpBack},     {"second_talker_azimuth_deg", kSecondAzimuth},
         {"dead_channel", kDeadChannel},          {"room.length_m", "--room's length"},
         {"room.width_m", "--room's width"},      {"room.height_m", "--room's height"}};
-    for (const Row& row : kRows) flags[row.name] = row.flag;
+    for (const OptionRow& row : kOptionRows) flags[row.name] = row.flag;
     return flags;
 }
 
@@ -163,7 +163,7 @@ void addSceneOptions(CLI::App& command, SceneOptions& options) {
                     "A second talker in this direction; the two speak in turn")
         ->type_name("DEGREES")
         ->group(kTalker);
-    for (const Row& row : kRows) addRow(command, row, options);
+    for (const OptionRow& row : kOptionRows) addRow(command, row, options);
     command
         .add_option(kDeadChannel, options.dead_channel,
                     "Channel of a microphone that records nothing, 1 to 7; 0: all are in order")

@@ -10,6 +10,7 @@
 #include "tools/se_host/commands/commands.h"
 #include "tools/se_host/commands/output_paths.h"
 #include "tools/se_host/commands/print_json.h"
+#include "tools/se_host/commands/text_lines.h"
 #include "tools/se_host/sound/audio_file.h"
 #include "tools/se_host/sound/spectrum_plot.h"
 
@@ -23,7 +24,7 @@ constexpr size_t kPeaks = 5;
 constexpr int kSmallestSize = 16;
 constexpr int kLargestSize = 32768;
 
-constexpr const char* kExamples =
+constexpr const char* kSpectrumExamples =
     "A full-scale sine has 0 dBFS. The spectrum is the mean over the whole sound.\n"
     "Examples:\n"
     "  se_host spectrum talker.wav\n"
@@ -47,10 +48,6 @@ std::vector<int16_t> samplesOf(const AudioData& sound, const SpectrumOptions& op
                                     "; give a longer sound or a smaller --size");
     }
     return channelOf(sound, options.channel);
-}
-
-std::string levelText(double dbfs) {
-    return std::isinf(dbfs) ? std::string("silence") : stringPrintf("%.1f dBFS", dbfs);
 }
 
 std::string titleOf(const std::string& name, const SpectrumOptions& options) {
@@ -138,7 +135,7 @@ void addSpectrum(CLI::App& app) {
     command->add_option("--plot", options->picture, "Also draw it, a picture in .png or .svg")
         ->type_name("FILE");
     command->add_flag("--json", options->json, "Every bin, as JSON");
-    command->footer(kExamples);
+    command->footer(kSpectrumExamples);
     command->callback([options] { run(*options); });
 }
 

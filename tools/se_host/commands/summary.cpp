@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "common/string_printf.h"
+#include "tools/se_host/commands/text_lines.h"
 #include "tools/se_host/engine/cycle_split_output.h"
 #include "tools/se_host/sound/resample.h"
 
@@ -16,10 +17,6 @@ using quill::stringPrintf;
 constexpr double kLeastConfidence = 0.02;  // of a direction that was searched for
 constexpr double kLeastShare = 0.05;       // of a direction that is worth a word
 
-std::string line(const char* label, const std::string& text) {
-    return stringPrintf("  %-10s", label) + text + "\n";
-}
-
 std::string engineText(const Summary& summary) {
     std::string text = summary.build + " (" + summary.version + ")";
     return summary.bypass ? text + ", bypassed: the output is channel 7" : text;
@@ -30,10 +27,6 @@ std::string soundText(const Summary& summary) {
         stringPrintf("%.2f s, %d channels, %zu blocks", summary.seconds, summary.channels, summary.blocks);
     if (summary.file_sample_rate == kEngineSampleRate) return text;
     return text + stringPrintf(", resampled from %d to %d Hz", summary.file_sample_rate, kEngineSampleRate);
-}
-
-std::string levelText(double dbfs) {
-    return std::isinf(dbfs) ? std::string("silence") : stringPrintf("%.1f dBFS", dbfs);
 }
 
 std::string inAndOutText(const Summary& summary, double Level::*dbfs) {
@@ -101,11 +94,13 @@ std::string loweredText(const std::optional<double>& db, const char* when, const
 }
 
 std::string effectText(const Effect& effect) {
-    return line("echo", loweredText(effect.echo_lowered_db, "while nobody speaks", "none to measure")) +
-           line("noise", loweredText(effect.noise_lowered_db, "in pauses", "no pause to measure it in")) +
-           line("voice", effect.talker_changed_db
-                             ? stringPrintf("changed by %+.1f dB", *effect.talker_changed_db)
-                             : std::string("never without echo"));
+    return labelledLine("echo",
+                        loweredText(effect.echo_lowered_db, "while nobody speaks", "none to measure")) +
+           labelledLine("noise",
+                        loweredText(effect.noise_lowered_db, "in pauses", "no pause to measure it in")) +
+           labelledLine("voice", effect.talker_changed_db
+                                     ? stringPrintf("changed by %+.1f dB", *effect.talker_changed_db)
+                                     : std::string("never without echo"));
 }
 
 }  // namespace
@@ -125,23 +120,26 @@ Comparison compare(const std::vector<int16_t>& output, const std::vector<int16_t
 
 std::string toText(const Summary& summary) {
     std::string text = summary.input + " -> " + summary.output + "\n";
-    text += line("engine", engineText(summary));
-    text += line("sound", soundText(summary));
-    text += line("far end", summary.far_end.empty() ? "none" : summary.far_end);
-    text += line("level", inAndOutText(summary, &Level::rms_dbfs));
-    text += line("pauses", inAndOutText(summary, &Level::pause_dbfs));
-    if (!summary.bypass) text += line("talker", talkerText(summary));
-    if (const std::string shares = sharesText(summary); !shares.empty()) text += line("looks at", shares);
+    text += labelledLine("engine", engineText(summary));
+    text += labelledLine("sound", soundText(summary));
+    text += labelledLine("far end", summary.far_end.empty() ? "none" : summary.far_end);
+    text += labelledLine("level", inAndOutText(summary, &Level::rms_dbfs));
+    text += labelledLine("pauses", inAndOutText(summary, &Level::pause_dbfs));
+    if (!summary.bypass) text += labelledLine("talker", talkerText(summary));
+    if (const std::string shares = sharesText(summary); !shares.empty())
+        text += labelledLine("looks at", shares);
     if (summary.effect) {
         text += effectText(*summary.effect);
     } else if (summary.call.echo) {
-        text += line("echo", echoAloneText(*summary.call.echo));
+        text += labelledLine("echo", echoAloneText(*summary.call.echo));
     }
-    if (const std::string path = echoPathText(summary.call); !path.empty()) text += line("path", path);
-    text += line("took", speedText(summary, summary.processing_seconds) + timesText(summary.block_times));
-    if (summary.engine_routines) text += line("routines", comparisonText(summary));
+    if (const std::string path = echoPathText(summary.call); !path.empty())
+        text += labelledLine("path", path);
+    text +=
+        labelledLine("took", speedText(summary, summary.processing_seconds) + timesText(summary.block_times));
+    if (summary.engine_routines) text += labelledLine("routines", comparisonText(summary));
     if (summary.cycles) text += cyclesText(summary);
-    for (const std::string& finding : summary.call.findings) text += line("note", finding);
+    for (const std::string& finding : summary.call.findings) text += labelledLine("note", finding);
     return text;
 }
 

@@ -16,7 +16,7 @@
 namespace se_host {
 namespace {
 
-constexpr const char* kExamples =
+constexpr const char* kSweepExamples =
     "Examples:\n"
     "  se_host sweep recordings/ --grid senr_nf_weight_factor_q10=100,200,300\n"
     "  se_host sweep recordings/ --far-end-channel 0 --tuning old.json new.json\n"
@@ -92,7 +92,7 @@ void addSweep(CLI::App& app) {
     addSweepPlanOptions(*sweep, options->plan);
     addSweepJobs(*sweep, options->jobs);
     sweep->add_flag("--no-report", options->no_report, "Leave out the report");
-    sweep->footer(kExamples);
+    sweep->footer(kSweepExamples);
     sweep->callback([sweep, options] {
         if (sweep->get_subcommands().empty()) run(*options);
     });

@@ -8,7 +8,7 @@
 namespace se_host {
 namespace {
 
-constexpr const char* kExplanation =
+constexpr const char* kManifestExplanation =
     "A line for each recording: {\"id\": \"room1/call\", \"recording\": \"/data/room1/call.wav\", "
     "\"far_end\": 0}.\n"
     "'far_end' is a file or a channel, 'parts' the prefix of the recording's parts; every other field\n"
@@ -66,7 +66,7 @@ void addSweepManifest(CLI::App& sweep) {
     addFarEndChoice(*command, options->far_end);
     command->add_option("--out", options->out, "The manifest (default: standard output)")
         ->type_name("MANIFEST");
-    command->footer(kExplanation);
+    command->footer(kManifestExplanation);
     command->callback([options] { run(*options); });
 }
 

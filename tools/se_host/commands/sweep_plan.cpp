@@ -18,7 +18,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kExplanation =
+constexpr const char* kPlanExplanation =
     "A plan in the same folder with more recordings or tunings keeps the rows that are there.\n"
     "Examples:\n"
     "  se_host sweep plan recordings.jsonl --tuning tunings/*.json\n"
@@ -141,7 +141,7 @@ void addSweepPlan(CLI::App& sweep) {
         ->required()
         ->type_name("");
     addSweepPlanOptions(*command, *options);
-    command->footer(kExplanation);
+    command->footer(kPlanExplanation);
     command->callback([options] { planSweep(*options); });
 }
 

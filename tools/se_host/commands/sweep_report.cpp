@@ -10,7 +10,7 @@
 namespace se_host {
 namespace {
 
-constexpr const char* kExamples =
+constexpr const char* kSweepReportExamples =
     "The report is one HTML file that any browser opens, without a network.\n"
     "Examples:\n"
     "  se_host sweep report\n"
@@ -69,7 +69,7 @@ void addSweepReport(CLI::App& sweep) {
     command->add_flag(
         "--no-pictures", options->no_pictures,
         "Draw no pictures of these recordings; each of them is processed twice for its picture");
-    command->footer(kExamples);
+    command->footer(kSweepReportExamples);
     command->callback([options] { run(*options); });
 }
 

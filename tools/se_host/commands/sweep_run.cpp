@@ -21,7 +21,7 @@ namespace {
 using sweep::Folder;
 using sweep::Plan;
 
-constexpr const char* kExplanation =
+constexpr const char* kRunExplanation =
     "A run that was ended goes on where it was. A task that fails costs a row, which says why.\n"
     "Backends are scripts: local, slurm (job arrays), parallel (GNU parallel, by ssh too), or the path\n"
     "of one of your own. All machines need the same path to the folder, the recordings and the engine.\n"
@@ -127,7 +127,7 @@ void addSweepRun(CLI::App& sweep) {
         ->type_name("NAME")
         ->excludes(shard);
     command->add_flag("--quiet", options->quiet, "No progress");
-    command->footer(kExplanation);
+    command->footer(kRunExplanation);
     command->callback([options] { runSweep(*options); });
 }
 

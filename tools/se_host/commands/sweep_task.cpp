@@ -33,7 +33,7 @@ se_output::Descriptor takeStandardOutput() {
     return output;
 }
 
-void run() {
+void readAndDoTask() {
     const sweep::Order order = readOrder();
     superviseEngine({});
     const se_output::Descriptor output = takeStandardOutput();
@@ -45,7 +45,7 @@ void run() {
 void addSweepTask(CLI::App& sweep) {
     CLI::App* const command = sweep.add_subcommand("task", "Do one task");
     command->group("");  // not for people
-    command->callback(run);
+    command->callback(readAndDoTask);
 }
 
 }  // namespace se_host
