@@ -18,7 +18,7 @@ namespace {
 
 using se_output::Failure;
 
-constexpr size_t kPiece = size_t{1} << 20;
+constexpr size_t kMergePiece = size_t{1} << 20;
 
 // Lines by key; of two with one key the first.
 using Rows = std::unordered_map<std::string, std::string>;
@@ -62,7 +62,7 @@ class Results {
         lines_text_ += lineOf(row);
         csv_text_ += csvLine(cells);
         database_.add(cells);
-        if (lines_text_.size() > kPiece) writeTexts();
+        if (lines_text_.size() > kMergePiece) writeTexts();
     }
 
     void commit() {
