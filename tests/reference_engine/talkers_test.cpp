@@ -172,6 +172,39 @@ TEST_P(Talkers, ThatWalkAreFollowed) {
     EXPECT_GT(sum / 3, 1.5);
 }
 
+// Looks are 30 degrees apart: a beam that never lagged would be 7.5 degrees away in the mean.
+TEST_P(Talkers, ThatWalkAreLookedAtWithLittleLag) {
+    double sum = 0;
+    int blocks = 0;
+    for (const uint32_t seed : {61u, 63u}) {
+        se_scene::SceneOptions options;
+        options.seconds = kWalkEnd;
+        options.seed = seed;
+        options.array_radius_m = arrayRadiusOf(GetParam());
+        options.reverberation_s = kReverberation;
+        options.talker_azimuth_deg = 70.0 * (seed - 60);
+        options.walk_deg = kWalkDegrees;
+        options.walk_start_s = kWalkBegin;
+        options.walk_s = kWalkEnd - kWalkBegin;
+        std::vector<Samples> rows;
+        for (const auto& row : makeScene(options).mixture()) rows.push_back(se_scene::toInt16(row));
+        engine.MMIfInit(0);
+        for (size_t start = 0; start + kBlock <= frameAt(kWalkEnd); start += kBlock) {
+            std::vector<Samples> block;
+            for (const auto& row : rows) {
+                const auto begin = row.begin() + static_cast<ptrdiff_t>(start);
+                block.emplace_back(begin, begin + kBlock);
+            }
+            engine.process(block);
+            if (start < frameAt(kWalkBegin)) continue;
+            const double now = static_cast<double>(start + kBlock) / se_scene::kSampleRate;
+            sum += std::abs(std::remainder(30 * engine.location() - talkerAzimuthAt(options, now), 360));
+            ++blocks;
+        }
+    }
+    EXPECT_LT(sum / blocks, 18);
+}
+
 // The echo is louder than the talker. For a moment after the change, much of it is not removed.
 TEST_P(Talkers, AreHeldWhenThePathOfTheEchoChanges) {
     se_scene::SceneOptions options;
