@@ -24,6 +24,8 @@ struct Settings {
     uint64_t search_gate_energy = 16000;  // sum of squares over a block: -70 dBFS
     uint16_t restart_search = 0;          // not 0: restarts at the next block, which clears it
 
+    int16_t most_sharpness_q10 = 1024;  // of the beams; 0: robust weights alone
+
     int32_t output_source = kBeam;
     int32_t output_gain_q10 = 1024;
     int64_t unmute_at_sample = 0;  // of the sample clock; the output is silent before
@@ -68,6 +70,7 @@ struct Readings {
     uint32_t blocks_at_location[kLocations] = {};
     int32_t steering_delay_ns[kMicrophones] =
         {};  // of the look direction, against the centre; channels 1 to 7
+    float sharpness = 0;
     int32_t beam_peak[kLocations] = {};
     uint64_t beam_energy[kLocations] = {};
     int64_t beam_correlation[kLocations] = {};  // with the centre, sum of products

@@ -1,6 +1,7 @@
 #include "reference_engine/audio/beam_former.h"
 
 #include <algorithm>
+#include <functional>
 
 #include "reference_engine/audio/superdirective.h"
 #include "reference_engine/engine_interface.h"
@@ -9,12 +10,11 @@
 namespace reference_engine {
 namespace {
 
-constexpr int kValues = kBlock * kLiveBeams;
 
 // A weight table may be scaled up (shift above 0) or down.
 int16_t scaledBack(int32_t sum, int shift) {
-    if (shift <= 0) return saturate16(int64_t{sum} * (int64_t{1} << -shift));
-    return saturate16((sum + (1 << (shift - 1))) >> shift);
+    const int32_t scaled = shift <= 0 ? sum * (1 << -shift) : (sum + (1 << (shift - 1))) >> shift;
+    return saturate16(scaled);
 }
 
 // From one signal to the other over the block, linear.
@@ -24,13 +24,22 @@ void fade(const int16_t* from, const int16_t* to, int16_t* out) {
     }
 }
 
+// a - b.
+void subtract(const BeamDesign& a, const BeamDesign& b, BeamDesign* difference) {
+    std::transform(&a.taps[0][0][0], &a.taps[0][0][0] + sizeof a.taps / sizeof(double), &b.taps[0][0][0],
+                   &difference->taps[0][0][0], std::minus<>());
+}
+
 }  // namespace
 
 void BeamFormer::init() {
-    BeamDesign design;
-    designSuperdirective(&design);
-    quantise(design, &weights_);
+    BeamDesign robust, sharp, difference;
+    designSuperdirective(&robust, &sharp);
+    subtract(sharp, robust, &difference);
+    quantise(robust, &robust_);
+    quantise(difference, &difference_);
     for (auto& line : lines_) line.clear();
+    sharpness_.init();
     beams_ = {};
     location_ = next_ = 0;
 }
@@ -42,27 +51,45 @@ int BeamFormer::otherThan(int location) {
     return next_;
 }
 
-void BeamFormer::process(const MicrophoneBlock& in, int location, int16_t* out) {
+// From one share to the other over the block, linear.
+void BeamFormer::blend(const int16_t* robust, const int16_t* difference, int16_t* out) const {
+    const float from = sharpness_.before();
+    const float step = (sharpness_.share() - from) / kBlock;
+    for (int i = 0; i < kBlock; ++i) {
+        const float share = from + step * static_cast<float>(i + 1);
+        out[i] = sampleOf(static_cast<float>(robust[i]) + share * static_cast<float>(difference[i]));
+    }
+}
+
+// Of the microphones' last block, through weights for a location.
+void BeamFormer::filter(const BeamWeights& weights, int location, int16_t* out) {
+    int32_t sums[kBlock] = {};
+    for (int m = 0; m < kMicrophones; ++m) {
+        int16_t taps[kBeamTaps], steered[kBlock];
+        std::copy_n(weights.coeffs[m][location], kBeamTaps, taps);
+        int16_t* signal = lines_[m].oldest();
+        Interp1toNCore(kBlock, 1, &signal, steered, taps, kBeamTaps);
+        for (int i = 0; i < kBlock; ++i) sums[i] += steered[i];
+    }
+    for (int i = 0; i < kBlock; ++i) out[i] = scaledBack(sums[i], weights.shift);
+}
+
+void BeamFormer::process(const MicrophoneBlock& in, int location, float most_sharpness, int16_t* out) {
     beams_.location[0] = location;
     beams_.location[1] = otherThan(location);
-    int32_t sums[kValues] = {};
-    int16_t steered[kValues];
-    for (int m = 0; m < kMicrophones; ++m) {
-        int16_t taps[kLiveBeams * kBeamTaps];
-        for (int b = 0; b < kLiveBeams; ++b) {
-            std::copy_n(weights_.coeffs[m][beams_.location[b]], kBeamTaps, taps + b * kBeamTaps);
-        }
-        lines_[m].push(in[m]);
-        int16_t* signal = lines_[m].oldest();
-        Interp1toNCore(kBlock, kLiveBeams, &signal, steered, taps, kBeamTaps);
-        for (int i = 0; i < kValues; ++i) sums[i] += steered[i];
+    for (int m = 0; m < kMicrophones; ++m) lines_[m].push(in[m]);
+    int16_t robust[kLiveBeams][kBlock], difference[kLiveBeams][kBlock];
+    for (int b = 0; b < kLiveBeams; ++b) {
+        filter(robust_, beams_.location[b], robust[b]);
+        filter(difference_, beams_.location[b], difference[b]);
     }
-    for (int i = 0; i < kBlock; ++i) {
-        for (int b = 0; b < kLiveBeams; ++b) {
-            beams_.samples[b][i] = scaledBack(sums[i * kLiveBeams + b], weights_.shift);
-        }
+    sharpness_.update(robust[0], difference[0], most_sharpness);
+    for (int b = 0; b < kLiveBeams; ++b) blend(robust[b], difference[b], beams_.samples[b]);
+    if (location == location_) {
+        std::copy_n(beams_.samples[0], kBlock, out);
+    } else {
+        fade(beams_.samples[1], beams_.samples[0], out);
     }
-    fade(location == location_ ? beams_.samples[0] : beams_.samples[1], beams_.samples[0], out);
     location_ = location;
 }
 

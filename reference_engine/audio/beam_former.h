@@ -1,9 +1,11 @@
 // Filter-and-sum beam former. Two of its beams are computed in each block: the one that the engine looks with, and another
 // one. After a turn that is the beam before it, and the output fades from one to the other; otherwise it is each of the
 // other directions in turn, so that the levels of all beams are known. Every beam has the history of all microphones: a
-// turn costs nothing. Threads: init [setup]; process [audio] rt-safe.
+// turn costs nothing. A beam is the sum of one with robust weights and a share of the difference to one with sharp weights.
+// Threads: init [setup]; process [audio] rt-safe.
 #pragma once
 
+#include "reference_engine/audio/beam_sharpness.h"
 #include "reference_engine/audio/beam_weights.h"
 #include "reference_engine/audio/delay_line.h"
 
@@ -20,8 +22,10 @@ class BeamFormer {
   public:
     void init();
 
-    // in: where to look. out: kBlock samples.
-    void process(const MicrophoneBlock& in, int location, int16_t* out);
+    // in: where to look, and the largest share of the sharp weights, 0 to 1. out: kBlock samples.
+    void process(const MicrophoneBlock& in, int location, float most_sharpness, int16_t* out);
+
+    float sharpness() const { return sharpness_.share(); }
 
     // Of the last block.
     const LiveBeams& beams() const { return beams_; }
@@ -32,7 +36,11 @@ class BeamFormer {
   private:
     int otherThan(int location);
 
-    BeamWeights weights_ = {};
+    void filter(const BeamWeights& weights, int location, int16_t* out);
+    void blend(const int16_t* robust, const int16_t* difference, int16_t* out) const;
+
+    BeamWeights robust_ = {}, difference_ = {};
+    BeamSharpness sharpness_;
     DelayLine<kBeamTaps - 1> lines_[kMicrophones];
     LiveBeams beams_ = {};
     int location_ = 0;  // at the end of the last block

@@ -46,4 +46,8 @@ void MicrophoneFaults::update(const MicrophoneBlock& in) {
     }
 }
 
+bool MicrophoneFaults::any() const {
+    return std::any_of(std::begin(faulty_), std::end(faulty_), [](bool faulty) { return faulty; });
+}
+
 }  // namespace reference_engine

@@ -17,6 +17,8 @@ class MicrophoneFaults {
     bool faulty(int microphone) const { return faulty_[microphone]; }
     static constexpr int kMostFaulty = 3;
 
+    bool any() const;
+
   private:
     bool differs(int microphone, float usual) const;
 

@@ -24,10 +24,9 @@ constexpr int kUnknowns = kMicrophones * kBeamTaps;
 constexpr int kFrequencies = 320;  // from 0 to half the sampling rate
 constexpr double kStep = 0.5 * kSampleRate / kFrequencies;
 
-// Shares of the three parts. The total diffuse noise at a microphone is 1, the noise of each sensor too. The
-// weights improve the SNR by 4.4 dB or more in pink diffuse noise and by 7.2 dB in sensor noise (averaging:
-// 8.5 dB). With a tenth of the sensor noise it would be 1 dB more in the first and 2 dB less in the second.
-constexpr double kSensorNoise = 1;
+// Shares of the three parts. The total diffuse noise at a microphone is 1.
+constexpr double kRobustSensorNoise = 1;
+constexpr double kSharpSensorNoise = 0.002;
 constexpr double kDistortion = 300;
 constexpr double kTopDistortion = 30;    // above kTop, where fractional delays are inaccurate
 constexpr double kTop = 7000;            // Hz
@@ -66,17 +65,16 @@ double diffusePower(int index) {
     return kStep / f / (M_LN2 * octaves) * passed * passed;
 }
 
-// Correlation of the noise at two microphones, at lags of whole samples.
+// Correlation of the diffuse noise at two microphones, at lags of whole samples.
 void noiseCorrelation(int m, int n, double (&correlation)[kBeamTaps]) {
     const double seconds = delayBetween(m, n);
     for (int index = 0; index < kFrequencies; ++index) {
-        double power = diffusePower(index) * sinc(2 * M_PI * frequency(index) * seconds);
-        if (m == n) power += kSensorNoise / kFrequencies;
+        const double power = diffusePower(index) * sinc(2 * M_PI * frequency(index) * seconds);
         for (int lag = 0; lag < kBeamTaps; ++lag) correlation[lag] += power * cosine(angle(index) * lag);
     }
 }
 
-void addNoise(System& system) {
+void addDiffuseNoise(System& system) {
     for (int m = 0; m < kMicrophones; ++m) {
         for (int n = 0; n <= m; ++n) {
             double correlation[kBeamTaps] = {};
@@ -118,24 +116,30 @@ int turned(int m, int steps) {
     return m == 0 ? 0 : 1 + (m - 1 + steps) % kCircle;
 }
 
+// With sensor noise of this power, which is white: for a location and its rotations by `distinct` steps each.
+void solve(System system, double sensor_noise, int location, int distinct, BeamDesign* design) {
+    for (int i = 0; i < kUnknowns; ++i) system.at(i, i) += sensor_noise;
+    solvePositiveDefinite(system.matrix, system.target);
+    for (int steps = 0; steps < kLocations / distinct; ++steps) {
+        for (int m = 0; m < kMicrophones; ++m) {
+            const double* taps = &system.target[size_t{kBeamTaps} * static_cast<size_t>(m)];
+            std::copy(taps, taps + kBeamTaps, design->taps[turned(m, steps)][location + distinct * steps]);
+        }
+    }
+}
+
 }  // namespace
 
-void designSuperdirective(BeamDesign* design) {
+void designSuperdirective(BeamDesign* robust, BeamDesign* sharp) {
     // Of a regular circle towards a microphone and between two; all others are rotations of these.
     const int distinct = isRegularCircle() ? 2 : kLocations;
     System noise;
-    addNoise(noise);
+    addDiffuseNoise(noise);
     for (int location = 0; location < distinct; ++location) {
         System system = noise;
         addDistortion(azimuthOf(location), system);
-        solvePositiveDefinite(system.matrix, system.target);
-        for (int steps = 0; steps < kLocations / distinct; ++steps) {
-            for (int m = 0; m < kMicrophones; ++m) {
-                const double* taps = &system.target[size_t{kBeamTaps} * static_cast<size_t>(m)];
-                std::copy(taps, taps + kBeamTaps,
-                          design->taps[turned(m, steps)][location + distinct * steps]);
-            }
-        }
+        solve(system, kRobustSensorNoise, location, distinct, robust);
+        solve(system, kSharpSensorNoise, location, distinct, sharp);
     }
 }
 

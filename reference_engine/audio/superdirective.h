@@ -6,6 +6,8 @@
 
 namespace reference_engine {
 
-void designSuperdirective(BeamDesign* design);
+// `robust` lowers the microphones' own noise almost as far as their mean does; `sharp` may raise it, and lowers what comes from
+// other directions further.
+void designSuperdirective(BeamDesign* robust, BeamDesign* sharp);
 
 }  // namespace reference_engine

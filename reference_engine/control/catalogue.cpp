@@ -120,6 +120,9 @@ SEDiag_t g_rows[] = {
             "Sum of squares over a block, mean of the microphones, below which the search ignores it"),
     setting("mmfx_restart_search", kAdvanced, set.restart_search, kSwitch,
             "1: restart the search; done at the next block", kSEDiagWrite),
+    setting("mmfx_most_sharpness_q10", kIntermediate, set.most_sharpness_q10, {0, 1024},
+            "Largest share of the sharp weights in a beam, 1024 = 1; 0: as robust against the microphones' own "
+            "noise, wind and tolerances as can be"),
     reading("mmfx_location", kBasic, get.location, "Location that the beam looks at"),
     reading("mmfx_look_azimuth_deg", kBasic, get.look_azimuth_deg,
             "The same in degrees; 0 is where microphone 3 stands"),
@@ -135,6 +138,8 @@ SEDiag_t g_rows[] = {
              "Blocks for which the beam has looked at each location"),
     readings("mmfx_steering_delay_ns", kDebug, get.steering_delay_ns,
              "Nanoseconds by which the beam delays the microphones 1 to 7 against the centre, which is 1"),
+    reading("mmfx_sharpness", kIntermediate, get.sharpness,
+            "Share of the sharp weights in the beam, 0 to 1: that with which the output has the least power"),
     readings("mmfx_beam_peak", kDebug, get.beam_peak,
              "Largest magnitude of each beam in its last block: that of the look direction in each block, "
              "the others in turn"),

@@ -67,7 +67,7 @@ void Engine::processMicrophones(const int16_t* centre, const int16_t* circle, in
     search(clean);
 
     int16_t beam[kBlock], reduced[kBlock];
-    beam_former_.process(clean, look_.location(), beam);
+    beam_former_.process(clean, look_.location(), mostSharpness(), beam);
     const int16_t* selected = g_settings.output_source == kCentreMicrophone ? beam_former_.centre() : beam;
     noise_reduction_.process(selected, residual_echo_.framePower(), diffuseness_.value(), g_settings,
                              reduced);
@@ -122,12 +122,19 @@ void Engine::search(const MicrophoneBlock& block) {
     look_.update(search_, g_settings);
 }
 
+// The prediction of a faulty microphone has errors, which sharp weights raise.
+float Engine::mostSharpness() const {
+    const float most = static_cast<float>(g_settings.most_sharpness_q10) / 1024;
+    return faults_.any() ? most / 2 : most;
+}
+
 void Engine::report(const MicrophoneBlock& microphones, const int16_t* out) {
     const int location = look_.location();
     meterMicrophones(microphones, &g_readings);
     for (int m = 0; m < kMicrophones; ++m) {
         g_readings.microphone_faulty[kChannelOf[m] - 1] = faults_.faulty(m) ? 1 : 0;
     }
+    g_readings.sharpness = beam_former_.sharpness();
     meterBeams(beam_former_.beams(), beam_former_.centre(), &g_readings);
     g_readings.location = static_cast<uint16_t>(location);
     g_readings.look_azimuth_deg = g_readings.azimuth_deg[location];

@@ -274,42 +274,52 @@ inline Wide* wides(Group* groups) {
     return reinterpret_cast<Wide*>(groups);
 }
 
-// Of the bins of register `i`, which belong to group `g`.
-inline void kalmanOf(const LaneUncertainty* partitions, int learning, int count, const LaneKalman& of,
-                     Wide power, int g, int i, Wide* noise, Wide* residual) {
+// Of a group, so that each address and each value for a group is found once for all registers.
+inline void kalmanOf(const LaneUncertainty* partitions, int learning, int count, const LaneKalman& of, int g,
+                     const Wide* power, Wide* noise, Wide* residual) {
     constexpr float kTiny = 1e-3f;  // against division by zero; samples are integers
-    Wide unknown = {};
+    Wide unknown[std::size_t{kWidesOfGroup}] = {};
     for (int p = 0; p < learning; ++p) {
         const LaneUncertainty& from = partitions[p];
-        const Wide uncertainty = wides(from.uncertainty)[i] * (1 - of.forgetting) +
-                                 (from.path_power[g] * of.forgetting + from.appearing);
-        wides(from.uncertainty)[i] = uncertainty;
-        unknown += uncertainty * wides(from.far_power)[i];
+        Wide* const uncertainty = wides(from.uncertainty + g);
+        const Wide* const far_power = wides(from.far_power + g);
+        const float grown = from.path_power[g] * of.forgetting + from.appearing;
+        for (int i = 0; i < kWidesOfGroup; ++i) {
+            uncertainty[i] = uncertainty[i] * (1 - of.forgetting) + grown;
+            unknown[i] += uncertainty[i] * far_power[i];
+        }
     }
     for (int p = learning; p < count; ++p) {
-        unknown += wides(partitions[p].uncertainty)[i] * wides(partitions[p].far_power)[i];
+        const Wide* const uncertainty = wides(partitions[p].uncertainty + g);
+        const Wide* const far_power = wides(partitions[p].far_power + g);
+        for (int i = 0; i < kWidesOfGroup; ++i) unknown[i] += uncertainty[i] * far_power[i];
     }
-    unknown *= of.share_of_frame;
-    const Wide mean = noise[i] * of.noise_memory + power * (1 - of.noise_memory);
-    const Wide to_step = 1 / (unknown + (mean > power ? mean : power) + kTiny);
-    noise[i] = mean;
-    residual[i] = unknown;
+    Wide to_step[std::size_t{kWidesOfGroup}];
+    for (int i = 0; i < kWidesOfGroup; ++i) {
+        residual[i] = unknown[i] * of.share_of_frame;
+        noise[i] = noise[i] * of.noise_memory + power[i] * (1 - of.noise_memory);
+        to_step[i] = 1 / (residual[i] + (noise[i] > power[i] ? noise[i] : power[i]) + kTiny);
+    }
     const float share = of.share_of_sample * of.share_of_frame;
     for (int p = 0; p < learning; ++p) {
         const LaneUncertainty& from = partitions[p];
-        const Wide uncertainty = wides(from.uncertainty)[i];
-        const Wide step = uncertainty * to_step;
-        wides(from.step)[i] = step;
-        wides(from.uncertainty)[i] = uncertainty / (1 + step * wides(from.far_power)[i] * share);
+        Wide* const uncertainty = wides(from.uncertainty + g);
+        Wide* const steps = wides(from.step + g);
+        const Wide* const far_power = wides(from.far_power + g);
+        for (int i = 0; i < kWidesOfGroup; ++i) {
+            const Wide step = uncertainty[i] * to_step[i];
+            steps[i] = step;
+            uncertainty[i] = uncertainty[i] / (1 + step * far_power[i] * share);
+        }
     }
 }
 
 void kalman(const LaneUncertainty* partitions, int learning, int count, const LaneKalman& constants,
             const Group* error_power, int groups, Group* noise, Group* residual) {
     const LaneKalman all = constants;
-    for (int i = 0; i < groups * kWidesOfGroup; ++i) {
-        kalmanOf(partitions, learning, count, all, wides(error_power)[i], i / kWidesOfGroup, i, wides(noise),
-                 wides(residual));
+    for (int g = 0; g < groups; ++g) {
+        kalmanOf(partitions, learning, count, all, g, wides(error_power + g), wides(noise + g),
+                 wides(residual + g));
     }
 }
 

@@ -11,6 +11,10 @@ inline int16_t saturate16(int64_t value) {
     return static_cast<int16_t>(std::clamp<int64_t>(value, -32768, 32767));
 }
 
+inline int16_t saturate16(int32_t value) {
+    return static_cast<int16_t>(std::clamp<int32_t>(value, -32768, 32767));
+}
+
 // To nearest, halves away from 0. Compilers vectorise it, other than std::lround.
 inline int16_t sampleOf(float value) {
     const float limited = std::clamp(value, -32768.0f, 32767.0f);

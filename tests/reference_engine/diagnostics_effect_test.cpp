@@ -32,6 +32,7 @@ constexpr Effect kEffects[] = {
     {{"mmfx_switch_hold_blocks", 1000}},
     {{"mmfx_search_gate_energy", 2000000000}},
     {{"mmfx_restart_search", 1}},
+    {{"mmfx_most_sharpness_q10", 0}},
     {{"seout_source", 1}},
     {{"seout_gain_q10", 512}},
     {{"seout_unmute_at_sample", 24000}},

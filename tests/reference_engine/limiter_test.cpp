@@ -8,10 +8,11 @@ namespace {
 
 class OutputLimiter : public EngineTest {
   protected:
-    // Without the noise reduction, which would treat a tone as noise.
+    // Without the noise reduction, which would treat a tone as noise, and through a beam that stays as it is.
     Samples played(const Samples& in, int32_t gain_q10) {
         engine.MMIfInit(0);
         engine.MMIfSetNoiseReductionBypass(1);
+        engine.SEDiagSetInt16(engine.diag("mmfx_most_sharpness_q10"), 0);
         engine.SEDiagSetInt32(engine.diag("seout_gain_q10"), gain_q10);
         return engine.processAlike(in);
     }

@@ -100,11 +100,13 @@ TEST_P(Look, OutputsTheBeamOfItsLocation) {
     EXPECT_EQ(powerOf(out, kBlock) * kBlock, expected);
 }
 
-// The noise repeats itself in each block, so a level does not depend on the block in which it was measured.
+// The noise repeats itself in each block, and the beams stay as they are, so a level does not depend on the block in which
+// it was measured.
 TEST_P(Look, ShowsTheLevelOfEveryBeamInTurn) {
     const Samples block = whiteNoise(kBlock, -20, 1);
     const auto energies = [&](int location, int blocks) {
         engine.MMIfInit(0);
+        engine.SEDiagSetInt16(engine.diag("mmfx_most_sharpness_q10"), 0);
         engine.MMIfSetManualLocation(location, 0);
         std::vector<Samples> rows(kMicrophones);
         for (size_t m = 0; m < kMicrophones; ++m) {
@@ -127,6 +129,7 @@ TEST_P(Look, FadesFromOneBeamToTheNextWithinABlock) {
     const auto from = [&](int first, int second) {
         engine.MMIfInit(0);
         engine.MMIfSetNoiseReductionBypass(1);
+        engine.SEDiagSetInt16(engine.diag("mmfx_most_sharpness_q10"), 0);
         engine.MMIfSetManualLocation(first, 0);
         engine.processAlike(noise);
         engine.MMIfSetManualLocation(second, 0);

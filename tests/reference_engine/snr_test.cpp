@@ -35,6 +35,12 @@ class SignalToNoise : public EngineTest {
         return engine.process(rows);
     }
 
+    // Of the beam, once the noise of the scene has been heard.
+    double sharpness(const se_scene::Scene& parts) {
+        alone(0, parts.noise);
+        return static_cast<double>(engine.SEDiagGetFloat32(engine.diag("mmfx_sharpness")));
+    }
+
     double gainInDecibels(int location, const se_scene::Scene& parts, int source = kBeam) {
         const double out =
             powerOf(alone(location, parts.talker, source)) / powerOf(alone(location, parts.noise, source));
@@ -51,20 +57,27 @@ TEST_P(SignalToNoise, RisesBySevenDecibelsInSensorNoise) {
     }
 }
 
-TEST_P(SignalToNoise, RisesByFourAndAHalfDecibelsInDiffuseNoise) {
+TEST_P(SignalToNoise, RisesBySevenAndAHalfDecibelsInDiffuseNoise) {
     for (const int location : {0, 1}) {
-        EXPECT_GE(gainInDecibels(location, scene(location, -120, -40)), 4.5) << location;
+        EXPECT_GE(gainInDecibels(location, scene(location, -120, -40)), 7.5) << location;
     }
 }
 
 // The high-pass alone raises the SNR here, so the beam is compared with the centre microphone after the
 // high-pass.
-TEST_P(SignalToNoise, RisesByFourDecibelsInPinkNoise) {
+TEST_P(SignalToNoise, RisesByFiveAndAHalfDecibelsInPinkNoise) {
     for (const int location : {0, 1}) {
         const auto parts = scene(location, -120, -40, se_scene::NoiseColour::kPink);
         const double beam = gainInDecibels(location, parts);
-        EXPECT_GE(beam - gainInDecibels(location, parts, kCentreMicrophone), 4.0) << location;
+        EXPECT_GE(beam - gainInDecibels(location, parts, kCentreMicrophone), 5.5) << location;
     }
+}
+
+TEST_P(SignalToNoise, HasSharpBeamsInDiffuseNoiseAndRobustOnesInSensorNoise) {
+    EXPECT_GE(sharpness(scene(0, -120, -40, se_scene::NoiseColour::kPink)), 0.9);
+    EXPECT_GE(sharpness(scene(0, -80, -40, se_scene::NoiseColour::kPink)), 0.9);
+    EXPECT_LE(sharpness(scene(0, -40, se_scene::kSilent)), 0.1);
+    EXPECT_LE(sharpness(scene(0, -40, -50, se_scene::NoiseColour::kPink)), 0.1);
 }
 
 TEST_P(SignalToNoise, KeepsTheTalkersLevelAtTheCentre) {

@@ -31,6 +31,8 @@ constexpr float kOppositionMemory = 0.7f;
 constexpr float kLeastOpposition = 0.3f;
 constexpr float kMargin = 1.5f;  // as powers may rise at once
 
+constexpr float kInBeam = 0.8f;  // of the microphones' residual echo, at most, as the beam does not look at the loudspeaker
+
 constexpr float kTiny = 1e-3f;  // against division by zero; samples are integers
 
 }  // namespace
@@ -42,7 +44,7 @@ void ResidualEcho::init() {
     for (int k = 0; k < kBins; ++k) {
         const double real = cosine(2 * M_PI * k / kSpectralSize);
         const double emphasis = 1 + double{kEmphasis} * kEmphasis - 2 * kEmphasis * real;
-        to_frame_[k] = static_cast<float>(kDftPower * emphasis * kFrameEnergy / kSpectraEnergy);
+        to_frame_[k] = static_cast<float>(kDftPower * emphasis * kFrameEnergy / kSpectraEnergy) * kInBeam;
     }
     to_frame_[0] /= 4;
     to_frame_[kBins - 1] /= 4;

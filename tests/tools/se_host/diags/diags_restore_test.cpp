@@ -26,7 +26,7 @@ class DiagsRestore : public DiagsTest {
     }
 };
 
-constexpr const char* kNothing = "0 changed, 31 kept for the record, 0 unknown, 0 refused\n";
+constexpr const char* kNothing = "0 changed, 32 kept for the record, 0 unknown, 0 refused\n";
 
 TEST_F(DiagsRestore, OfWhatTheEngineHoldsChangesNothing) {
     dump("a.json");
@@ -49,7 +49,7 @@ TEST_F(DiagsRestore, ShowsWhatChanges) {
                    "aec_bypass: false -> true\n"
                    "mmfx_look_mode: 0 - All directions -> 2 - Narrow forward\n"
                    "seout_gain_q10: 1024 -> 900\n"
-                   "3 changed, 31 kept for the record, 0 unknown, 0 refused\n",
+                   "3 changed, 32 kept for the record, 0 unknown, 0 refused\n",
                    "");
 }
 
@@ -72,7 +72,7 @@ TEST_F(DiagsRestore, ReportsUnknownNames) {
     Json tuning = readJson("a.json");
     tuning["switches"]["kill_switch"] = true;
     writeJson("a.json", tuning);
-    expectRestored(restore(), "0 changed, 31 kept for the record, 3 unknown, 0 refused\n",
+    expectRestored(restore(), "0 changed, 32 kept for the record, 3 unknown, 0 refused\n",
                    warning(": the engine has no diagnostic 'volume'") +
                        warning(": the engine has no diagnostic 'bass boost'") +
                        warning(": the engine has no diagnostic 'kill_switch'"),
@@ -101,7 +101,7 @@ TEST_F(DiagsRestore, RefusesSingleValuesAndAppliesTheOthers) {
     EXPECT_EQ(result.exit_code, kSettingsDiffer);
     EXPECT_EQ(result.out,
               "mmfx_switch_hold_blocks: 0 -> 1000\nseout_gain_q10: 1024 -> 900\n"
-              "2 changed, 31 kept for the record, 0 unknown, 6 refused\n");
+              "2 changed, 32 kept for the record, 0 unknown, 6 refused\n");
     EXPECT_EQ(result.errorLines(), 6u) << result.err;
     for (const char* why :
          {"'1e+300' is out of range for 'sent_blocks'", "'wide' is not a value for 'mmfx_look_mode'",

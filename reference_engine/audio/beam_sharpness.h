@@ -1,0 +1,29 @@
+// How much of the way from the robust weights of a beam to the sharp ones is of use. Both pass the look direction unchanged, so
+// their difference contains none of it, and the share of it at which the output has the least power leaves the least of
+// everything else: a generalised sidelobe canceller of one branch (Griffiths, Jim: An alternative approach to linearly
+// constrained adaptive beamforming, IEEE Transactions on Antennas and Propagation 30(1), 1982), whose branch is never used for
+// more than the sharp weights. Where the microphones' own noise is the most, wind included, the share is 0. Threads: init
+// [setup]; update [audio] rt-safe.
+#pragma once
+
+#include "reference_engine/format.h"
+
+namespace reference_engine {
+
+class BeamSharpness {
+  public:
+    void init() { *this = BeamSharpness{}; }
+
+    // kBlock samples each. `most`: the largest share, up to 1.
+    void update(const int16_t* robust, const int16_t* difference, float most);
+
+    // At the end of the last block and of the one before, 0 to 1.
+    float share() const { return share_; }
+    float before() const { return before_; }
+
+  private:
+    float cross_ = 0, power_ = 0;
+    float share_ = 0, before_ = 0;
+};
+
+}  // namespace reference_engine
