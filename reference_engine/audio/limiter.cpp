@@ -22,9 +22,23 @@ float fittingGain(int32_t sample) {
     return 1;
 }
 
+bool allFit(const int32_t* samples) {
+    int32_t largest = 0, least = 0;
+    for (int i = 0; i < kBlock; ++i) {
+        largest = std::max(largest, samples[i]);
+        least = std::min(least, samples[i]);
+    }
+    return fittingGain(largest) == 1 && fittingGain(least) == 1;
+}
+
 }  // namespace
 
 void Limiter::process(const int32_t* in, int16_t* out) {
+    if (gain_ == 1 && allFit(in)) {
+        hold_ = kHold;
+        std::transform(in, in + kBlock, out, [](int32_t sample) { return static_cast<int16_t>(sample); });
+        return;
+    }
     float allowed[kBlock];
     float next = 1;
     for (int i = kBlock - 1; i >= 0; --i) {
