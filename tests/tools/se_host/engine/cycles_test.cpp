@@ -42,7 +42,7 @@ TEST_P(Cycles, AddUpToTheBlocks) {
 TEST_P(Cycles, CountTheCallsOfEachHook) {
     const Json hooks = json({"--cycles"})["cycles"]["hooks"];
     ASSERT_EQ(hooks.size(), 6u);
-    EXPECT_EQ(hooks["Interp1toNCore"]["calls"], 7);
+    EXPECT_EQ(hooks["Interp1toNCore"]["calls"], 28);
     EXPECT_EQ(hooks["FwdDft"]["calls"], 1);
     EXPECT_EQ(hooks["InvDft"]["calls"], 1);
     EXPECT_EQ(hooks["VCMul_i16"]["calls"], 1);
