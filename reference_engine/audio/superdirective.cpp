@@ -26,7 +26,7 @@ constexpr double kStep = 0.5 * kSampleRate / kFrequencies;
 
 // Shares of the three parts. The total diffuse noise at a microphone is 1.
 constexpr double kRobustSensorNoise = 1;
-constexpr double kSharpSensorNoise = 0.002;
+constexpr double kSharpSensorNoise = 0.0015;
 constexpr double kDistortion = 300;
 constexpr double kTopDistortion = 30;    // above kTop, where fractional delays are inaccurate
 constexpr double kTop = 7000;            // Hz

@@ -31,7 +31,9 @@ constexpr float kOppositionMemory = 0.7f;
 constexpr float kLeastOpposition = 0.3f;
 constexpr float kMargin = 1.5f;  // as powers may rise at once
 
-constexpr float kInBeam = 0.8f;  // of the microphones' residual echo, at most, as the beam does not look at the loudspeaker
+// Share of the microphones' residual echo that a beam lets through which does not look at the loudspeaker, once the paths are
+// known. Before, the echo may be stronger than expected, which outweighs it.
+constexpr float kInBeam = 0.5f;
 
 constexpr float kTiny = 1e-3f;  // against division by zero; samples are integers
 
@@ -44,7 +46,7 @@ void ResidualEcho::init() {
     for (int k = 0; k < kBins; ++k) {
         const double real = cosine(2 * M_PI * k / kSpectralSize);
         const double emphasis = 1 + double{kEmphasis} * kEmphasis - 2 * kEmphasis * real;
-        to_frame_[k] = static_cast<float>(kDftPower * emphasis * kFrameEnergy / kSpectraEnergy) * kInBeam;
+        to_frame_[k] = static_cast<float>(kDftPower * emphasis * kFrameEnergy / kSpectraEnergy);
     }
     to_frame_[0] /= 4;
     to_frame_[kBins - 1] /= 4;
@@ -56,6 +58,7 @@ void ResidualEcho::update(const MicrophoneSpectra& spectra, const EchoBins& expe
     const float of_expected =
         (kKnownPath + (kUnknownPath - kKnownPath) * unknown_share) * kSpectraEnergy / kEchoWindow;
     const float of_both = opposition_ > kLeastOpposition ? kMargin * opposition_ : 0;
+    const float in_beam = kInBeam + (1 - kInBeam) * unknown_share;
     float leakages[kBands];
     for (int b = 0; b < kBands; ++b) {
         leakages[b] = std::clamp(common_[b] / (changes_[b] + kTiny), 0.0f, kMostLeakage);
@@ -65,7 +68,7 @@ void ResidualEcho::update(const MicrophoneSpectra& spectra, const EchoBins& expe
         // The canceller's spectrum has two bins for each of these.
         power_[k] = std::max({of_expected * expected.value[2 * k], leakage * echo_[k],
                               of_both * (error_mean_[k] + echo_mean_[k])});
-        frame_power_[k] = power_[k] * to_frame_[k];
+        frame_power_[k] = power_[k] * to_frame_[k] * in_beam;
     }
 }
 
