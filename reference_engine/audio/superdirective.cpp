@@ -24,7 +24,9 @@ constexpr int kUnknowns = kMicrophones * kBeamTaps;
 constexpr int kFrequencies = 320;  // from 0 to half the sampling rate
 constexpr double kStep = 0.5 * kSampleRate / kFrequencies;
 
-// Shares of the three parts. The total diffuse noise at a microphone is 1.
+// Shares of the three parts. The total diffuse noise at a microphone is 1. With as much noise of each sensor, the
+// weights improve the SNR by 4.4 dB or more in pink diffuse noise and by 7.2 dB in sensor noise (averaging: 8.5 dB). With
+// the least, 1.5 to 2 dB more in diffuse noise; sensor noise is raised, by 15 dB at 100 to 300 Hz.
 constexpr double kRobustSensorNoise = 1;
 constexpr double kSharpSensorNoise = 0.0015;
 constexpr double kDistortion = 300;
