@@ -10,8 +10,7 @@
 namespace reference_engine {
 namespace {
 
-
-// A weight table may be scaled up (shift above 0) or down.
+// A weight table may be scaled up (shift above 0) or down. Seven samples fit into 19 bits, so any shift from -12 on will do.
 int16_t scaledBack(int32_t sum, int shift) {
     const int32_t scaled = shift <= 0 ? sum * (1 << -shift) : (sum + (1 << (shift - 1))) >> shift;
     return saturate16(scaled);
@@ -24,20 +23,19 @@ void fade(const int16_t* from, const int16_t* to, int16_t* out) {
     }
 }
 
-// a - b.
-void subtract(const BeamDesign& a, const BeamDesign& b, BeamDesign* difference) {
-    std::transform(&a.taps[0][0][0], &a.taps[0][0][0] + sizeof a.taps / sizeof(double), &b.taps[0][0][0],
-                   &difference->taps[0][0][0], std::minus<>());
+void subtract(const BeamDesign& b, BeamDesign* from) {
+    double* const taps = &from->taps[0][0][0];
+    std::transform(taps, taps + sizeof b.taps / sizeof *taps, &b.taps[0][0][0], taps, std::minus<>());
 }
 
 }  // namespace
 
 void BeamFormer::init() {
-    BeamDesign robust, sharp, difference;
+    BeamDesign robust, sharp;
     designSuperdirective(&robust, &sharp);
-    subtract(sharp, robust, &difference);
-    quantise(robust, &robust_);
-    quantise(difference, &difference_);
+    subtract(robust, &sharp);
+    quantise(robust, kMostGain, &robust_);
+    quantise(sharp, kMostGainUnsaturated, &difference_);
     for (auto& line : lines_) line.clear();
     sharpness_.init();
     beams_ = {};

@@ -9,7 +9,7 @@ namespace reference_engine {
 namespace {
 
 constexpr float kMemory = 0.99f;  // a block: a second
-constexpr float kQuiet = kBlock;  // energy of a block of rounding
+constexpr float kQuiet = kBlock;  // energy of a block, against division by 0
 
 }  // namespace
 
@@ -19,7 +19,7 @@ void BeamSharpness::update(const int16_t* robust, const int16_t* difference, flo
     cross_ = flushed(kMemory * cross_ + (1 - kMemory) * cross);
     power_ = flushed(kMemory * power_ + (1 - kMemory) * power);
     before_ = share_;
-    share_ = std::clamp(-cross_ / (power_ + kQuiet), 0.0f, most);
+    share_ = std::max(0.0f, std::min(-cross_ / (power_ + kQuiet), most));
 }
 
 }  // namespace reference_engine

@@ -1,9 +1,9 @@
 // How much of the way from the robust weights of a beam to the sharp ones is of use. Both pass the look direction unchanged, so
 // their difference contains none of it, and the share of it at which the output has the least power leaves the least of
 // everything else: a generalised sidelobe canceller of one branch (Griffiths, Jim: An alternative approach to linearly
-// constrained adaptive beamforming, IEEE Transactions on Antennas and Propagation 30(1), 1982), whose branch is never used for
-// more than the sharp weights. Where the microphones' own noise is the most, wind included, the share is 0. Threads: init
-// [setup]; update [audio] rt-safe.
+// constrained adaptive beamforming, IEEE Transactions on Antennas and Propagation 30(1), 1982). The share is at most 1. It is
+// that of the beam in the look direction; other beams have the same, and a turn does not change it. Where the microphones'
+// own noise is the most, it is 0. Threads: init [setup]; update [audio] rt-safe.
 #pragma once
 
 #include "reference_engine/format.h"

@@ -21,7 +21,12 @@ struct BeamWeights {
     int shift;
 };
 
-// Uses the largest scale at which no coefficient and no 32-bit sum of full-scale samples overflows.
-void quantise(const BeamDesign& design, BeamWeights* weights);
+// The largest gains of one microphone, of full-scale samples: at which 32-bit sums do not overflow, and at which their results
+// need not saturate, either.
+inline constexpr double kMostGain = 1.99;
+inline constexpr double kMostGainUnsaturated = 0.99;
+
+// Uses the largest scale at which no coefficient overflows and no gain is larger than `most_gain`.
+void quantise(const BeamDesign& design, double most_gain, BeamWeights* weights);
 
 }  // namespace reference_engine

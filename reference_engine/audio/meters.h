@@ -1,4 +1,4 @@
-// Levels, peaks and correlations of the signals, for the diagnostics that show them. Sums over a block of 160 products of
+// Levels, peaks and correlations of the signals, for diagnostics and decisions. Sums over a block of 160 products of
 // 16-bit samples fit in 40 bits. Pure functions of kBlock samples, rt-safe.
 #pragma once
 

@@ -106,7 +106,8 @@ void Engine::cancelEcho(MicrophoneBlock& in, MicrophoneBlock& out) {
     prediction_.replace(in);
     prediction_.replace(out);
     spectra_.update(in, out);
-    residual_echo_.update(spectra_, echo_canceller_.residual(), echo_canceller_.unknownShare());
+    const float sharpness = g_settings.output_source == kBeam ? beam_former_.sharpness() : 0;
+    residual_echo_.update(spectra_, echo_canceller_.residual(), echo_canceller_.unknownShare(), sharpness);
     diffuseness_.update(spectra_);
 }
 

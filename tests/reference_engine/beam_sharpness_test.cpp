@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <random>
 
 using namespace reference_engine;
@@ -49,6 +50,7 @@ TEST_F(BeamSharpnessTest, IsBetweenBothWeights) {
 TEST_F(BeamSharpnessTest, IsNeverMoreThanAllowed) {
     EXPECT_EQ(shareAfter(-0.8, 0.25F), 0.25F);
     EXPECT_EQ(shareAfter(-0.8, 0), 0);
+    EXPECT_EQ(shareAfter(-0.8, -1), 0);
 }
 
 TEST_F(BeamSharpnessTest, StartsRobustAndShowsTheShareBefore) {
@@ -69,4 +71,5 @@ TEST_F(BeamSharpnessTest, StaysRobustInSilence) {
     const int16_t silence[kBlock] = {};
     for (int b = 0; b < 10; ++b) sharpness_.update(silence, silence, 1);
     EXPECT_EQ(sharpness_.share(), 0);
+    EXPECT_FALSE(std::signbit(sharpness_.share()));
 }

@@ -74,7 +74,7 @@ TEST_P(Hooks, FilterEveryMicrophoneAndTheFarEnd) {
     EXPECT_EQ(g_filter_calls, 80);
 }
 
-// With the robust and the sharp weights of the look direction and of another one.
+// With the robust weights of the look direction and of another one, and with the difference of the sharp ones to them.
 TEST_P(Hooks, SteerEveryMicrophone) {
     g_interpolate = *engine.Interp1toNCore;
     *engine.Interp1toNCore = countedInterpolation;

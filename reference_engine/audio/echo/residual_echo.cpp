@@ -31,9 +31,9 @@ constexpr float kOppositionMemory = 0.7f;
 constexpr float kLeastOpposition = 0.3f;
 constexpr float kMargin = 1.5f;  // as powers may rise at once
 
-// Share of the microphones' residual echo that a beam lets through which does not look at the loudspeaker, once the paths are
-// known. Before, the echo may be stronger than expected, which outweighs it.
-constexpr float kInBeam = 0.5f;
+// Of the microphones' residual echo, what a sharp beam lets through, where the paths are known. Where they are not, the echo may
+// be stronger than expected. Found by trial.
+constexpr float kInSharpBeam = 0.5f;
 
 constexpr float kTiny = 1e-3f;  // against division by zero; samples are integers
 
@@ -52,13 +52,14 @@ void ResidualEcho::init() {
     to_frame_[kBins - 1] /= 4;
 }
 
-void ResidualEcho::update(const MicrophoneSpectra& spectra, const EchoBins& expected, float unknown_share) {
+void ResidualEcho::update(const MicrophoneSpectra& spectra, const EchoBins& expected, float unknown_share,
+                          float sharpness) {
     followPowers(spectra);
     followOpposition(spectra);
     const float of_expected =
         (kKnownPath + (kUnknownPath - kKnownPath) * unknown_share) * kSpectraEnergy / kEchoWindow;
     const float of_both = opposition_ > kLeastOpposition ? kMargin * opposition_ : 0;
-    const float in_beam = kInBeam + (1 - kInBeam) * unknown_share;
+    const float in_output = 1 - (1 - kInSharpBeam) * sharpness * (1 - unknown_share);
     float leakages[kBands];
     for (int b = 0; b < kBands; ++b) {
         leakages[b] = std::clamp(common_[b] / (changes_[b] + kTiny), 0.0f, kMostLeakage);
@@ -68,7 +69,7 @@ void ResidualEcho::update(const MicrophoneSpectra& spectra, const EchoBins& expe
         // The canceller's spectrum has two bins for each of these.
         power_[k] = std::max({of_expected * expected.value[2 * k], leakage * echo_[k],
                               of_both * (error_mean_[k] + echo_mean_[k])});
-        frame_power_[k] = power_[k] * to_frame_[k] * in_beam;
+        frame_power_[k] = power_[k] * to_frame_[k] * in_output;
     }
 }
 

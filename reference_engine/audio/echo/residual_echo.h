@@ -17,11 +17,12 @@ class ResidualEcho {
     void init();
 
     // in: the spectra; what the canceller expects in its own spectrum, and the share of the echo that it
-    // does not know.
-    void update(const MicrophoneSpectra& spectra, const EchoBins& expected, float unknown_share);
+    // does not know; how sharp the beam is.
+    void update(const MicrophoneSpectra& spectra, const EchoBins& expected, float unknown_share,
+                float sharpness);
 
-    // One power a bin of the spectra, and in units of readPower in the frame that ends with this block. The
-    // beam is assumed to pass it unattenuated.
+    // One power a bin: of the spectra, at the microphones; and behind the beam, in units of readPower in the frame that ends
+    // with this block. Robust beams are assumed to pass it unattenuated.
     const float (&power() const)[MicrophoneSpectra::kBins] { return power_; }
     const float (&framePower() const)[kSpectralBins] { return frame_power_; }
 

@@ -38,7 +38,7 @@ TEST_P(Cycles, AddUpToTheBlocks) {
     expectSharesOf(json({"--cycles"})["cycles"], 10);
 }
 
-// In each block seven signals are interpolated, and one spectrum is transformed forward and back.
+// In each block seven signals are interpolated, four times each, and one spectrum is transformed forward and back.
 TEST_P(Cycles, CountTheCallsOfEachHook) {
     const Json hooks = json({"--cycles"})["cycles"]["hooks"];
     ASSERT_EQ(hooks.size(), 6u);
