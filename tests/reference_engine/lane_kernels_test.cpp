@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <complex>
@@ -294,6 +295,45 @@ TEST_P(LaneKernelsTest, UncertaintiesHaveTheSameBits) {
     EXPECT_TRUE(same(a.step, b.step));
     EXPECT_TRUE(same(a.noise, b.noise));
     EXPECT_TRUE(same(a.residual, b.residual));
+}
+
+// Two partitions that learn and one that does not, two groups, against the formulas.
+TEST_P(LaneKernelsTest, UncertaintiesFollowTheFormulas) {
+    constexpr size_t kCount = 3, kBegin = 2;
+    const std::vector<float> path_power = {0.5F, 0.25F};
+    const std::vector<GroupCell> far_power = groups(kCount * kBegin, 0, 1e3F), error = groups(kBegin, 0, 1e3F);
+    const std::vector<GroupCell> before = groups(kCount * kBegin, 0, 1);
+    const LaneKalman of = {0.01F, 0.6F, 0.7F, 0.4F};
+    std::vector<GroupCell> after = before, step = groups(kCount * kBegin, 7, 7), noise = groups(kBegin, 5, 5),
+                           residual = groups(kBegin, 0, 0);
+    LaneUncertainty partitions[kCount];
+    for (size_t p = 0; p < kCount; ++p) {
+        partitions[p] = {at(after) + kBegin * p, path_power.data(), at(far_power) + kBegin * p, 1e-3F,
+                         at(step) + kBegin * p};
+    }
+    wide_.kalman(partitions, 2, kCount, of, at(error), kBegin, at(noise), at(residual));
+    for (size_t g = 0; g < kBegin; ++g) {
+        for (int i = 0; i < kGroup; ++i) {
+            const auto grown = [&](size_t p) {
+                const float uncertainty = before[kBegin * p + g].lanes[i];
+                return p == 2 ? uncertainty : uncertainty * 0.99F + 0.01F * path_power[g] + 1e-3F;
+            };
+            const auto far = [&](size_t p) { return far_power[kBegin * p + g].lanes[i]; };
+            const float unknown = 0.7F * (grown(0) * far(0) + grown(1) * far(1) + grown(2) * far(2));
+            const float mean = 0.6F * 5 + 0.4F * error[g].lanes[i];
+            const float expected = unknown + std::max(mean, error[g].lanes[i]);
+            EXPECT_NEAR(residual[g].lanes[i] / unknown, 1, 1e-5F);
+            EXPECT_NEAR(noise[g].lanes[i] / mean, 1, 1e-5F);
+            for (size_t p = 0; p < 2; ++p) {
+                const float learnt = grown(p) / expected;
+                EXPECT_NEAR(step[kBegin * p + g].lanes[i] / learnt, 1, 1e-4F);
+                const float known = 1 + 0.4F * 0.7F * learnt * far(p);
+                EXPECT_NEAR(after[kBegin * p + g].lanes[i] * known / grown(p), 1, 1e-4F);
+            }
+            EXPECT_EQ(step[kBegin * 2 + g].lanes[i], 7);
+            EXPECT_EQ(after[kBegin * 2 + g].lanes[i], before[kBegin * 2 + g].lanes[i]);
+        }
+    }
 }
 
 TEST_P(LaneKernelsTest, InterpolationsHaveTheSameBits) {
