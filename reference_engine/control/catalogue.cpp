@@ -120,9 +120,10 @@ SEDiag_t g_rows[] = {
             "Sum of squares over a block, mean of the microphones, below which the search ignores it"),
     setting("mmfx_restart_search", kAdvanced, set.restart_search, kSwitch,
             "1: restart the search; done at the next block", kSEDiagWrite),
-    setting("mmfx_most_sharpness_q10", kIntermediate, set.most_sharpness_q10, {0, 1024},
-            "Largest share of the sharp weights in a beam, 1024 = 1; 0: as robust against the microphones' own "
-            "noise, wind and tolerances as can be"),
+    setting(
+        "mmfx_most_sharpness_q10", kIntermediate, set.most_sharpness_q10, {0, 1024},
+        "Largest share of the sharp weights in a beam, 1024 = 1; 0: as robust against the microphones' own "
+        "noise, wind and tolerances as can be"),
     reading("mmfx_location", kBasic, get.location, "Location that the beam looks at"),
     reading("mmfx_look_azimuth_deg", kBasic, get.look_azimuth_deg,
             "The same in degrees; 0 is where microphone 3 stands"),

@@ -301,7 +301,8 @@ TEST_P(LaneKernelsTest, UncertaintiesHaveTheSameBits) {
 TEST_P(LaneKernelsTest, UncertaintiesFollowTheFormulas) {
     constexpr size_t kCount = 3, kBegin = 2;
     const std::vector<float> path_power = {0.5F, 0.25F};
-    const std::vector<GroupCell> far_power = groups(kCount * kBegin, 0, 1e3F), error = groups(kBegin, 0, 1e3F);
+    const std::vector<GroupCell> far_power = groups(kCount * kBegin, 0, 1e3F),
+                                 error = groups(kBegin, 0, 1e3F);
     const std::vector<GroupCell> before = groups(kCount * kBegin, 0, 1);
     const LaneKalman of = {0.01F, 0.6F, 0.7F, 0.4F};
     std::vector<GroupCell> after = before, step = groups(kCount * kBegin, 7, 7), noise = groups(kBegin, 5, 5),

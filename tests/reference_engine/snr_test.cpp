@@ -59,7 +59,8 @@ double distortionOf(const Samples& signal, double hertz) {
     double all = 0;
     const size_t begin = signal.size() / 2;
     for (size_t i = begin; i < signal.size(); ++i) {
-        product += double{1} * signal[i] * std::polar(1.0, -2 * M_PI * hertz * static_cast<double>(i) / 16000);
+        product +=
+            double{1} * signal[i] * std::polar(1.0, -2 * M_PI * hertz * static_cast<double>(i) / 16000);
         all += double{1} * signal[i] * signal[i];
     }
     const double tone = 2 * std::norm(product) / static_cast<double>(signal.size() - begin);
