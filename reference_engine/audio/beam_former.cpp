@@ -72,7 +72,8 @@ void BeamFormer::filter(const BeamWeights& weights, int location, int16_t* out) 
     for (int i = 0; i < kBlock; ++i) out[i] = scaledBack(sums[i], weights.shift);
 }
 
-void BeamFormer::process(const MicrophoneBlock& in, int location, float most_sharpness, int16_t* out) {
+void BeamFormer::process(const MicrophoneBlock& in, int location, bool sharpness_follows,
+                         float most_sharpness, int16_t* out) {
     beams_.location[0] = location;
     beams_.location[1] = otherThan(location);
     for (int m = 0; m < kMicrophones; ++m) lines_[m].push(in[m]);
@@ -81,7 +82,7 @@ void BeamFormer::process(const MicrophoneBlock& in, int location, float most_sha
         filter(robust_, beams_.location[b], robust[b]);
         filter(difference_, beams_.location[b], difference[b]);
     }
-    sharpness_.update(robust[0], difference[0], most_sharpness);
+    sharpness_.update(robust[0], difference[0], sharpness_follows, most_sharpness);
     for (int b = 0; b < kLiveBeams; ++b) blend(robust[b], difference[b], beams_.samples[b]);
     if (location == location_) {
         std::copy_n(beams_.samples[0], kBlock, out);

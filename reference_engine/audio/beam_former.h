@@ -22,8 +22,9 @@ class BeamFormer {
   public:
     void init();
 
-    // in: where to look, and the largest share of the sharp weights, 0 to 1. out: kBlock samples.
-    void process(const MicrophoneBlock& in, int location, float most_sharpness, int16_t* out);
+    // in: where to look; the largest share of the sharp weights, 0 to 1, and whether it follows this block. out: kBlock samples.
+    void process(const MicrophoneBlock& in, int location, bool sharpness_follows, float most_sharpness,
+                 int16_t* out);
 
     float sharpness() const { return sharpness_.share(); }
 

@@ -14,8 +14,8 @@ class BeamSharpness {
   public:
     void init() { *this = BeamSharpness{}; }
 
-    // kBlock samples each. `most`: the largest share, up to 1.
-    void update(const int16_t* robust, const int16_t* difference, float most);
+    // kBlock samples each. `counts`: whether the share follows this block. `most`: the largest share, up to 1.
+    void update(const int16_t* robust, const int16_t* difference, bool counts, float most);
 
     // At the end of the last block and of the one before, 0 to 1.
     float share() const { return share_; }

@@ -67,7 +67,7 @@ void Engine::processMicrophones(const int16_t* centre, const int16_t* circle, in
     search(clean);
 
     int16_t beam[kBlock], reduced[kBlock];
-    beam_former_.process(clean, look_.location(), mostSharpness(), beam);
+    beam_former_.process(clean, look_.location(), !mostlyEcho(), mostSharpness(), beam);
     const int16_t* selected = g_settings.output_source == kCentreMicrophone ? beam_former_.centre() : beam;
     noise_reduction_.process(selected, residual_echo_.framePower(), diffuseness_.value(), g_settings,
                              reduced);
@@ -121,6 +121,16 @@ void Engine::search(const MicrophoneBlock& block) {
     }
     search_.update(spectra_, residual_echo_.power(), meanEnergyOf(block), g_settings.search_gate_energy);
     look_.update(search_, g_settings);
+}
+
+// An echo that has been removed long since would otherwise decide how sharp the beam is.
+bool Engine::mostlyEcho() const {
+    float echo = 0, all = 0;
+    for (int k = 0; k < MicrophoneSpectra::kBins; ++k) {
+        echo += residual_echo_.power()[k];
+        all += spectra_.meanPower(k);
+    }
+    return echo > all / 2;
 }
 
 // The prediction of a faulty microphone has errors, which sharp weights raise.

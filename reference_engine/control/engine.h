@@ -30,6 +30,7 @@ class Engine {
   private:
     void cancelEcho(MicrophoneBlock& in, MicrophoneBlock& out);
     void search(const MicrophoneBlock& block);
+    bool mostlyEcho() const;
     float mostSharpness() const;
     void report(const MicrophoneBlock& microphones, const int16_t* out);
 

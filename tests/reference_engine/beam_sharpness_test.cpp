@@ -26,7 +26,7 @@ class BeamSharpnessTest : public testing::Test {
                 difference[i] = static_cast<int16_t>(value);
                 robust[i] = static_cast<int16_t>(common * value + noise(random));
             }
-            sharpness_.update(robust, difference, most);
+            sharpness_.update(robust, difference, true, most);
         }
         return sharpness_.share();
     }
@@ -58,18 +58,29 @@ TEST_F(BeamSharpnessTest, StartsRobustAndShowsTheShareBefore) {
     int16_t difference[kBlock], robust[kBlock];
     std::fill_n(difference, kBlock, int16_t{-32768});
     std::fill_n(robust, kBlock, int16_t{32767});
-    sharpness_.update(robust, difference, 1);
+    sharpness_.update(robust, difference, true, 1);
     EXPECT_EQ(sharpness_.before(), 0);
     const float first = sharpness_.share();
     EXPECT_GT(first, 0.9F);
-    sharpness_.update(robust, difference, 0.1F);
+    sharpness_.update(robust, difference, true, 0.1F);
     EXPECT_EQ(sharpness_.before(), first);
     EXPECT_EQ(sharpness_.share(), 0.1F);
 }
 
+TEST_F(BeamSharpnessTest, DoesNotFollowABlockThatDoesNotCount) {
+    const float before = shareAfter(-0.5);
+    int16_t difference[kBlock], robust[kBlock];
+    std::fill_n(difference, kBlock, int16_t{32767});
+    std::fill_n(robust, kBlock, int16_t{32767});
+    sharpness_.update(robust, difference, false, 1);
+    EXPECT_EQ(sharpness_.share(), before);
+    sharpness_.update(robust, difference, true, 1);
+    EXPECT_LT(sharpness_.share(), before / 2);
+}
+
 TEST_F(BeamSharpnessTest, StaysRobustInSilence) {
     const int16_t silence[kBlock] = {};
-    for (int b = 0; b < 10; ++b) sharpness_.update(silence, silence, 1);
+    for (int b = 0; b < 10; ++b) sharpness_.update(silence, silence, true, 1);
     EXPECT_EQ(sharpness_.share(), 0);
     EXPECT_FALSE(std::signbit(sharpness_.share()));
 }
