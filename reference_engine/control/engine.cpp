@@ -67,7 +67,8 @@ void Engine::processMicrophones(const int16_t* centre, const int16_t* circle, in
     search(clean);
 
     int16_t beam[kBlock], reduced[kBlock];
-    beam_former_.process(clean, look_.location(), !mostlyEcho(), mostSharpness(), beam);
+    const bool mostly_echo = mostlyEcho();
+    beam_former_.process(clean, look_.location(), !mostly_echo, mostly_echo ? 0 : mostSharpness(), beam);
     const int16_t* selected = g_settings.output_source == kCentreMicrophone ? beam_former_.centre() : beam;
     noise_reduction_.process(selected, residual_echo_.framePower(), diffuseness_.value(), g_settings,
                              reduced);
@@ -123,7 +124,7 @@ void Engine::search(const MicrophoneBlock& block) {
     look_.update(search_, g_settings);
 }
 
-// An echo that has been removed long since would otherwise decide how sharp the beam is.
+// Such blocks get robust weights, as residual echo differs between the microphones, and do not decide about the others.
 bool Engine::mostlyEcho() const {
     float echo = 0, all = 0;
     for (int k = 0; k < MicrophoneSpectra::kBins; ++k) {
