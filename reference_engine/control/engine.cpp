@@ -126,6 +126,7 @@ void Engine::search(const MicrophoneBlock& block) {
 
 // Such blocks get robust weights, as residual echo differs between the microphones, and do not decide about the others.
 bool Engine::mostlyEcho() const {
+    if (g_settings.aec_bypass != 0) return false;  // the echo is a sound as any other
     float echo = 0, all = 0;
     for (int k = 0; k < MicrophoneSpectra::kBins; ++k) {
         echo += residual_echo_.power()[k];
