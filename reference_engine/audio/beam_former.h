@@ -22,7 +22,7 @@ class BeamFormer {
   public:
     void init();
 
-    // in: where to look; the largest share of the sharp weights, 0 to 1, and whether it follows this block. out: kBlock samples.
+    // in: where to look; whether the share of the sharp weights follows this block, and the largest share. out: kBlock samples.
     void process(const MicrophoneBlock& in, int location, bool sharpness_follows, float most_sharpness,
                  int16_t* out);
 

@@ -21,7 +21,7 @@ void BeamSharpness::update(const int16_t* robust, const int16_t* difference, boo
         power_ = flushed(kMemory * power_ + (1 - kMemory) * power);
     }
     before_ = share_;
-    share_ = std::max(0.0f, std::min(-cross_ / (power_ + kQuiet), most));
+    share_ = std::max(0.0f, std::min({-cross_ / (power_ + kQuiet), most, 1.0f}));
 }
 
 }  // namespace reference_engine

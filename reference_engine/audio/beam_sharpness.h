@@ -14,7 +14,7 @@ class BeamSharpness {
   public:
     void init() { *this = BeamSharpness{}; }
 
-    // kBlock samples each. `counts`: whether the share follows this block. `most`: the largest share, up to 1.
+    // kBlock samples each. `counts`: whether the share follows this block. `most`: the largest share; any number will do.
     void update(const int16_t* robust, const int16_t* difference, bool counts, float most);
 
     // At the end of the last block and of the one before, 0 to 1.

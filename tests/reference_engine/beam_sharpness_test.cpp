@@ -51,6 +51,7 @@ TEST_F(BeamSharpnessTest, IsNeverMoreThanAllowed) {
     EXPECT_EQ(shareAfter(-0.8, 0.25F), 0.25F);
     EXPECT_EQ(shareAfter(-0.8, 0), 0);
     EXPECT_EQ(shareAfter(-0.8, -1), 0);
+    EXPECT_EQ(shareAfter(-2, 3), 1);
 }
 
 TEST_F(BeamSharpnessTest, StartsRobustAndShowsTheShareBefore) {
