@@ -66,8 +66,15 @@ Samples EchoTest::talkerAlone(const se_scene::Scene& scene) const {
     return process(Samples(scene.frames), scene.talker);
 }
 
+Samples EchoTest::bypassedWithRobustBeams(const se_scene::Scene& scene) const {
+    start();
+    engine.MMIfSetAecBypass(1);
+    engine.SEDiagSetInt16(engine.diag("mmfx_most_sharpness_q10"), 0);
+    return process(se_scene::toInt16(scene.far_end), scene.mixture());
+}
+
 double EchoTest::enhancement(const se_scene::Scene& scene, double begin_s, double end_s) const {
-    return decibels(powerOf(between(bypassed(scene), begin_s, end_s)) /
+    return decibels(powerOf(between(bypassedWithRobustBeams(scene), begin_s, end_s)) /
                     powerOf(between(cancelled(scene), begin_s, end_s)));
 }
 
