@@ -33,6 +33,7 @@ class MicrophoneFaults : public EchoTest {
         const uint16_t* shown = engine.SEDiagGetUInt16Array(engine.diag("semic_faulty"));
         return std::vector<int>(shown, shown + kMicrophones);
     }
+    float sharpness() const { return engine.SEDiagGetFloat32(engine.diag("mmfx_sharpness")); }
     static std::vector<int> only(size_t microphone) {
         std::vector<int> shown(kMicrophones);
         constexpr size_t kChannelOf[] = {1, 3, 2, 5, 6, 7, 4};  // of the rows
@@ -60,6 +61,7 @@ TEST_P(MicrophoneFaults, CostTheTalkerOneDecibelAtMostWhenOneIsDead) {
 TEST_P(MicrophoneFaults, AreStuckWeakAndNoisyOnesToo) {
     const std::vector<Samples> rows = talker();
     const Samples whole = played(rows);
+    EXPECT_GT(sharpness(), 0.5F);
     const size_t frames = rows[0].size();
     Samples weak = rows[2];
     for (int16_t& sample : weak) sample = static_cast<int16_t>(sample / 32);
@@ -68,6 +70,7 @@ TEST_P(MicrophoneFaults, AreStuckWeakAndNoisyOnesToo) {
         broken[2] = broken_row;
         EXPECT_NEAR(levelAgainst(whole, played(broken)), 0, 1);
         EXPECT_EQ(faulty(), only(2));
+        EXPECT_LE(sharpness(), 0.5F);
     }
 }
 
