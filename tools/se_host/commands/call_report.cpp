@@ -18,8 +18,10 @@ using quill::stringPrintf;
 using quill::media::se_wrapper::BLOCK_SIZE;
 using Json = nlohmann::ordered_json;
 
-constexpr double kEarliestMs = -2;   // of an echo that the way through the air explains
-constexpr double kLatestMs = 500;    // of what an engine can be expected to follow
+constexpr double kEarliestMs = -2;  // of an echo that the way through the air explains
+constexpr double kAtOnceMs = 0.3;   // a tenth of a metre: less than from any loudspeaker
+constexpr double kLatestMs = 500;   // of what an engine can be expected to follow
+constexpr double kFirstBlockS = static_cast<double>(BLOCK_SIZE) / kEngineSampleRate;
 constexpr double kFoundLateS = 5;    // of sound in which an engine should have found the delay
 constexpr double kSameDelayMs = 60;  // the engine's estimate leaves room before the echo
 
@@ -27,8 +29,15 @@ bool isSilent(const std::vector<int16_t>& samples) {
     return std::all_of(samples.begin(), samples.end(), [](int16_t sample) { return sample == 0; });
 }
 
+// The first one with which nothing is wrong.
+int healthyMicrophone(const std::vector<MicrophoneCheck>& checks) {
+    const auto healthy = std::find_if(checks.begin(), checks.end(),
+                                      [](const MicrophoneCheck& check) { return check.finding.empty(); });
+    return healthy == checks.end() ? kCentreMicrophone : healthy->microphone;
+}
+
 void addEcho(const Recording& recording, const Processed& processed, CallReport& report) {
-    std::vector<int16_t> microphone = channelOf(recording.microphones, kCentreMicrophone);
+    std::vector<int16_t> microphone = channelOf(recording.microphones, healthyMicrophone(report.microphones));
     microphone.resize(recording.frames);
     std::vector<int16_t> far_end = recording.far_end;
     far_end.resize(recording.frames);
@@ -38,16 +47,24 @@ void addEcho(const Recording& recording, const Processed& processed, CallReport&
     report.echo = echoAlone(echoAloneBlocks(far_end, microphone, processed.output, *lags));
 }
 
-std::string lateFarEnd(const CallReport& report) {
+bool engineHasTheDelay(const CallReport& report) {
+    return report.estimate && std::abs(report.estimate->delay_ms - *report.echo_lag_ms) <= kSameDelayMs;
+}
+
+std::string wrongFarEnd(const CallReport& report) {
     if (!report.echo_lag_ms) return {};
     const double lag = *report.echo_lag_ms;
+    if (std::abs(lag) < kAtOnceMs) {
+        return "the far end is heard without any delay, as in no room: its channel holds a microphone; see "
+               "--channel-map and --far-end-channel";
+    }
     if (lag < kEarliestMs) {
         return stringPrintf(
             "the far end is late: it comes %.0f ms after its echo in the microphones, so that no engine "
             "can cancel it; delay the microphones or take the far end earlier",
             -lag);
     }
-    if (lag > kLatestMs) {
+    if (lag > kLatestMs && !engineHasTheDelay(report)) {
         return stringPrintf(
             "the echo is late: it follows the far end by %.0f ms; delay the far end, or shorten what "
             "stands between it and the loudspeaker",
@@ -71,7 +88,7 @@ double soundBefore(const std::vector<int16_t>& far_end, double end_s) {
 
 std::string engineDelay(const CallReport& report, const Recording& recording) {
     if (!report.echo_lag_ms || !report.estimate) return {};
-    if (std::abs(report.estimate->delay_ms - *report.echo_lag_ms) > kSameDelayMs) {
+    if (!engineHasTheDelay(report)) {
         return stringPrintf(
             "the engine looks for the echo %.0f ms after the far end, but most of the time it follows by "
             "%.0f ms",
@@ -88,13 +105,35 @@ Json numberOrNull(const std::optional<double>& number) {
     return number ? Json(*number) : Json(nullptr);
 }
 
-std::string exchangeFinding(const std::vector<MicrophonePair>& pairs) {
-    if (pairs.empty()) return {};
-    std::string text = "the microphones ";
-    for (const MicrophonePair& pair : pairs) {
-        text += stringPrintf("%s%d and %d", pair == pairs.front() ? "" : ", or ", pair.first, pair.second);
+// With the channels as they are now.
+std::string channelMapOf(const std::vector<int>& order, const Recording& recording) {
+    std::string map;
+    for (const int microphone : order) {
+        const int channel = recording.channel_map
+                                ? recording.channel_map->microphones[static_cast<size_t>(microphone - 1)]
+                                : microphone;
+        map += stringPrintf("%s%d", map.empty() ? "" : ",", channel);
     }
-    return text + " seem to have changed places, or the array is another one: see --channel-map and --array";
+    return map;
+}
+
+std::string exchangeFinding(const ExchangedMicrophones& found, const Recording& recording) {
+    std::string text, separator;
+    for (const MicrophonePair& pair : found.pairs) {
+        text += separator + stringPrintf("%d and %d", pair.first, pair.second);
+        separator = ", or ";
+    }
+    if (!text.empty()) text = "the microphones " + text + " seem to have changed places, or ";
+    if (!found.order.empty()) {
+        text += "the microphones are in another order, which --channel-map " +
+                channelMapOf(found.order, recording) + " puts right, or ";
+    }
+    return text.empty() ? text : text + "the array is another one: see --channel-map and --array";
+}
+
+// Without -0.
+double wholeNumber(double value) {
+    return std::round(value) + 0.0;
 }
 
 }  // namespace
@@ -105,13 +144,13 @@ CallReport callReportOf(const Recording& recording, const Processed& processed, 
     report.microphones = checkMicrophones(recording);
     report.findings = findingsOf(report.microphones);
     if (report.findings.empty()) {
-        const std::string exchange = exchangeFinding(exchangedMicrophones(recording, array));
+        const std::string exchange = exchangeFinding(exchangedMicrophones(recording, array), recording);
         if (!exchange.empty()) report.findings.push_back(exchange);
     }
     if (!recording.has_far_end) return report;
     if (!processed.echo.empty()) report.estimate = processed.echo.back();
     addEcho(recording, processed, report);
-    std::string finding = lateFarEnd(report);
+    std::string finding = wrongFarEnd(report);
     if (finding.empty()) finding = engineDelay(report, recording);
     if (isSilent(recording.far_end)) finding = "the far end is silent: its channel or file holds no sound";
     if (!finding.empty()) report.findings.push_back(finding);
@@ -121,12 +160,15 @@ CallReport callReportOf(const Recording& recording, const Processed& processed, 
 std::string echoPathText(const CallReport& report) {
     if (!report.has_far_end) return {};
     if (!report.echo_lag_ms) return "no echo of the far end is heard";
-    std::string text = stringPrintf("the echo follows the far end by %.0f ms", *report.echo_lag_ms);
+    std::string text =
+        stringPrintf("the echo follows the far end by %.0f ms", wholeNumber(*report.echo_lag_ms));
     if (report.echo) {
         const double loss = report.echo->return_loss_db;
         text += stringPrintf(", %.1f dB %s it", std::abs(loss), loss < 0 ? "above" : "below");
     }
     if (!report.estimate) return text;
+    if (report.estimate->found_s <= kFirstBlockS && !engineHasTheDelay(report))
+        return text + "; engine: no delay found";
     return text + stringPrintf("; engine: %.0f ms since %.2f s, drift %.0f ppm", report.estimate->delay_ms,
                                report.estimate->found_s, report.estimate->drift_ppm);
 }

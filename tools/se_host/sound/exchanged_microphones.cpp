@@ -35,6 +35,15 @@ constexpr double kAlike = 0.99;   // of the best
 using Phases = std::array<std::array<Complex, kBins>, kMicrophones>;  // of a frame, or towards a direction
 using Order = std::array<size_t, kMicrophones>;                       // the row that stands at each place
 
+constexpr Order kOtherOrders[] = {
+    {0, 2, 1, 6, 3, 4, 5},
+    {0, 2, 1, 4, 5, 6, 3},  // recorded in the order of the engine's rows, and mapped as if it were
+    {1, 2, 3, 4, 5, 6, 0},
+    {6, 0, 1, 2, 3, 4, 5},  // all late or early by one
+    {0, 2, 3, 4, 5, 6, 1},
+    {0, 6, 1, 2, 3, 4, 5},  // the outer ones
+};
+
 double hertzOf(size_t k) {
     return static_cast<double>(kFirstBin + 2 * k) * kEngineSampleRate / kFrame;
 }
@@ -120,16 +129,9 @@ double responseOf(const std::vector<Phases>& frames, const std::vector<Phases>& 
     return sum / static_cast<double>(std::max<size_t>(frames.size(), 1));
 }
 
-}  // namespace
-
-std::vector<MicrophonePair> exchangedMicrophones(const Recording& recording, const ArrayFile& array) {
-    const std::vector<Phases> frames = phasesOf(recording);
-    std::vector<Phases> directions;
-    for (size_t d = 0; d < kDirections; ++d) directions.push_back(towards(d, array));
-    Order order;
-    std::iota(order.begin(), order.end(), size_t{0});
-    const double as_it_is = responseOf(frames, directions, order);
-    if (as_it_is < kNoise || as_it_is > kHealthy) return {};
+// In the order of `order`, which it leaves as it was.
+std::map<MicrophonePair, double> responsesOfPairs(const std::vector<Phases>& frames,
+                                                  const std::vector<Phases>& directions, Order order) {
     std::map<MicrophonePair, double> responses;
     for (size_t m = 0; m < kMicrophones; ++m) {
         for (size_t n = 0; n < m; ++n) {
@@ -139,13 +141,36 @@ std::vector<MicrophonePair> exchangedMicrophones(const Recording& recording, con
             std::swap(order[m], order[n]);
         }
     }
+    return responses;
+}
+
+}  // namespace
+
+ExchangedMicrophones exchangedMicrophones(const Recording& recording, const ArrayFile& array) {
+    const std::vector<Phases> frames = phasesOf(recording);
+    std::vector<Phases> directions;
+    for (size_t d = 0; d < kDirections; ++d) directions.push_back(towards(d, array));
+    Order right;
+    std::iota(right.begin(), right.end(), size_t{0});
+    const double as_it_is = responseOf(frames, directions, right);
+    if (as_it_is < kNoise || as_it_is > kHealthy) return {};
+    const std::map<MicrophonePair, double> responses = responsesOfPairs(frames, directions, right);
     const auto weaker = [](const auto& a, const auto& b) { return a.second < b.second; };
-    const double best = std::max_element(responses.begin(), responses.end(), weaker)->second;
-    std::vector<MicrophonePair> pairs;
+    const double of_pairs = std::max_element(responses.begin(), responses.end(), weaker)->second;
+
+    std::map<double, const Order*> of_orders;
+    for (const Order& other : kOtherOrders) of_orders[responseOf(frames, directions, other)] = &other;
+    const double best = std::max(of_pairs, of_orders.rbegin()->first);
+    if (best <= kBetter * as_it_is) return {};
+
+    ExchangedMicrophones found;
     for (const auto& [pair, response] : responses) {
-        if (best > kBetter * as_it_is && response > kAlike * best) pairs.push_back(pair);
+        if (response > kAlike * best) found.pairs.push_back(pair);
     }
-    return pairs;
+    if (of_orders.rbegin()->first > kAlike * best) {
+        for (const size_t row : *of_orders.rbegin()->second) found.order.push_back(static_cast<int>(row) + 1);
+    }
+    return found;
 }
 
 }  // namespace se_host

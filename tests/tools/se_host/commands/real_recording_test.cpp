@@ -125,6 +125,37 @@ TEST_F(RealRecording, WithALateEchoIsNamed) {
     expectFinding(reportOf(), "the echo is late: it follows the far end by 701 ms");
 }
 
+TEST_F(RealRecording, WithALateEchoThatTheEngineFollowsHasNoFinding) {
+    recordCall({"--echo-delay", "540"});
+    EXPECT_EQ(reportOf()["findings"], json::array());
+}
+
+// The recording's first channel is microphone 1 there, its last one the far end.
+TEST_F(RealRecording, WithAMicrophoneAsTheFarEndIsNamed) {
+    recordCall();
+    const Sound sound = readSound(path("in.wav"));
+    for (int channel = 0; channel < 8; ++channel) {
+        const std::vector<int16_t> next = channelOf(sound, (channel + 1) % 8);
+        rewire(channel, [&](std::vector<int16_t>& samples) { samples = next; });
+    }
+    const json findings = reportOf()["findings"];
+    ASSERT_EQ(findings.size(), 2u) << findings;
+    EXPECT_EQ(findings[0].get<std::string>().rfind("microphone 7 does not hear what the others hear", 0), 0u);
+    EXPECT_EQ(findings[1],
+              "the far end is heard without any delay, as in no room: its channel holds a microphone; see "
+              "--channel-map and --far-end-channel");
+}
+
+TEST_F(RealRecording, WithADelayThatTheEngineHasNotFoundSaysSo) {
+    recordCall();
+    rewire(0, [](std::vector<int16_t>& samples) {
+        samples.insert(samples.begin(), 3200, int16_t{0});
+        samples.resize(samples.size() - 3200);
+    });
+    const std::string out = process({"--far-end-channel", "0"}).out;
+    EXPECT_NE(out.find("; engine: no delay found\n"), std::string::npos) << out;
+}
+
 TEST_F(RealRecording, WithADelayThatJumpedIsNamed) {
     recordCall({"--echo-delay", "50", "--echo-jump", "11", "--echo-jump-by", "40"});
     expectFinding(reportOf(), "the engine has the delay of the echo, ");
@@ -143,6 +174,15 @@ TEST_F(RealRecording, WithADeadMicrophoneIsNamed) {
     EXPECT_EQ(report["microphones"][0]["finding"], report["findings"][0]);
     EXPECT_TRUE(report["microphones"][0]["rms_dbfs"].is_null());
     EXPECT_NE(process().out.find("\n  note      microphone 1 is silent"), std::string::npos);
+}
+
+TEST_F(RealRecording, WithADeadCentreHasTheEchoOfTheOthers) {
+    recordCall({"--echo-delay", "123"});
+    rewire(1, [](std::vector<int16_t>& samples) { samples.assign(samples.size(), 0); });
+    const json report = reportOf();
+    EXPECT_NEAR(report["echo"]["lag_ms"], 124, 1.5);
+    EXPECT_GT(report["echo"]["alone"]["return_loss_enhancement_db"], 20);
+    EXPECT_EQ(report["findings"][0], "microphone 1 is silent: it is dead or not connected");
 }
 
 TEST_F(RealRecording, WithAMicrophoneThatHearsItsOwnNoiseAloneIsNamed) {
@@ -197,6 +237,18 @@ TEST_F(RealRecording, WithExchangedMicrophonesIsNamed) {
     record({"--seconds", "4", "--azimuth", "20", "--reverberation", "0.3"});
     expectFinding(reportOf({"--channel-map", "1,2,6,4,5,3,7"}),
                   "the microphones 3 and 6 seem to have changed places");
+}
+
+// That of the engine's rows, and all channels late by one.
+TEST_F(RealRecording, InAnotherOrderHasTheMapThatPutsItRight) {
+    record({"--seconds", "4", "--azimuth", "20", "--reverberation", "0.3"});
+    const std::string map =
+        "the microphones are in another order, which --channel-map 1,2,3,4,5,6,7 puts right";
+    for (const char* order : {"1,3,2,5,6,7,4", "1,3,2,7,4,5,6", "7,1,2,3,4,5,6"}) {
+        const json findings = reportOf({"--channel-map", order})["findings"];
+        ASSERT_EQ(findings.size(), 1u) << order << findings;
+        EXPECT_NE(findings[0].get<std::string>().find(map), std::string::npos) << order << findings;
+    }
 }
 
 TEST_F(RealRecording, WithAnExchangeThatTheSoundDoesNotShowHasNoFinding) {
