@@ -67,7 +67,7 @@ void add(const Trial& trial, uint32_t seed, const std::vector<Recording>& record
             const std::vector<double>& times = recording.outputs.microseconds[s];
             append(times, report.microseconds[s]);
             addLongest(times, trial.title, seed, report.longest[s]);
-            if (far_end) append(times, report.with_far_end[seed].of[s]);
+            append(times, far_end ? report.with_far_end[seed].of[s] : report.without_far_end.of[s]);
         }
     }
 }

@@ -38,6 +38,7 @@ struct Report {
     std::vector<LongBlock> longest[kSystems];    // three of each scene
     std::vector<double> microseconds[kSystems];  // all blocks
     std::map<uint32_t, Blocks> with_far_end;     // those of scenes in which the far end speaks, by seed
+    Blocks without_far_end;                      // those of the others
 };
 
 void add(const Trial& trial, uint32_t seed, const std::vector<Recording>& recordings, Report& report);

@@ -12,6 +12,8 @@ using se_scene::SceneOptions;
 constexpr uint32_t kFirstNumber = 50;  // after those of the echo trials
 
 constexpr Span kInNoise{2, 12};
+constexpr Span kFirstWords{2, 4};
+constexpr int kOnsets = 4;
 constexpr double kOnset = 0.6;         // seconds
 constexpr double kOnsetShare = 0.668;  // -3.5 dB
 constexpr Span kDoubleTalk{3, 7};
@@ -37,6 +39,13 @@ SceneOptions inNoise(const TrialOptions& options, uint32_t number, double snr_db
     SceneOptions scene = drawScene(options, number, kInNoise.end_s);
     scene.talker_start_s = kInNoise.begin_s;
     scene.diffuse_noise_dbfs = kTalkerDbfs - snr_db;
+    return scene;
+}
+
+SceneOptions firstWords(const TrialOptions& options, uint32_t number) {
+    SceneOptions scene = drawScene(options, number, kFirstWords.end_s);
+    scene.talker_start_s = kFirstWords.begin_s;
+    scene.diffuse_noise_dbfs = kTalkerDbfs;
     return scene;
 }
 
@@ -89,12 +98,26 @@ double onsetOf(const Row& talker, const Span& span) {
 }
 
 std::vector<Figure> measureLoudNoise(const Recording& recording) {
-    const TalkerMeasure measure(recording, kInNoise);
-    std::vector<Figure> figures = measure.usual(kNoTarget);
-    const double begin_s = onsetOf(measure.direct(), kInNoise);
-    figures.push_back(measure.share("share of the first 0.6 s", {Aim::kAtLeast, kOnsetShare},
-                                    {{begin_s, begin_s + kOnset}}));
-    return figures;
+    return TalkerMeasure(recording, kInNoise).usual(kNoTarget);
+}
+
+// Of all beginnings together: each counts by its energy, as the noise that happens to look like a weak one would otherwise be
+// many times that talker.
+std::vector<Figure> figuresOfOnsets(const std::vector<Recording>& recordings) {
+    Figure all{"share of the first 0.6 s", "", {Aim::kAtLeast, kOnsetShare}, {}};
+    double energy = 0;
+    for (const Recording& recording : recordings) {
+        const TalkerMeasure measure(recording, kFirstWords);
+        const double begin_s = onsetOf(measure.direct(), kFirstWords);
+        const Span onset{begin_s, begin_s + kOnset};
+        const Figure one = measure.share(all.name.c_str(), all.target, {onset});
+        const double weight =
+            se_scene::powerOf(se_scene::excerpt(measure.direct(), onset.begin_s, onset.end_s));
+        for (const System s : {kEngine, kPeer}) all.values[s] += weight * one.values[s];
+        energy += weight;
+    }
+    for (double& value : all.values) value /= energy;
+    return {all};
 }
 
 std::vector<Figure> measureDeadMicrophone(const Recording& recording) {
@@ -190,6 +213,12 @@ std::vector<Trial> talkerTrials() {
         trials.push_back({trial.name, trial.title, scenes, measure});
         ++number;
     }
+    const auto onsets = [number](const TrialOptions& options) {
+        std::vector<SceneOptions> scenes;
+        for (uint32_t i = 0; i < kOnsets; ++i) scenes.push_back(firstWords(options, number + i));
+        return scenes;
+    };
+    trials.push_back({"onsets", "first words in noise as loud", onsets, figuresOfOnsets});
     return trials;
 }
 

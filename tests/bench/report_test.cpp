@@ -1,5 +1,6 @@
 // Which figures count as reached, which system is ahead, and which blocks' times are compared.
 #include "bench/engine_vs_peer/report.h"
+#include "bench/engine_vs_peer/report_table.h"
 
 #include <gtest/gtest.h>
 
@@ -85,4 +86,17 @@ TEST(TimesWithFarEnd, AreNoneWithoutAFarEnd) {
     Report report;
     addScene(1, recordingOf(se_scene::kSilent, {1}, {1}), &report);
     EXPECT_TRUE(timesWithFarEnd(report).empty());
+}
+
+// The blocks of a recording without a far end take a third of the time: a call in which it seldom speaks is no fault.
+TEST(WorstBlock, IsComparedWithTheMedianOfItsKind) {
+    Report report;
+    addScene(1, recordingOf(-20, {90, 100, 299}, {1, 1, 2}), &report);
+    addScene(1, recordingOf(se_scene::kSilent, {20, 30, 91}, {1, 1, 2}), &report);
+    const std::vector<Cells> table = cellsOf(report);
+    ASSERT_EQ(table.size(), 4u);
+    EXPECT_EQ(table[2], (Cells{"the far end speaks", "worst block of 0 min", "299 µs", "2 µs", "peer",
+                               "3 times their median, 100 µs", "reached"}));
+    EXPECT_EQ(table[3], (Cells{"no far end", "worst block of 0 min", "91 µs", "2 µs", "peer",
+                               "3 times their median, 30 µs", "not reached"}));
 }
