@@ -50,4 +50,8 @@ bool MicrophoneFaults::any() const {
     return std::any_of(std::begin(faulty_), std::end(faulty_), [](bool faulty) { return faulty; });
 }
 
+int MicrophoneFaults::firstWorking() const {
+    return static_cast<int>(std::find(std::begin(faulty_), std::end(faulty_), false) - std::begin(faulty_));
+}
+
 }  // namespace reference_engine

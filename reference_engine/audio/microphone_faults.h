@@ -18,6 +18,7 @@ class MicrophoneFaults {
     static constexpr int kMostFaulty = 3;
 
     bool any() const;
+    int firstWorking() const;
 
   private:
     bool differs(int microphone, float usual) const;

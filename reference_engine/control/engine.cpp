@@ -22,6 +22,10 @@ uint64_t meanEnergyOf(const MicrophoneBlock& block) {
     return energy / kMicrophones;
 }
 
+void exchange(MicrophoneBlock& block, int a, int b) {
+    if (a != b) std::swap_ranges(block[a], block[a] + kBlock, block[b]);
+}
+
 }  // namespace
 
 void Engine::init() {
@@ -97,7 +101,12 @@ void Engine::cancelEcho(MicrophoneBlock& in, MicrophoneBlock& out) {
     int16_t far_end[kBlock];
     high_pass_.processFarEnd(receive_path_.played(), far_end);
     receive_path_.endBlock();
+    // The first microphone tells the canceller the delay, the clocks and changes of the path.
+    const int first = faults_.firstWorking();
+    exchange(in, 0, first);
     echo_canceller_.process(far_end, in, out);
+    exchange(in, 0, first);
+    exchange(out, 0, first);
     g_readings.echo_enhancement_db = echo_canceller_.enhancementDb();
     std::copy(std::begin(echo_canceller_.pathEnergy()), std::end(echo_canceller_.pathEnergy()),
               g_readings.echo_path_energy);
@@ -117,7 +126,7 @@ void Engine::search(const MicrophoneBlock& block) {
         search_.restart();
         g_settings.restart_search = 0;
     }
-    if (echo_canceller_.active()) {
+    if (echo_canceller_.active() && !faults_.faulty(0)) {  // the paths are in the order of the microphones
         search_.followLoudspeaker(echo_canceller_.firstPaths(), echo_canceller_.unknownShare());
     }
     search_.update(spectra_, residual_echo_.power(), meanEnergyOf(block), g_settings.search_gate_energy);

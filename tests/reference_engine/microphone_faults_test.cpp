@@ -119,3 +119,13 @@ TEST_P(MicrophoneFaults, LeaveTheEchoCancelled) {
         EXPECT_GE(decibels(powerOf(between(rows[0], 4, 6)) / powerOf(between(out, 4, 6))), 25) << m;
     }
 }
+
+// The first microphone tells the canceller the delay; here that is beyond the taps.
+TEST_P(MicrophoneFaults, LeaveTheDelayOfTheEchoToAMicrophoneThatWorks) {
+    se_scene::SceneOptions options = echoOptions(GetParam(), 6);
+    options.echo_delay_ms = 480;
+    options.dead_channel = 1;
+    EXPECT_GT(enhancement(makeScene(options), 4, 6), 20);
+    EXPECT_NEAR(engine.SEDiagGetFloat32(engine.diag("seaec_delay_ms")), 480, 2);
+    EXPECT_EQ(faulty(), only(0));
+}
