@@ -55,7 +55,8 @@ std::string wrongFarEnd(const CallReport& report) {
     if (!report.echo_lag_ms) return {};
     const double lag = *report.echo_lag_ms;
     if (std::abs(lag) < kAtOnceMs) {
-        return "the far end is heard without any delay, as in no room: its channel holds a microphone; see "
+        return "the far end is heard without any delay, as in no room: its channel seems to hold a "
+               "microphone; see "
                "--channel-map and --far-end-channel";
     }
     if (lag < kEarliestMs) {
