@@ -56,8 +56,7 @@ std::string wrongFarEnd(const CallReport& report) {
     const double lag = *report.echo_lag_ms;
     if (std::abs(lag) < kAtOnceMs) {
         return "the far end is heard without any delay, as in no room: its channel seems to hold a "
-               "microphone; see "
-               "--channel-map and --far-end-channel";
+               "microphone; see --channel-map and --far-end-channel";
     }
     if (lag < kEarliestMs) {
         return stringPrintf(
@@ -106,16 +105,15 @@ Json numberOrNull(const std::optional<double>& number) {
     return number ? Json(*number) : Json(nullptr);
 }
 
-// With the channels as they are now.
-std::string channelMapOf(const std::vector<int>& order, const Recording& recording) {
-    std::string map;
+// The map that takes each microphone from where it is found.
+std::string correctedMap(const std::vector<int>& order, const Recording& recording) {
+    const ChannelMap map = recording.channel_map.value_or(ChannelMap());
+    std::string text, separator;
     for (const int microphone : order) {
-        const int channel = recording.channel_map
-                                ? recording.channel_map->microphones[static_cast<size_t>(microphone - 1)]
-                                : microphone;
-        map += stringPrintf("%s%d", map.empty() ? "" : ",", channel);
+        text += separator + std::to_string(map.microphones[static_cast<size_t>(microphone - 1)]);
+        separator = ",";
     }
-    return map;
+    return map.far_end ? text + "," + std::to_string(*map.far_end) : text;
 }
 
 std::string exchangeFinding(const ExchangedMicrophones& found, const Recording& recording) {
@@ -127,7 +125,7 @@ std::string exchangeFinding(const ExchangedMicrophones& found, const Recording& 
     if (!text.empty()) text = "the microphones " + text + " seem to have changed places, or ";
     if (!found.order.empty()) {
         text += "the microphones are in another order, which --channel-map " +
-                channelMapOf(found.order, recording) + " puts right, or ";
+                correctedMap(found.order, recording) + " puts right, or ";
     }
     return text.empty() ? text : text + "the array is another one: see --channel-map and --array";
 }

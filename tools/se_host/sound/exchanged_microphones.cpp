@@ -36,12 +36,15 @@ using Phases = std::array<std::array<Complex, kBins>, kMicrophones>;  // of a fr
 using Order = std::array<size_t, kMicrophones>;                       // the row that stands at each place
 
 constexpr Order kOtherOrders[] = {
+    // Recorded in the order of the engine's rows, and mapped as if it were.
     {0, 2, 1, 6, 3, 4, 5},
-    {0, 2, 1, 4, 5, 6, 3},  // recorded in the order of the engine's rows, and mapped as if it were
+    {0, 2, 1, 4, 5, 6, 3},
+    // All late or early by one.
     {1, 2, 3, 4, 5, 6, 0},
-    {6, 0, 1, 2, 3, 4, 5},  // all late or early by one
+    {6, 0, 1, 2, 3, 4, 5},
+    // The outer ones.
     {0, 2, 3, 4, 5, 6, 1},
-    {0, 6, 1, 2, 3, 4, 5},  // the outer ones
+    {0, 6, 1, 2, 3, 4, 5},
 };
 
 double hertzOf(size_t k) {
@@ -129,7 +132,7 @@ double responseOf(const std::vector<Phases>& frames, const std::vector<Phases>& 
     return sum / static_cast<double>(std::max<size_t>(frames.size(), 1));
 }
 
-// In the order of `order`, which it leaves as it was.
+// With each pair of `order` exchanged.
 std::map<MicrophonePair, double> responsesOfPairs(const std::vector<Phases>& frames,
                                                   const std::vector<Phases>& directions, Order order) {
     std::map<MicrophonePair, double> responses;

@@ -250,6 +250,10 @@ TEST_F(RealRecording, InAnotherOrderHasTheMapThatPutsItRight) {
         ASSERT_EQ(findings.size(), 1u) << order << findings;
         EXPECT_NE(findings[0].get<std::string>().find(map), std::string::npos) << order << findings;
     }
+    const json with_far_end = reportOf({"--channel-map", "1,3,2,5,6,7,4,0"})["findings"];
+    EXPECT_NE(with_far_end[0].get<std::string>().find("--channel-map 1,2,3,4,5,6,7,0 puts right"),
+              std::string::npos)
+        << with_far_end;
 }
 
 TEST_F(RealRecording, WithAnExchangeThatTheSoundDoesNotShowHasNoFinding) {
