@@ -5,6 +5,7 @@
 
 #include "reference_engine/audio/superdirective.h"
 #include "reference_engine/engine_interface.h"
+#include "reference_engine/lanes/wide_registers.h"
 #include "reference_engine/routines/fixed_point.h"
 
 namespace reference_engine {
@@ -60,7 +61,7 @@ void BeamFormer::blend(const int16_t* robust, const int16_t* difference, int16_t
 }
 
 // Of the microphones' last block, through weights for a location.
-void BeamFormer::filter(const BeamWeights& weights, int location, int16_t* out) {
+FOR_WIDE_REGISTERS void BeamFormer::filter(const BeamWeights& weights, int location, int16_t* out) {
     int32_t sums[kBlock] = {};
     for (int m = 0; m < kMicrophones; ++m) {
         int16_t taps[kBeamTaps], steered[kBlock];
@@ -72,8 +73,8 @@ void BeamFormer::filter(const BeamWeights& weights, int location, int16_t* out) 
     for (int i = 0; i < kBlock; ++i) out[i] = scaledBack(sums[i], weights.shift);
 }
 
-void BeamFormer::process(const MicrophoneBlock& in, int location, bool sharpness_follows,
-                         float most_sharpness, int16_t* out) {
+FOR_WIDE_REGISTERS void BeamFormer::process(const MicrophoneBlock& in, int location, bool sharpness_follows,
+                                            float most_sharpness, int16_t* out) {
     beams_.location[0] = location;
     beams_.location[1] = otherThan(location);
     for (int m = 0; m < kMicrophones; ++m) lines_[m].push(in[m]);

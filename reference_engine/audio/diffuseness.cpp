@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "reference_engine/audio/geometry.h"
+#include "reference_engine/lanes/wide_registers.h"
 #include "reference_engine/routines/flushed.h"
 
 namespace reference_engine {
@@ -50,7 +51,7 @@ void Diffuseness::init() {
     }
 }
 
-void Diffuseness::update(const MicrophoneSpectra& spectra) {
+FOR_WIDE_REGISTERS void Diffuseness::update(const MicrophoneSpectra& spectra) {
     Lanes leads = {};
     float energy = 0;
     for (int k = kFirstBin; k < kLastBin; ++k) {

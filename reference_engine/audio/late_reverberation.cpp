@@ -1,5 +1,6 @@
 #include "reference_engine/audio/late_reverberation.h"
 
+#include "reference_engine/lanes/wide_registers.h"
 #include "reference_engine/routines/flushed.h"
 
 namespace reference_engine {
@@ -12,7 +13,7 @@ constexpr float kShare = 0.03f;
 
 }  // namespace
 
-void LateReverberation::update(const float (&speech)[kSpectralBins]) {
+FOR_WIDE_REGISTERS void LateReverberation::update(const float (&speech)[kSpectralBins]) {
     newest_ = (newest_ + 1) % kDelay;
     for (int k = 0; k < kSpectralBins; ++k) speech_[newest_][k] = speech[k];
     const float(&reflected)[kSpectralBins] = speech_[(newest_ + 1) % kDelay];

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "reference_engine/lanes/wide_registers.h"
 #include "reference_engine/routines/elementary.h"
 
 namespace reference_engine {
@@ -33,7 +34,7 @@ int64_t correlationOf(const int16_t* a, const int16_t* b) {
     return int64_t{high} * 65536 + low;
 }
 
-uint64_t energyOf(const int16_t* samples) {
+FOR_WIDE_REGISTERS uint64_t energyOf(const int16_t* samples) {
     return static_cast<uint64_t>(correlationOf(samples, samples));
 }
 
@@ -52,7 +53,7 @@ int32_t peakOf(const int16_t* samples) {
     return std::max(-int32_t{least}, int32_t{largest});
 }
 
-void meterMicrophones(const MicrophoneBlock& block, Readings* readings) {
+FOR_WIDE_REGISTERS void meterMicrophones(const MicrophoneBlock& block, Readings* readings) {
     for (int m = 0; m < kMicrophones; ++m) {
         const int i = kChannelOf[m] - 1;
         readings->microphone_energy[i] = energyOf(block[m]);

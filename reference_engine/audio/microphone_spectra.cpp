@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "reference_engine/lanes/wide_registers.h"
 #include "reference_engine/routines/elementary.h"
 
 namespace reference_engine {
@@ -14,7 +15,7 @@ void MicrophoneSpectra::init() {
     samples_.clear();
 }
 
-void MicrophoneSpectra::update(const MicrophoneBlock& in, const MicrophoneBlock& clean) {
+FOR_WIDE_REGISTERS void MicrophoneSpectra::update(const MicrophoneBlock& in, const MicrophoneBlock& clean) {
     const int16_t* rows[kLanes];
     for (int m = 0; m < kMicrophones; ++m) rows[m] = clean[m];
     rows[kEchoLane] = in[0];

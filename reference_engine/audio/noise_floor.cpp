@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "reference_engine/lanes/wide_registers.h"
 #include "reference_engine/routines/flushed.h"
 
 namespace reference_engine {
@@ -45,7 +46,8 @@ float presenceOfSpeech(float observed, float noise) {
 }  // namespace
 
 // Digital silence contains no information about the noise.
-void NoiseFloor::update(const Spectrum& spectrum, const float (&observed)[kSpectralBins], float diffuseness) {
+FOR_WIDE_REGISTERS void NoiseFloor::update(const Spectrum& spectrum, const float (&observed)[kSpectralBins],
+                                           float diffuseness) {
     const bool silent = std::all_of(std::begin(spectrum.values), std::end(spectrum.values),
                                     [](int16_t value) { return value == 0; });
     if (silent) return;

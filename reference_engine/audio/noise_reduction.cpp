@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "reference_engine/lanes/wide_registers.h"
 #include "reference_engine/routines/fixed_point.h"
 
 namespace reference_engine {
@@ -28,8 +29,8 @@ void NoiseReduction::weigh(Spectrum& spectrum) const {
     std::copy(std::begin(weighted), std::end(weighted), spectrum.values);
 }
 
-void NoiseReduction::process(const int16_t* in, const float (&echo)[kSpectralBins], float diffuseness,
-                             const Settings& settings, int16_t* out) {
+FOR_WIDE_REGISTERS void NoiseReduction::process(const int16_t* in, const float (&echo)[kSpectralBins],
+                                                float diffuseness, const Settings& settings, int16_t* out) {
     Spectrum spectrum;
     float reduced[kBlock];
     analysis_.analyse(in, spectrum);

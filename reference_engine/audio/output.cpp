@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "reference_engine/lanes/wide_registers.h"
 #include "reference_engine/routines/elementary.h"
 
 namespace reference_engine {
@@ -24,8 +25,8 @@ int32_t Output::nextGain(bool rejected, const Settings& settings) {
     return static_cast<int32_t>(static_cast<float>(settings.output_gain_q10 * 32) * rejection_);
 }
 
-void Output::play(const int16_t* in, bool rejected, const Settings& settings, uint64_t sample_clock,
-                  int16_t* out) {
+FOR_WIDE_REGISTERS void Output::play(const int16_t* in, bool rejected, const Settings& settings,
+                                     uint64_t sample_clock, int16_t* out) {
     const int32_t gain = nextGain(rejected, settings);
     if (gain_ < 0) gain_ = gain;
     int32_t samples[kBlock];

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "reference_engine/lanes/wide_registers.h"
 #include "reference_engine/routines/elementary.h"
 #include "reference_engine/routines/fixed_point.h"
 #include "reference_engine/routines/flushed.h"
@@ -50,7 +51,7 @@ void SpectralAnalysis::init() {
     designWindow(1, window_);
 }
 
-void SpectralAnalysis::analyse(const int16_t* in, Spectrum& out) {
+FOR_WIDE_REGISTERS void SpectralAnalysis::analyse(const int16_t* in, Spectrum& out) {
     std::copy(samples_ + kBlock, samples_ + kSpectralFrame, samples_);
     for (int i = 0; i < kBlock; ++i) {
         samples_[kSpectralDelay + i] = in[i] - kEmphasis * last_;
@@ -76,7 +77,7 @@ void SpectralSynthesis::init() {
     designWindow(kUndoHeadroom / kOverlapSum, window_);
 }
 
-void SpectralSynthesis::synthesise(Spectrum& in, float* out) {
+FOR_WIDE_REGISTERS void SpectralSynthesis::synthesise(Spectrum& in, float* out) {
     int16_t frame[kSpectralSize];
     InvDftFcnHook(&dft_, in.values, kInverse, kHeadroom, frame, kSpectralSize);
     const float unscale = 1 / in.scale;

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "reference_engine/lanes/wide_registers.h"
 #include "reference_engine/routines/flushed.h"
 
 namespace reference_engine {
@@ -57,8 +58,8 @@ float presenceAround(const float* sums, const Neighbourhood& around, float weigh
 
 }  // namespace
 
-void SpectralGain::update(const float (&power)[kSpectralBins], const NoiseFloor& noise,
-                          const float (&echo)[kSpectralBins], const Settings& settings) {
+FOR_WIDE_REGISTERS void SpectralGain::update(const float (&power)[kSpectralBins], const NoiseFloor& noise,
+                                             const float (&echo)[kSpectralBins], const Settings& settings) {
     const float safety = weightOf(settings.echo_safety_factor_q10);
     const float weight = weightOf(settings.nf_weight_factor_q10);
     float residue[kSpectralBins];  // of echo and reverberation
@@ -93,7 +94,7 @@ void SpectralGain::followRatios(const float (&power)[kSpectralBins], const float
 }
 
 // The first and the last bin stand for those beyond them.
-void SpectralGain::findPresence(float diffuse, float weight) {
+FOR_WIDE_REGISTERS void SpectralGain::findPresence(float diffuse, float weight) {
     constexpr int kReach = kWide.reach;
     float sums[kSpectralBins + 2 * kReach + 1];
     sums[0] = 0;

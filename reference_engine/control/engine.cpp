@@ -50,6 +50,7 @@ void Engine::init() {
     output_.init();
     receive_path_.init();
     noise_test_.init(&g_readings.noise_test);
+    reported_location_ = -1;
     ready_ = true;
 }
 
@@ -150,6 +151,14 @@ float Engine::mostSharpness() const {
     return faults_.any() ? most / 2 : most;
 }
 
+void Engine::reportSteering(int location) {
+    for (int m = 0; m < kMicrophones; ++m) {
+        g_readings.steering_delay_ns[kChannelOf[m] - 1] =
+            static_cast<int32_t>(std::lround(leadOf(m, azimuthOf(location)) * 1e9));
+    }
+    reported_location_ = location;
+}
+
 void Engine::report(const MicrophoneBlock& microphones, const int16_t* out) {
     const int location = look_.location();
     meterMicrophones(microphones, &g_readings);
@@ -163,10 +172,7 @@ void Engine::report(const MicrophoneBlock& microphones, const int16_t* out) {
     g_readings.confidence = look_.confidence();
     std::copy(std::begin(search_.response()), std::end(search_.response()), g_readings.response);
     ++g_readings.blocks_at_location[location];
-    for (int m = 0; m < kMicrophones; ++m) {
-        g_readings.steering_delay_ns[kChannelOf[m] - 1] =
-            static_cast<int32_t>(std::lround(leadOf(m, azimuthOf(location)) * 1e9));
-    }
+    if (location != reported_location_) reportSteering(location);
     std::copy(out, out + kBlock, g_readings.output_block);
     g_readings.output_dbfs = dbfsOf(energyOf(out));
     g_readings.output_correlation = correlationOf(out, beam_former_.centre());

@@ -33,6 +33,7 @@ class Engine {
     bool mostlyEcho() const;
     float mostSharpness() const;
     void report(const MicrophoneBlock& microphones, const int16_t* out);
+    void reportSteering(int location);
 
     bool ready_ = false;
     HighPass high_pass_;
@@ -49,6 +50,7 @@ class Engine {
     Output output_;
     ReceivePath receive_path_;
     NoiseTest noise_test_;
+    int reported_location_ = -1;
 };
 
 extern Engine g_engine;

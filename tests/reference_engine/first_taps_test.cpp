@@ -1,4 +1,4 @@
-// The echo of the newest block: the convolution of its samples with the first taps of each path.
+// The echo of the newest blocks: the convolution of their samples with the first taps of each path.
 #include "reference_engine/audio/echo/first_taps.h"
 
 #include <gtest/gtest.h>
@@ -20,7 +20,8 @@ class FirstTapsTest : public testing::Test {
   protected:
     FirstTapsTest() { taps_.init(); }
 
-    float echoBySum(const float (&taps)[kBlock], int i, float factor) const {
+    // Of sample i of the far end.
+    float echoBySum(const float (&taps)[kPartition], int i, float factor) const {
         double sum = 0;
         for (int n = 0; n <= i; ++n) {
             sum += static_cast<double>(taps[n]) * static_cast<double>(factor) * far_end_[i - n];
@@ -28,50 +29,53 @@ class FirstTapsTest : public testing::Test {
         return static_cast<float>(sum);
     }
 
+    void expectEchoOfNoise(const float (&taps)[kPartition], int blocks) {
+        for (int16_t& sample : far_end_) sample = static_cast<int16_t>(random_() % 16384 - 8192);
+        for (Lanes& sample : echo_) sample = Lanes{} + 1000;
+        taps_.addEcho(far_end_, blocks, echo_);
+        for (int i = 0; i < kBlock; ++i) {
+            for (int m = 0; m < kLanes; ++m) {
+                const float factor = 1 / static_cast<float>(1 << m);
+                const float expected = 1000 + echoBySum(taps, (blocks - 1) * kBlock + i, factor);
+                EXPECT_NEAR(echo_[i][m], expected, 6) << blocks << ' ' << i << ' ' << m;
+            }
+        }
+    }
+
     // A lane has half the taps of the one before.
-    void set(const float (&taps)[kBlock]) {
-        Lanes all[kBlock];
-        for (int n = 0; n < kBlock; ++n) {
+    void set(const float (&taps)[kPartition]) {
+        Lanes all[kPartition];
+        for (int n = 0; n < kPartition; ++n) {
             for (int m = 0; m < kLanes; ++m) all[n][m] = taps[n] / static_cast<float>(1 << m);
         }
         taps_.set(all);
     }
 
     FirstTaps taps_;
-    int16_t far_end_[kBlock] = {};
+    int16_t far_end_[kPartition] = {};
     Lanes echo_[kBlock] = {};
     std::mt19937 random_{1};
 };
 
 }  // namespace
 
-TEST_F(FirstTapsTest, AddTheEchoOfTheBlockAlone) {
-    float taps[kBlock];
+TEST_F(FirstTapsTest, AddTheEchoOfTheNewestBlocksAlone) {
+    float taps[kPartition];
     std::uniform_real_distribution<float> tap(-0.05F, 0.05F);
     for (float& value : taps) value = tap(random_);
     set(taps);
-    for (int block = 0; block < 3; ++block) {
-        for (int16_t& sample : far_end_) sample = static_cast<int16_t>(random_() % 16384 - 8192);
-        for (Lanes& sample : echo_) sample = Lanes{} + 1000;
-        taps_.addEcho(far_end_, echo_);
-        for (int i = 0; i < kBlock; ++i) {
-            for (int m = 0; m < kLanes; ++m) {
-                const float expected = 1000 + echoBySum(taps, i, 1 / static_cast<float>(1 << m));
-                EXPECT_NEAR(echo_[i][m], expected, 3) << block << ' ' << i << ' ' << m;
-            }
-        }
-    }
+    for (const int blocks : {1, 2, 1, 1, 2, 2}) expectEchoOfNoise(taps, blocks);
 }
 
 // Loud taps and a loud block: no sum of 32 bits wraps.
 TEST_F(FirstTapsTest, DoNotWrapAtFullScale) {
-    float taps[kBlock];
-    for (int n = 0; n < kBlock; ++n) taps[n] = n % 2 == 0 ? 2.0F : -2.0F;
+    float taps[kPartition];
+    for (int n = 0; n < kPartition; ++n) taps[n] = n % 2 == 0 ? 2.0F : -2.0F;
     set(taps);
-    for (int i = 0; i < kBlock; ++i) far_end_[i] = i % 2 == 0 ? 32767 : -32768;
-    taps_.addEcho(far_end_, echo_);
+    for (int i = 0; i < kPartition; ++i) far_end_[i] = i % 2 == 0 ? 32767 : -32768;
+    taps_.addEcho(far_end_, 2, echo_);
     for (int i = 0; i < kBlock; ++i) {
-        const float expected = echoBySum(taps, i, 1);
+        const float expected = echoBySum(taps, kBlock + i, 1);
         EXPECT_NEAR(echo_[i][0], expected, 1e-3F * std::abs(expected));
     }
 }
@@ -79,7 +83,7 @@ TEST_F(FirstTapsTest, DoNotWrapAtFullScale) {
 TEST_F(FirstTapsTest, LeaveTheEchoAsItIsWithoutTaps) {
     far_end_[0] = 32767;
     echo_[7][2] = 5;
-    taps_.addEcho(far_end_, echo_);
+    taps_.addEcho(far_end_, 1, echo_);
     EXPECT_EQ(echo_[7][2], 5);
     EXPECT_EQ(echo_[0][0], 0);
 }

@@ -20,6 +20,9 @@ class EchoAlignment {
     bool learned() const { return learned_blocks_ >= kLearnedBlocks; }
     bool matches() const { return heard_ > kMatching * left_; }
 
+    // Whether it is known by how much the echo follows the far end.
+    bool knowsLead() const { return lead_ >= 0; }
+
     // in: delay of the echo and of the far end, in samples. The new delay of the far end, if it is to move.
     std::optional<int> newDelay(int echo, double far_end);
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "reference_engine/audio/meters.h"
+#include "reference_engine/lanes/wide_registers.h"
 #include "reference_engine/routines/elementary.h"
 #include "reference_engine/routines/flushed.h"
 
@@ -28,7 +29,6 @@ constexpr float kUnknownStep = 0.1f;  // a block
 constexpr float kKnown = 0.05f;       // of the echo's power: the paths are known
 
 constexpr float kFullScale = 32767;
-constexpr int kLastBlock = kEchoFrame - kBlock;
 
 // Mean of each bin and its neighbours.
 void smooth(EchoBins* power) {
@@ -40,6 +40,12 @@ void smooth(EchoBins* power) {
         const int end = std::min(kEchoBins, k + kNeighbours + 1);
         power->value[k] = (sums[end] - sums[begin]) / static_cast<float>(end - begin);
     }
+}
+
+FOR_WIDE_REGISTERS void energies(const Lanes* signals, Lanes* sums) {
+    Lanes sum = {};
+    for (int i = 0; i < kBlock; ++i) sum += signals[i] * signals[i];
+    *sums = sum;
 }
 
 }  // namespace
@@ -57,6 +63,8 @@ void EchoCanceller::init() {
     found_delay_.reset();
     restart_after_move_ = false;
     turns_.init();
+    settled_ = false;
+    later_ = 0;
     heard_ = left_ = 0;
 }
 
@@ -73,17 +81,26 @@ void EchoCanceller::process(const int16_t* far_end, const MicrophoneBlock& in, M
     far_end_.push(far_end, drift_.step());
     remember(in);
     if (far_end_.silent()) {
+        later_ = 0;
         std::copy(in[0], in[0] + kMicrophones * kBlock, out[0]);
         return;
     }
     if (far_end_.transform() && restart_after_move_) restart();
-    found_delay_ = delay_.update(far_end_.played());
-    constrain();
+    found_delay_ = delay_.update(far_end_.played(), !settled_ || !alignment_.knowsLead());
     predict();
+    subtract();
     output(out);
     const bool audible = energyOf(far_end) > kAudibleEnergy;
     if (audible) measure(in, out);
-    learn();
+    if (later_ == 0) {
+        learn();
+    } else {
+        kalman_.expect(far_end_);
+    }
+    settled_ = settled();
+    measureUnknown();
+    compareWithShadow();
+    if (later_ == 0) constrain();
     expected_ = kalman_.residual();
     starting_echo_.raise(far_end_, audible, expected_);
     followDelay();
@@ -98,20 +115,30 @@ void EchoCanceller::remember(const MicrophoneBlock& in) {
     laneKernels().gather(rows, kBlock, &microphones_.advance()->lanes);
 }
 
-void EchoCanceller::constrain() {
-    filter_.constrain(turns_.constrained(), fft_, signals_);
-    if (turns_.constrained() == 0) first_taps_.set(signals_);
+// The second block of two comes with the delay's search, so that both take about the same time.
+void EchoCanceller::predict() {
+    if (later_ > 0) {
+        --later_;
+        ++predicted_;
+        return;
+    }
+    later_ = settled_ && !far_end_.moving() && !delay_.compared() ? kPartitionBlocks - 1 : 0;
+    predicted_ = 1;
+    filter_.predict(far_end_, later_, spectra_);
+    fft_.backward(spectra_, echo_);
 }
 
-// echo_ and errors_: of the whole window.
-void EchoCanceller::predict() {
-    constexpr int kBegin = kEchoFrame - kEchoWindow;
-    filter_.predict(far_end_, spectra_);
-    fft_.backward(spectra_, echo_);
-    first_taps_.addEcho(far_end_.newest(), echo_ + kLastBlock);
+// errors_: of the newest block; of the whole window, if they are to be learnt from.
+void EchoCanceller::subtract() {
+    first_taps_.addEcho(far_end_.newest(predicted_), predicted_, echo_ + newest());
+    const int begin = later_ == 0 ? kEchoFrame - kEchoWindow : newest();
+    const int count = newest() + kBlock - begin;
     Lanes energy;
-    laneKernels().subtract(microphones() + kBegin, echo_ + kBegin, kEchoWindow, errors_ + kBegin, &energy);
-    echo_energy_ = energy[EchoFilter::kMainLane];
+    laneKernels().subtract(microphones() + kEchoFrame - count, echo_ + begin, count, errors_ + begin,
+                           &energy);
+    if (later_ == 0) echo_energy_ = energy[EchoFilter::kMainLane];
+    energies(echo_ + newest(), &newest_echo_);
+    energies(errors_ + newest(), &newest_errors_);
 }
 
 void EchoCanceller::output(MicrophoneBlock& out) const {
@@ -120,7 +147,7 @@ void EchoCanceller::output(MicrophoneBlock& out) const {
     int16_t* rows[kLanes];
     for (int m = 0; m < kMicrophones; ++m) rows[m] = out[m];
     rows[EchoFilter::kShadowLane] = of_shadow;
-    laneKernels().quantise(errors_ + kLastBlock, &unity, kFullScale, kBlock, rows);
+    laneKernels().quantise(errors_ + newest(), &unity, kFullScale, kBlock, rows);
 }
 
 void EchoCanceller::measure(const MicrophoneBlock& in, const MicrophoneBlock& out) {
@@ -141,20 +168,31 @@ void EchoCanceller::learn() {
     fft_.forward(errors_, filter_.errors());
     EchoBins error_power, shadow_error_power;
     laneKernels().powers(filter_.errors(), kEchoBins, error_power.value, shadow_error_power.value);
-    turns_.advance(alignment_.learned() && unknown_share_ < kKnown);
+    const bool known = alignment_.learned() && unknown_share_ < kKnown;
+    turns_.advance(!known || together() > 1);
     const PartitionSet& learning = turns_.learning();
-    kalman_.update(filter_.power(), far_end_, error_power, learning, filter_.steps());
-    measureUnknown();
-    shadow_kalman_.update(filter_.shadowPower(), far_end_, shadow_error_power, learning,
+    kalman_.update(filter_.power(), far_end_, error_power, learning, together(), filter_.steps());
+    shadow_kalman_.update(filter_.shadowPower(), far_end_, shadow_error_power, learning, together(),
                           filter_.shadowSteps());
     // A move replaces the spectra of the far end.
     const PartitionSet now = far_end_.moving() ? PartitionSet().set() : turns_.now();
     filter_.learn(far_end_, learning, now);
-    compareWithShadow();
+}
+
+void EchoCanceller::constrain() {
+    filter_.constrain(turns_.constrained(), fft_, signals_);
+    if (turns_.constrained() == 0) first_taps_.set(signals_);
+}
+
+// The paths match, in the last blocks and in this one: nothing is to be learnt in haste.
+bool EchoCanceller::settled() const {
+    const bool pause = energyOf(far_end_.newest(1)) < kAudibleEnergy;
+    const bool small = newest_errors_[EchoFilter::kMainLane] < newest_echo_[EchoFilter::kMainLane];
+    return alignment_.learned() && alignment_.matches() && (pause || small);
 }
 
 // Of a few blocks, at the first microphone.
-void EchoCanceller::measureUnknown() {
+FOR_WIDE_REGISTERS void EchoCanceller::measureUnknown() {
     Group sum = {};
     for (int g = 0; g < kEchoGroups; ++g) sum += kalman_.residual().groups()[g];
     float left = 0;
@@ -168,9 +206,8 @@ void EchoCanceller::measureUnknown() {
 // the main filter. (Ochiai, Araseki, Ogihara: Echo canceler with two echo path
 // models, IEEE Transactions on Communications 25(6), 1977.)
 void EchoCanceller::compareWithShadow() {
-    Lanes left = {};
-    for (int i = kLastBlock; i < kEchoFrame; ++i) left += errors_[i] * errors_[i];
-    const float main = left[EchoFilter::kMainLane], shadow = left[EchoFilter::kShadowLane];
+    const float main = newest_errors_[EchoFilter::kMainLane],
+                shadow = newest_errors_[EchoFilter::kShadowLane];
     main_left_ = flushed(kShadowMemory * main_left_ + (1 - kShadowMemory) * main);
     shadow_left_ = flushed(kShadowMemory * shadow_left_ + (1 - kShadowMemory) * shadow);
     if (shadow_left_ < kBetter * main_left_ && main_left_ > kAudibleEnergy) {
@@ -192,7 +229,7 @@ void EchoCanceller::followDelay() {
     if (far_end_.moving() || !alignment_.learned() || !alignment_.matches()) {
         drift_.hold();
     } else {
-        drift_.update(errors_ + kLastBlock - 1, echo_ + kLastBlock - 1);
+        drift_.update(errors_ + newest() - 1, echo_ + newest() - 1, together());
     }
     if (!found_delay_ || far_end_.moving()) return;
     const std::optional<int> delay = alignment_.newDelay(*found_delay_, far_end_.delay());

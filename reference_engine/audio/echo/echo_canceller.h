@@ -1,5 +1,6 @@
 // Acoustic echo canceller: predicts the echo of the loudspeaker at each microphone and subtracts it. It precedes the beam
-// former, so that a change of look direction does not disturb it. Threads: init [setup]; the others [audio] rt-safe.
+// former, so that a change of look direction does not disturb it. While the paths match it predicts the echo of two blocks
+// together, and learns after the second one. Threads: init [setup]; the others [audio] rt-safe.
 #pragma once
 
 #include "reference_engine/audio/echo/echo_alignment.h"
@@ -47,11 +48,15 @@ class EchoCanceller {
     void remember(const MicrophoneBlock& in);
     const Lanes* microphones() const { return &microphones_.values()->lanes; }  // the last frame
     void output(MicrophoneBlock& out) const;
+    int newest() const { return kEchoFrame - (1 + later_) * kBlock; }  // block of echo_ and errors_
+    int together() const { return predicted_ + later_; }               // blocks whose echo was predicted
     void constrain();
     void predict();
+    void subtract();
     void followDelay();
     void measure(const MicrophoneBlock& in, const MicrophoneBlock& out);
     void learn();
+    bool settled() const;
     void measureUnknown();
     void compareWithShadow();
     void restart();
@@ -68,6 +73,9 @@ class EchoCanceller {
     StartingEcho starting_echo_;
     EchoBins expected_;
     EchoTurns turns_;
+    bool settled_ = false;
+    int later_ = 0;      // blocks of the predicted echo that are still to come
+    int predicted_ = 1;  // blocks ago; 1: for the newest one
 
     SlidingWindow<LaneSample, kEchoFrame> microphones_;
     std::optional<int> found_delay_;
@@ -82,7 +90,8 @@ class EchoCanceller {
     alignas(LaneBin) LaneSignals signals_ = {};
     alignas(LaneBin) LaneSignals echo_ = {};
     alignas(LaneBin) LaneSignals errors_ = {};
-    float echo_energy_ = 0;  // at the first microphone, of the window
+    float echo_energy_ = 0;                        // at the first microphone, of the window
+    Lanes newest_echo_ = {}, newest_errors_ = {};  // energies of the newest block
     LaneSpectra spectra_ = {};
 };
 

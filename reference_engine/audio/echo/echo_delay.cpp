@@ -4,6 +4,7 @@
 #include <cmath>
 #include <iterator>
 
+#include "reference_engine/lanes/wide_registers.h"
 #include "reference_engine/routines/elementary.h"
 
 namespace reference_engine {
@@ -32,7 +33,7 @@ void EchoDelay::init() {
     wait_ = newest_ = best_ = best_times_ = 0;
 }
 
-void EchoDelay::findPhases(const int16_t* frame, Phases* phases) {
+FOR_WIDE_REGISTERS void EchoDelay::findPhases(const int16_t* frame, Phases* phases) {
     constexpr int kBins = kGroups * kLanes;
     alignas(LaneBin) float samples[kEchoFrame];
     for (int i = 0; i < kEchoFrame; ++i) samples[i] = window_[i] * frame[i];
@@ -54,11 +55,12 @@ void EchoDelay::findPhases(const int16_t* frame, Phases* phases) {
     phases->power = total / kBins;
 }
 
-std::optional<int> EchoDelay::update(const int16_t* far_end) {
+std::optional<int> EchoDelay::update(const int16_t* far_end, bool search) {
     wait_ = (wait_ + 1) % kLagBlocks;
     if (wait_ != 0) return std::nullopt;
     newest_ = (newest_ + kLags - 1) % kLags;
     findPhases(far_end, &far_end_[newest_]);
+    if (!search) return std::nullopt;
     Phases microphone;
     findPhases(microphone_.values(), &microphone);
 

@@ -22,9 +22,12 @@ class EchoDelay {
     // in: a block of a microphone.
     void remember(const int16_t* microphone) { std::copy_n(microphone, kBlock, microphone_.advance()); }
 
-    // in: the last kEchoFrame samples of the far end as played. The delay in samples, once it is certain: 0 to kLags * kLag.
-    // The frames are compared once in the time of a lag.
-    std::optional<int> update(const int16_t* far_end);
+    // in: the last kEchoFrame samples of the far end as played; whether its delay is looked for. The delay in samples, once it
+    // is certain: 0 to kLags * kLag. The frames are compared once in the time of a lag.
+    std::optional<int> update(const int16_t* far_end, bool search);
+
+    // Whether the last update compared frames.
+    bool compared() const { return wait_ == 0; }
 
   private:
     static constexpr int kLag =

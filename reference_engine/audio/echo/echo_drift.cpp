@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "reference_engine/lanes/wide_registers.h"
 #include "reference_engine/routines/flushed.h"
 
 namespace reference_engine {
@@ -12,8 +13,11 @@ constexpr float kMemory = 0.9f;        // a block
 constexpr float kLeastSlope = 1e4f;    // energy below which nothing is learned
 constexpr float kLargestDelay = 0.5f;  // samples: beyond, the slope says nothing
 constexpr double kLargestRate = 0.1;   // samples a block: 625 parts per million
-constexpr float kProportional = 0.06f;
-constexpr double kIntegral = 0.004;
+
+// Of the delay, a block, where the paths learn in each block, and in every second one: the paths follow the delay, too, and the
+// rate would swing if it were quick beside them.
+constexpr float kProportional[kPartitionBlocks] = {0.06f, 0.08f};
+constexpr double kIntegral[kPartitionBlocks] = {0.004, 0.0025};
 
 // An estimate within this many standard deviations of 0 is no estimate.
 constexpr float kSignificant = 2;
@@ -23,7 +27,7 @@ constexpr float kHalfTrust = 3e-4f;
 
 }  // namespace
 
-void EchoDrift::update(const Lanes* errors, const Lanes* echo) {
+FOR_WIDE_REGISTERS void EchoDrift::update(const Lanes* errors, const Lanes* echo, int blocks) {
     Lanes along = {}, slopes = {}, squares = {};
     for (int i = 1; i < kBlock; ++i) {
         const Lanes slope = (echo[i + 1] - echo[i - 1]) * 0.5f;
@@ -48,8 +52,8 @@ void EchoDrift::update(const Lanes* errors, const Lanes* echo) {
     const float significant = std::max(std::abs(delay) - kSignificant * std::sqrt(variance), 0.0f);
     const float trusted =
         std::copysign(std::min(significant, kLargestDelay), delay) * kHalfTrust / (kHalfTrust + variance);
-    rate_ = std::clamp(rate_ + kIntegral * trusted, -kLargestRate, kLargestRate);
-    step_ = rate_ + kProportional * trusted;
+    rate_ = std::clamp(rate_ + kIntegral[blocks - 1] * trusted, -kLargestRate, kLargestRate);
+    step_ = rate_ + kProportional[blocks - 1] * trusted;
 }
 
 }  // namespace reference_engine

@@ -12,8 +12,9 @@ class EchoDrift {
   public:
     void init() { *this = EchoDrift{}; }
 
-    // in: the errors and the predicted echo of the last block, with one sample before it: kBlock + 1 samples.
-    void update(const Lanes* errors, const Lanes* echo);
+    // in: the errors and the predicted echo of the last block, with one sample before it: kBlock + 1 samples; once in how many
+    // blocks the paths learn, up to kPartitionBlocks.
+    void update(const Lanes* errors, const Lanes* echo, int blocks);
 
     // Without an estimate of its own for this block.
     void hold() { step_ = rate_; }

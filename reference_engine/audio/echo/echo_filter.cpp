@@ -29,12 +29,13 @@ LanePartition EchoFilter::partition(int p, const FarSpectrum& now, const FarSpec
             learnt.im.value, step_[p].value, shadow_step_[p].value};
 }
 
-// Those that learn come first. The newest block is in the frame of the first partition alone.
-void EchoFilter::predict(const FarEnd& far_end, LaneSpectra& echo) {
+// Those that learn come first. The newest block, and what follows it, is in the frame of the first partition alone.
+void EchoFilter::predict(FarEnd& far_end, int later, LaneSpectra& echo) {
+    const FarSpectrum& past = far_end.transformPast(later);
     LanePartition partitions[kPartitions];
     int learning = 0, end = kPartitions;
     for (int p = 0; p < kPartitions; ++p) {
-        const FarSpectrum& now = p == 0 ? far_end.past() : far_end.spectrum(p * kPartitionBlocks);
+        const FarSpectrum& now = p == 0 ? past : far_end.spectrum(p * kPartitionBlocks - later);
         const FarSpectrum& before = far_end.spectrum(p * kPartitionBlocks + 1);
         partitions[learns_later_[static_cast<size_t>(p)] ? learning++ : --end] = partition(p, now, before);
     }

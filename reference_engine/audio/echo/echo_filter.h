@@ -1,7 +1,7 @@
 // The estimated echo paths from the loudspeaker to each microphone, in partitions of the frequency domain. The last lane
 // has a second estimate for the first microphone, the shadow, which adapts by rules of its own. What most partitions learn
-// in a block they do when the next one is predicted, so that the paths, larger than the first caches, are read once a
-// block. Threads: init [setup]; the others [audio] rt-safe.
+// they do when the next echo is predicted, so that the paths, larger than the first caches, are read once for both.
+// Threads: init [setup]; the others [audio] rt-safe.
 #pragma once
 
 #include "reference_engine/audio/echo/far_end.h"
@@ -17,16 +17,16 @@ class EchoFilter {
 
     void init();
 
-    // out: the spectra of the echo, but for that of the far end's newest block; over kEchoFrame, so that the transform returns
-    // samples.
-    void predict(const FarEnd& far_end, LaneSpectra& echo);
+    // out: the spectra of the echo in the frame that ends `later` blocks after the last one, but for that of the far end from
+    // its newest block on; over kEchoFrame, so that the transform returns samples. needs: later < kPartitionBlocks.
+    void predict(FarEnd& far_end, int later, LaneSpectra& echo);
 
     // To be written before `learn`: the errors' spectra; the step of each bin, for all microphones and for the shadow.
     LaneSpectra& errors() { return errors_; }
     EchoBins (&steps())[kPartitions] { return step_; }
     EchoBins (&shadowSteps())[kPartitions] { return shadow_step_; }
 
-    // Adapts the partitions of `learning`: those of `now` at once, the others when the next block's far end is there.
+    // Adapts the partitions of `learning`: those of `now` at once, the others in the next block, when its echo is predicted.
     void learn(const FarEnd& far_end, const PartitionSet& learning, const PartitionSet& now);
 
     // Limits a partition to its taps. out: `taps`, kPartition of kEchoFrame samples.

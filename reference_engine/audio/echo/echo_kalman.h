@@ -15,10 +15,14 @@ class EchoKalman {
     // in: the share of a path's power that may be another after a block; the power that may appear in its first partition.
     void init(float forgetting, float appearing);
 
-    // A block. in: the mean power of the paths, the power of the errors, which partitions learn. out: the steps of
-    // those partitions. Their uncertainties are reduced accordingly.
+    // in: the mean power of the paths, the power of the errors, which partitions learn, and once in how many blocks, up to
+    // kPartitionBlocks. out: the steps of those partitions. Their uncertainties are reduced accordingly.
     void update(const EchoGroups (&path_power)[kPartitions], const FarEnd& far_end,
-                const EchoBins& error_power, const PartitionSet& learning, EchoBins (&step)[kPartitions]);
+                const EchoBins& error_power, const PartitionSet& learning, int blocks,
+                EchoBins (&step)[kPartitions]);
+
+    // A block from which nothing is learnt: expects its residual echo.
+    void expect(const FarEnd& far_end);
 
     // Expected power of the residual echo in the errors' spectra.
     const EchoBins& residual() const { return residual_; }

@@ -3,14 +3,14 @@
 namespace reference_engine {
 namespace {
 
-constexpr int kAlways = 3;  // partitions that learn in each block
+constexpr int kAlways = 3;  // partitions that learn from each frame
 
 }  // namespace
 
-void EchoTurns::advance(bool paths_known) {
+void EchoTurns::advance(bool all_learn) {
     turn_ = (turn_ + 1) % (2 * (kPartitions - 1));
     for (int p = 0; p < kPartitions; ++p) {
-        learning_[static_cast<size_t>(p)] = !paths_known || p < kAlways || p % 2 == turn_ % 2;
+        learning_[static_cast<size_t>(p)] = all_learn || p < kAlways || p % 2 == turn_ % 2;
     }
 }
 

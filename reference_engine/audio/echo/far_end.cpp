@@ -106,19 +106,14 @@ void FarEnd::transform(const int16_t* frame, FarSpectrum& out) {
     }
 }
 
-void FarEnd::transformPast() {
+const FarSpectrum& FarEnd::transformPast(int later) {
     alignas(LaneBin) float samples[kEchoFrame] = {};
-    std::copy_n(aligned_, kEchoFrame - kBlock, samples);
+    std::copy(aligned_ + later * kBlock, aligned_ + kEchoFrame - kBlock, samples);
     fft_.forward(samples, past_.re.value, past_.im.value);
+    return past_;
 }
 
 bool FarEnd::transform() {
-    const bool moved = transformFrames();
-    transformPast();
-    return moved;
-}
-
-bool FarEnd::transformFrames() {
     transform(aligned_, rings_[present_].newer());
     if (!moving_) return false;
     Ring& moved = rings_[1 - present_];

@@ -41,11 +41,11 @@ class FarEnd {
         return ring.spectra[(ring.newest + blocks) % kSpectra];
     }
 
-    // Of the last frame with silence instead of its last block. Without the power.
-    const FarSpectrum& past() const { return past_; }
+    // Of the frame that ends `later` blocks after the last one, with silence from the newest block on. Without the power.
+    const FarSpectrum& transformPast(int later);
 
-    // The last block, later by the delay.
-    const int16_t* newest() const { return aligned_ + kEchoFrame - kBlock; }
+    // The last blocks, later by the delay.
+    const int16_t* newest(int blocks) const { return aligned_ + kEchoFrame - blocks * kBlock; }
 
     // As played, the last kEchoFrame samples, oldest first.
     const int16_t* played() const { return history_.values() + kHistory - kEchoFrame; }
@@ -72,8 +72,6 @@ class FarEnd {
     void align(double drift);
     void interpolate(double position, double step, int16_t* out) const;
     void transform(const int16_t* frame, FarSpectrum& out);
-    bool transformFrames();
-    void transformPast();
     const int16_t* movedFrame(int age) const;
     void finishMove();
 

@@ -31,21 +31,23 @@ void FirstTaps::init() {
 }
 
 void FirstTaps::set(const Lanes* taps) {
-    std::reverse_copy(taps, taps + kBlock, taps_);
-    laneKernels().magnitudes(taps_, kBlock, &sum_, &largest_);
+    std::reverse_copy(taps, taps + kPartition, taps_);
+    laneKernels().magnitudes(taps_, kPartition, &sum_, &largest_);
     quantised_ = false;
 }
 
-void FirstTaps::addEcho(const int16_t* far_end, Lanes* echo) {
-    int16_t* const newest = std::copy_n(far_end, kBlock, far_end_ + kBlock - 1) - kBlock;
-    const FractionBits needed = fractionBitsFor(std::max(peakOf(newest, kBlock), 1));
+void FirstTaps::addEcho(const int16_t* far_end, int blocks, Lanes* echo) {
+    const int taps = blocks * kBlock;
+    std::copy_n(far_end, taps, far_end_ + kBlock - 1);
+    const FractionBits needed = fractionBitsFor(std::max(peakOf(far_end, taps), 1));
     if (!quantised_ || needed != fraction_bits_) quantise(needed);
     int32_t sums[kLanes][kBlock];
     const int32_t* rows[kLanes];
     Lanes unit;
     for (size_t m = 0; m < kLanes; ++m) {
         const int kept = std::min(fraction_bits_[m], kEchoFractionBits);
-        AecConvolution(coeffs_[m], far_end_, sums[m], fraction_bits_[m] - kept, kBlock, kBlock, 0);
+        AecConvolution(coeffs_[m] + kPartition - taps, far_end_, sums[m], fraction_bits_[m] - kept, kBlock,
+                       taps, 0);
         rows[m] = sums[m];
         unit[m] = std::ldexp(1.0f, -kept);
     }
@@ -55,7 +57,7 @@ void FirstTaps::addEcho(const int16_t* far_end, Lanes* echo) {
 // The largest numbers of fraction bits at which neither a coefficient nor a sum of products overflows.
 FirstTaps::FractionBits FirstTaps::fractionBitsFor(int32_t peak) const {
     // Rounding may add half a unit to every magnitude.
-    const float room = kLargestSum / static_cast<float>(peak) - 0.5f * kBlock;
+    const float room = kLargestSum / static_cast<float>(peak) - 0.5f * kPartition;
     FractionBits bits;
     for (int m = 0; m < kLanes; ++m) {
         const float most =
@@ -70,7 +72,7 @@ void FirstTaps::quantise(const FractionBits& fraction_bits) {
     for (int m = 0; m < kLanes; ++m) scale[m] = std::ldexp(1.0f, fraction_bits[static_cast<size_t>(m)]);
     int16_t* rows[kLanes];
     for (size_t m = 0; m < kLanes; ++m) rows[m] = coeffs_[m];
-    laneKernels().quantise(taps_, &scale, kLargestCoefficient, kBlock, rows);
+    laneKernels().quantise(taps_, &scale, kLargestCoefficient, kPartition, rows);
     fraction_bits_ = fraction_bits;
     quantised_ = true;
 }

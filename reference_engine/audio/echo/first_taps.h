@@ -1,4 +1,4 @@
-// The echo of the far end's newest block through the first taps of the paths, in 16 bits, by the convolution routine of the
+// The echo of the far end's newest blocks through the first taps of the paths, in 16 bits, by the convolution routine of the
 // hooks. Threads: init [setup]; the others [audio] rt-safe.
 #pragma once
 
@@ -13,28 +13,29 @@ class FirstTaps {
   public:
     void init();
 
-    // in: kBlock taps, a lane a path.
+    // in: kPartition taps, a lane a path.
     void set(const Lanes* taps);
 
-    // in: the newest block of the far end. out: `echo`, kBlock samples, to which its echo is added.
-    void addEcho(const int16_t* far_end, Lanes* echo);
+    // in: the newest `blocks` blocks of the far end. out: `echo`, kBlock samples, to which the last block of their echo is
+    // added. needs: 1 to kPartitionBlocks.
+    void addEcho(const int16_t* far_end, int blocks, Lanes* echo);
 
   private:
     using FractionBits = std::array<int, kLanes>;
     FractionBits fractionBitsFor(int32_t peak) const;
     void quantise(const FractionBits& fraction_bits);
 
-    Lanes taps_[kBlock] = {};  // the last one first
-    Lanes sum_ = {};           // of the taps' magnitudes
+    Lanes taps_[kPartition] = {};  // the last one first
+    Lanes sum_ = {};               // of the taps' magnitudes
     Lanes largest_ = {};
 
-    // Silence, the newest block, and what the routine reads beyond it.
-    int16_t far_end_[kBlock - 1 + kBlock + 7] = {};
+    // Silence, the newest blocks, and what the routine reads beyond them.
+    int16_t far_end_[kBlock - 1 + kPartition + 7] = {};
 
     // The taps in 16 bits.
     bool quantised_ = false;
     FractionBits fraction_bits_ = {};
-    int16_t coeffs_[kLanes][kBlock] = {};
+    int16_t coeffs_[kLanes][kPartition] = {};
 };
 
 }  // namespace reference_engine

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "reference_engine/lanes/wide_registers.h"
 #include "reference_engine/routines/elementary.h"
 #include "reference_engine/routines/flushed.h"
 
@@ -52,8 +53,8 @@ void ResidualEcho::init() {
     to_frame_[kBins - 1] /= 4;
 }
 
-void ResidualEcho::update(const MicrophoneSpectra& spectra, const EchoBins& expected, float unknown_share,
-                          float sharpness) {
+FOR_WIDE_REGISTERS void ResidualEcho::update(const MicrophoneSpectra& spectra, const EchoBins& expected,
+                                             float unknown_share, float sharpness) {
     followPowers(spectra);
     followOpposition(spectra);
     const float of_expected =
@@ -73,7 +74,7 @@ void ResidualEcho::update(const MicrophoneSpectra& spectra, const EchoBins& expe
     }
 }
 
-void ResidualEcho::followPowers(const MicrophoneSpectra& spectra) {
+FOR_WIDE_REGISTERS void ResidualEcho::followPowers(const MicrophoneSpectra& spectra) {
     float common[kBands] = {};
     float changes[kBands] = {};
     for (int k = 0; k < kBins; ++k) {
@@ -96,7 +97,7 @@ void ResidualEcho::followPowers(const MicrophoneSpectra& spectra) {
 // With an error of -d and an echo of h + d, twice their product is 2 d squared: over the sum of both powers, the share of
 // both that is residual echo, taken twice. Each bin counts the same, so that a single loud one does not decide. Local
 // speech has no stable phase towards the echo: over a hundred bins its share is close to 0.
-void ResidualEcho::followOpposition(const MicrophoneSpectra& spectra) {
+FOR_WIDE_REGISTERS void ResidualEcho::followOpposition(const MicrophoneSpectra& spectra) {
     float sum = 0;
     int count = 0;
     for (int k = kFirstBin; k < kLastBin; ++k) {

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "reference_engine/lanes/wide_registers.h"
+
 namespace reference_engine {
 namespace {
 
@@ -10,7 +12,7 @@ constexpr float kNegligible = 0.01f;  // -20 dB
 
 }  // namespace
 
-void StartingEcho::raise(const FarEnd& far_end, bool audible, EchoBins& expected) {
+FOR_WIDE_REGISTERS void StartingEcho::raise(const FarEnd& far_end, bool audible, EchoBins& expected) {
     if (share_ < kNegligible) return;
     if (audible) share_ *= kFade;
     const float share = kShareOfFrame * share_;
