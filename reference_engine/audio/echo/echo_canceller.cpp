@@ -1,6 +1,7 @@
 #include "reference_engine/audio/echo/echo_canceller.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "reference_engine/audio/meters.h"
 #include "reference_engine/lanes/wide_registers.h"
@@ -115,15 +116,20 @@ void EchoCanceller::remember(const MicrophoneBlock& in) {
     laneKernels().gather(rows, kBlock, &microphones_.advance()->lanes);
 }
 
-// The second block of two comes with the delay's search, so that both take about the same time.
+// The second block of two comes with the delay's search, so that both take about the same time. The first blocks are the longest,
+// with cold caches: what has no paths yet is not computed.
 void EchoCanceller::predict() {
     if (later_ > 0) {
         --later_;
         ++predicted_;
         return;
     }
-    later_ = settled_ && !far_end_.moving() && !delay_.compared() ? kPartitionBlocks - 1 : 0;
+    later_ = settled_ && !far_end_.moving() && !delay_.wasDue() ? kPartitionBlocks - 1 : 0;
     predicted_ = 1;
+    if (filter_.empty()) {
+        std::fill(std::begin(echo_), std::end(echo_), Lanes{});
+        return;
+    }
     filter_.predict(far_end_, later_, spectra_);
     fft_.backward(spectra_, echo_);
 }

@@ -26,8 +26,8 @@ class EchoDelay {
     // is certain: 0 to kLags * kLag. The frames are compared once in the time of a lag.
     std::optional<int> update(const int16_t* far_end, bool search);
 
-    // Whether the last update compared frames.
-    bool compared() const { return wait_ == 0; }
+    // Whether the frames' comparison was due in the last update.
+    bool wasDue() const { return wait_ == 0; }
 
   private:
     static constexpr int kLag =

@@ -22,6 +22,7 @@ void EchoFilter::init() {
     std::fill(std::begin(shadow_power_), std::end(shadow_power_), EchoGroups{});
     std::fill(std::begin(energy_), std::end(energy_), 0.0f);
     learns_later_.reset();
+    empty_ = true;
 }
 
 LanePartition EchoFilter::partition(int p, const FarSpectrum& now, const FarSpectrum& learnt) {
@@ -53,6 +54,7 @@ void EchoFilter::learn(const FarEnd& far_end, const PartitionSet& learning, cons
         if ((learning & now)[static_cast<size_t>(p)]) adapt(p, far_end);
     }
     learns_later_ = learning & ~now;
+    empty_ = false;
 }
 
 void EchoFilter::constrain(int partition, LaneFft& fft, LaneSignals& taps) {

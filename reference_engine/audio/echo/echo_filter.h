@@ -17,6 +17,9 @@ class EchoFilter {
 
     void init();
 
+    // Nothing has been learnt yet: there is no echo to predict.
+    bool empty() const { return empty_; }
+
     // out: the spectra of the echo in the frame that ends `later` blocks after the last one, but for that of the far end from
     // its newest block on; over kEchoFrame, so that the transform returns samples. needs: later < kPartitionBlocks.
     void predict(FarEnd& far_end, int later, LaneSpectra& echo);
@@ -53,6 +56,7 @@ class EchoFilter {
     EchoBins step_[kPartitions];
     EchoBins shadow_step_[kPartitions];
     PartitionSet learns_later_;
+    bool empty_ = true;
     LaneBin paths_[kPartitions][kEchoBins] = {};
     EchoGroups power_[kPartitions];
     EchoGroups shadow_power_[kPartitions];
