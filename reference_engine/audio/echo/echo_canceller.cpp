@@ -32,14 +32,20 @@ constexpr float kKnown = 0.05f;       // of the echo's power: the paths are know
 constexpr float kFullScale = 32767;
 
 // Mean of each bin and its neighbours.
-void smooth(EchoBins* power) {
+FOR_WIDE_REGISTERS void smooth(EchoBins* power) {
     float sums[kEchoBins + 1];
     sums[0] = 0;
     for (int k = 0; k < kEchoBins; ++k) sums[k + 1] = sums[k] + power->value[k];
-    for (int k = 0; k < kEchoBins; ++k) {
-        const int begin = std::max(0, k - kNeighbours);
-        const int end = std::min(kEchoBins, k + kNeighbours + 1);
-        power->value[k] = (sums[end] - sums[begin]) / static_cast<float>(end - begin);
+    const auto meanOf = [&sums](int begin, int end) {
+        return (sums[end] - sums[begin]) / static_cast<float>(end - begin);
+    };
+    constexpr int kFull = 2 * kNeighbours + 1;
+    for (int k = kNeighbours; k < kEchoBins - kNeighbours; ++k) {
+        power->value[k] = (sums[k - kNeighbours + kFull] - sums[k - kNeighbours]) / kFull;
+    }
+    for (int k = 0; k < kNeighbours; ++k) {
+        power->value[k] = meanOf(0, k + kNeighbours + 1);
+        power->value[kEchoBins - 1 - k] = meanOf(kEchoBins - 1 - k - kNeighbours, kEchoBins);
     }
 }
 

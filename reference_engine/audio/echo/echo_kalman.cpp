@@ -58,7 +58,7 @@ FOR_WIDE_REGISTERS void EchoKalman::expect(const FarEnd& far_end) {
     }
 }
 
-void EchoKalman::raise(int partition, const EchoBins& a, const EchoBins& b) {
+FOR_WIDE_REGISTERS void EchoKalman::raise(int partition, const EchoBins& a, const EchoBins& b) {
     float* uncertainty = uncertainty_[partition].value;
     for (int k = 0; k < kEchoBins; ++k) uncertainty[k] = std::max(uncertainty[k], a.value[k] + b.value[k]);
 }
