@@ -36,18 +36,19 @@ void Engine::init() {
         g_readings.azimuth_deg[d] = static_cast<uint16_t>(360 * d / kLocations);
     }
     g_readings.echo_tail_ms = kEchoTaps * 1000 / kSampleRate;
-    high_pass_.init();
-    faults_.init();
-    prediction_.init();
-    echo_canceller_.init();
-    spectra_.init();
-    residual_echo_.init();
-    diffuseness_.init();
-    search_.init();
-    look_.init();
+    // What takes long to design comes first, so that the first block finds the state of the others in the caches.
     beam_former_.init();
+    search_.init();
+    prediction_.init();
+    look_.init();
+    faults_.init();
+    diffuseness_.init();
+    echo_canceller_.init();
+    residual_echo_.init();
+    spectra_.init();
     noise_reduction_.init();
     output_.init();
+    high_pass_.init();
     receive_path_.init();
     noise_test_.init(&g_readings.noise_test);
     reported_location_ = -1;
