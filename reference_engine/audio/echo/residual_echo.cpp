@@ -34,7 +34,7 @@ constexpr float kMargin = 1.5f;  // as powers may rise at once
 
 // Of the microphones' residual echo, what a sharp beam lets through, where the paths are known. Where they are not, the echo may
 // be stronger than expected. Found by trial.
-constexpr float kInSharpBeam = 0.5f;
+constexpr float kInSharpBeam = 0.3f;
 
 constexpr float kTiny = 1e-3f;  // against division by zero; samples are integers
 
